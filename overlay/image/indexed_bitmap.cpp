@@ -1,0 +1,53 @@
+#include "overlay/image/indexed_bitmap.h"
+
+#include <QIODevice>
+
+#include "files/atomic_file.h"
+#include "overlay/image/bitmap_header.h"
+#include "overlay/image/picture_error.h"
+#include "overlay/image/picture_size.h"
+
+namespace pelorin::image {
+namespace {
+
+constexpr std::uint16_t kBitCount = 8;
+
+QByteArray ColourBytes(const ColourTable& colours) {
+  QByteArray bytes;
+  for (const std::uint32_t colour : colours) {
+    for (const int shift : {0, 8, 16}) bytes.append(static_cast<char>(colour >> shift & 0xFF));
+    bytes.append('\0');
+  }
+  return bytes;
+}
+
+}  // namespace
+
+void SaveIndexedBitmap(const IndexedImage& image, const ColourTable& colours, const QString& path) {
+  const std::int64_t pixelCount = std::int64_t{image.Width} * image.Height;
+  if (!IsPossibleSize(image.Width, image.Height) ||
+      static_cast<std::int64_t>(image.Pixels.size()) != pixelCount) {
+    throw PictureError(QStringLiteral("Cannot write %1: no picture of %2 x %3 pixels")
+                           .arg(path)
+                           .arg(image.Width)
+                           .arg(image.Height));
+  }
+  const QByteArray colourBytes = ColourBytes(colours);
+  const std::int64_t rowBytes = BitmapRowBytes(image.Width, kBitCount);
+  BitmapHeader header;
+  header.PixelOffset = BitmapHeader::kSize + static_cast<std::uint32_t>(colourBytes.size());
+  header.FileSize = header.PixelOffset + static_cast<std::uint32_t>(rowBytes * image.Height);
+  header.Width = image.Width;
+  header.Height = image.Height;
+  header.BitCount = kBitCount;
+  const QByteArray padding(rowBytes - image.Width, '\0');
+  files::ReplaceFile(path, [&](QIODevice& file) {
+    file.write(WriteBitmapHeader(header) + colourBytes);
+    for (int row = image.Height - 1; row >= 0; --row) {
+      file.write(reinterpret_cast<const char*>(image.Row(row)), image.Width);
+      file.write(padding);
+    }
+  });
+}
+
+}  // namespace pelorin::image

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QImage>
+#include <QString>
+
+namespace pelorin::image {
+
+/// A picture file, decoded by its extension in whatever case: ".png", ".jpg" or ".jpeg", and anything
+/// else as a Windows bitmap. Always Format_RGB32, top row first, so that whoever measures or copies
+/// pixels has one kind to deal with; what is transparent in a PNG shows white, like an empty page.
+///
+/// Throws PictureError when the file is damaged or no such picture, and FileError, its base, when a
+/// JPEG or a bitmap cannot be read.
+QImage LoadPicture(const QString& path);
+
+}  // namespace pelorin::image
