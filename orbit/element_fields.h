@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/// Fixed columns of element lines: numbers in, numbers out.
+namespace pelorin::orbit {
+
+/// Two digits of 0 … 99.
+std::string TwoDigit(int number);
+
+/// Three digits of 0 … 999.
+std::string ThreeDigit(int number);
+
+/// Turns every blank into "0".
+void ZeroFill(std::string& text);
+
+/// Blanks and control characters cut off at both ends.
+std::string_view Trimmed(std::string_view text);
+
+/// ASCII letters in upper case; all other bytes stay.
+std::string UpperCased(std::string_view text);
+
+/// The signed integer in `length` columns from `firstColumn` (1-based) on, blanks read as zeros.
+/// Columns beyond the line's end are missing; anything unreadable is 0.
+int IntegerField(std::string_view line, int firstColumn, int length);
+
+/// The same for a decimal number.
+double RealField(std::string_view line, int firstColumn, int length);
+
+}  // namespace pelorin::orbit

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "orbit/satellite.h"
+
+/// Element files: three lines a satellite — name, line 1, line 2 —, lines ended by CR LF or LF.
+namespace pelorin::orbit {
+
+/// A file or folder that cannot be read; what() names it.
+class ReadError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// A set that was found and left out, and why.
+struct RejectedSet {
+  std::string Name, File, Reason;
+};
+
+/// Calls `take` with name (trimmed), line 1 and line 2 of every triple of the file that looks like a set: a
+/// name, a "1" and a "2" at the lines' beginnings. Other triples are passed over as a whole; a missing line
+/// shifts all that follow. Raises ReadError.
+void ReadElementTriples(
+    const std::filesystem::path& file,
+    const std::function<void(std::string_view name, std::string_view line1, std::string_view line2)>& take);
+
+/// The element files of a folder: "*.2li", then "*.tle", case aside, each kind in the order of the names. An
+/// empty or missing folder has none.
+std::vector<std::filesystem::path> ElementFilesIn(const std::filesystem::path& folder);
+
+/// Every set of a file, or of a folder's element files, in the order read; several of one satellite are all
+/// kept. What has no orbit goes to `rejected`. Raises ReadError for a file that cannot be read and a folder
+/// that does not exist.
+std::vector<TSatellite> ReadAllElementSets(const std::filesystem::path& fileOrFolder,
+                                           std::vector<RejectedSet>& rejected);
+
+/// The set of the named satellite (case aside) whose epoch is nearest a Julian date, or null. A picture wants
+/// the elements of its own days, not the newest.
+const TSatellite* NearestElementSet(const std::vector<TSatellite>& sets, std::string_view name, double jd);
+
+/// The set of the named satellite with the latest epoch, or null.
+const TSatellite* NewestElementSet(const std::vector<TSatellite>& sets, std::string_view name);
+
+}  // namespace pelorin::orbit

@@ -1,0 +1,214 @@
+#include "orbit/pass_search.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <optional>
+
+#include "orbit/comma_text.h"
+#include "orbit/julian_date.h"
+#include "orbit/look_angles.h"
+#include "orbit/propagation.h"
+#include "orbit/scalar_math.h"
+
+namespace pelorin::orbit {
+namespace {
+
+/// The elevation function at one moment: height above the minimum elevation (radians) and the state it came
+/// from.
+struct Sample {
+  double jd = 0;
+  double value = 0;
+  SatelliteState state;
+};
+
+struct Maximum {
+  bool converged = false;
+  Sample top;
+};
+
+class PassSearch {
+ public:
+  PassSearch(TSatellite& satellite, const Observer& observer, const PassRequest& request)
+      : satellite_(satellite),
+        frame_(observer),
+        request_(request),
+        minElevation_(Radians(std::clamp(request.MinimumElevationDeg, 0.0, 10.0))),
+        period_(satellite.PeriodDays()) {
+    const DateTimeFields day = TakeApart(DatePart(request.Start));
+    jd0_ = JulianDateOfYear(day.Year) + DayOfYear(day.Year, day.Month, day.Day);
+    jdEnd_ = jd0_ + request.Days;
+  }
+
+  std::vector<Pass> Run() {
+    if (!(period_ > 0) || !std::isfinite(period_)) return {};
+    const double step = 0.4 * period_, width = 0.4 * period_;
+    std::optional<Sample> culmination = NextCulmination(jd0_ - 1.2 * period_);
+    if (!culmination) return {};
+    // The first culmination counts too when it lies in the span, unless the next one found is the same again.
+    std::optional<Sample> first = culmination;
+    double t = culmination->jd;
+    while (t <= jdEnd_) {
+      Maximum next = GoldenMaximum(kTolerance, width, t + 2 * step);
+      while (!next.converged) {
+        t += step;
+        if (t > jdEnd_) break;
+        next = GoldenMaximum(kTolerance, width, t);
+      }
+      if (first) {
+        if (!next.converged || next.top.jd - first->jd > 0.2 * period_) DescribePass(*first);
+        first.reset();
+      }
+      if (!next.converged) break;
+      t = next.top.jd;
+      DescribePass(next.top);
+    }
+    return std::move(passes_);
+  }
+
+ private:
+  static constexpr double kTolerance = 1.0 / 1440;        // one minute
+  static constexpr double kEdgeTolerance = 0.33 / 86400;  // a third of a second
+  static constexpr int kGoldenRounds = 15;
+
+  /// No moment is propagated twice while its neighbours are still in use: windows share their ends.
+  Sample F(double jd) {
+    for (const Sample& known : recent_) {
+      if (known.jd == jd) return known;
+    }
+    Sample sample{jd, 0, SatelliteStateKm(satellite_, jd)};
+    sample.value = frame_.Elevation(sample.state.Position, jd) - minElevation_;
+    return sample;
+  }
+
+  /// An end of a window, kept for the windows that begin or end there.
+  Sample End(double jd) {
+    const Sample sample = F(jd);
+    recent_[nextRecent_++ % recent_.size()] = sample;
+    return sample;
+  }
+
+  Maximum GoldenMaximum(double tolerance, double width, double start) {
+    if (width < 0) return {};
+    Sample a = End(start), b = End(start + width);
+    for (int round = 0; round < kGoldenRounds && width > tolerance; ++round) {
+      const double nearer = b.value <= a.value ? 0.38 : 0.62;
+      const Sample x = F(nearer * b.jd + (1 - nearer) * a.jd);
+      if (round == 0 && (x.value < a.value || x.value < b.value)) break;
+      const Sample m = F((a.jd + x.jd) / 2);
+      if (m.value < x.value) {
+        a = m;
+      } else {
+        b = x;
+      }
+      width = b.jd - a.jd;
+    }
+    return {width <= tolerance, a};
+  }
+
+  /// Nothing when the windows run beyond the span: an orbit without culminations.
+  std::optional<Sample> NextCulmination(double start) {
+    const double width = 0.25 * period_;
+    for (double t = start; t <= jdEnd_; t += width * 2 / 3) {
+      const Maximum maximum = GoldenMaximum(kTolerance, width, t);
+      if (maximum.converged) return maximum.top;
+    }
+    return std::nullopt;
+  }
+
+  /// Bisection for the horizon between `low` and `high`; `rising` tells which way it is crossed.
+  double FindEdge(double low, double high, bool rising) {
+    double mid = (low + high) / 2;
+    while (high - low > kEdgeTolerance) {
+      mid = (low + high) / 2;
+      const double value = F(mid).value;
+      if (rising ? value < 0 : value > 0) {
+        low = mid;
+      } else {
+        high = mid;
+      }
+    }
+    return mid;
+  }
+  double FindRise(double tMax) { return FindEdge(tMax - period_ / 4, tMax, true); }
+  double FindSet(double tMax) { return FindEdge(tMax, tMax + period_ / 4, false); }
+
+  void DescribePass(const Sample& top) {
+    if (!(top.value > 0) || top.jd > jdEnd_ || top.jd < jd0_) return;
+    Pass pass;
+    pass.Aos = FindRise(top.jd);
+    pass.Culmination = top.jd;
+    pass.Los = FindSet(top.jd);
+    const double duration = std::round((pass.Los - pass.Aos) * 86400);
+    if (!(duration > request_.MinimumDurationSeconds)) return;
+    Geodetic below;
+    SatLatLonAlt(top.state.Position, top.jd, below);
+    const TDateTime aos{DatePart(request_.Start).Days + (pass.Aos - jd0_)};
+    pass.Record = {FormatDateTime("mmddhhnnss", aos),
+                   top.state.Velocity.z < 0,
+                   WholeNumber(Degrees(below.Longitude)),
+                   WholeNumber(Degrees(top.value + minElevation_)),
+                   static_cast<int>(duration),
+                   satellite_.Name};
+    passes_.push_back(std::move(pass));
+  }
+
+  static std::string WholeNumber(double value) { return std::to_string(std::lrint(value)); }
+
+  TSatellite& satellite_;
+  ElevationFrame frame_;
+  PassRequest request_;
+  double minElevation_, period_;
+  double jd0_ = 0, jdEnd_ = 0;
+  std::array<Sample, 4> recent_{};
+  std::size_t nextRecent_ = 0;
+  std::vector<Pass> passes_;
+};
+
+}  // namespace
+
+std::vector<Pass> SearchPasses(TSatellite& satellite, const Observer& observer, const PassRequest& request) {
+  return PassSearch(satellite, observer, request).Run();
+}
+
+void FindPasses(TSatellite& satellite, int minimumDurationSeconds, int days, std::string& resultText,
+                const Observer& observer, double minimumElevationDegrees, TDateTime startDateTime) {
+  std::vector<std::string> records;
+  for (const Pass& pass : SearchPasses(
+           satellite, observer, {startDateTime, days, minimumDurationSeconds, minimumElevationDegrees})) {
+    records.push_back(pass.Record.ToText());
+  }
+  resultText = JoinCommaText(records);
+}
+
+TrueCulmination RefineCulmination(TSatellite& satellite, const Observer& observer, const Pass& pass) {
+  const ElevationFrame frame(observer);
+  const auto elevation = [&](double jd) {
+    return frame.Elevation(SatelliteStateKm(satellite, jd).Position, jd);
+  };
+  // The elevation has one top between rise and set; golden-section search walks in on it.
+  constexpr double tenthOfSecond = 0.1 / 86400;
+  constexpr double golden = 0.6180339887498949;
+  double low = pass.Aos, high = pass.Los;
+  double x1 = high - golden * (high - low), x2 = low + golden * (high - low);
+  double e1 = elevation(x1), e2 = elevation(x2);
+  while (high - low > tenthOfSecond) {
+    if (e1 < e2) {
+      low = x1;
+      x1 = x2;
+      e1 = e2;
+      x2 = low + golden * (high - low);
+      e2 = elevation(x2);
+    } else {
+      high = x2;
+      x2 = x1;
+      e2 = e1;
+      x1 = high - golden * (high - low);
+      e1 = elevation(x1);
+    }
+  }
+  return e1 > e2 ? TrueCulmination{x1, e1} : TrueCulmination{x2, e2};
+}
+
+}  // namespace pelorin::orbit

@@ -1,0 +1,54 @@
+#include "orbit/propagation.h"
+
+#include <cmath>
+
+#include "orbit/model_constants.h"
+#include "orbit/sdp4.h"
+#include "orbit/sgp4.h"
+
+namespace pelorin::orbit {
+
+void PropagateSinceEpoch(TSatellite& satellite, double tsince, Vector& position, Vector& velocity) {
+  PropagatorState& state = satellite.Propagator;
+  if (std::holds_alternative<std::monostate>(state)) {
+    if (satellite.IsDeepSpace) {
+      state = InitialiseSdp4(satellite);
+    } else {
+      state = InitialiseSgp4(satellite);
+    }
+  }
+  if (auto* deep = std::get_if<Sdp4State>(&state)) {
+    Sdp4(*deep, tsince, position, velocity);
+  } else if (const auto* near = std::get_if<Sgp4State>(&state)) {
+    Sgp4(*near, tsince, position, velocity);
+  }
+}
+
+void Propagate(TSatellite& satellite, double julianDate, Vector& position, Vector& velocity) {
+  PropagateSinceEpoch(satellite, (julianDate - satellite.Epoch) * kMinutesPerDay, position, velocity);
+}
+
+void ConvertSatState(Vector& position, Vector& velocity) {
+  const auto scale = [](Vector& v, double factor) {
+    v.x *= factor;
+    v.y *= factor;
+    v.z *= factor;
+    Magnitude(v);
+  };
+  scale(position, XKMPER);
+  scale(velocity, XKMPER / kSecondsPerMinute);
+}
+
+SatelliteState SatelliteStateKm(TSatellite& satellite, double julianDate) {
+  SatelliteState state;
+  Propagate(satellite, julianDate, state.Position, state.Velocity);
+  ConvertSatState(state.Position, state.Velocity);
+  return state;
+}
+
+bool CanPropagate(TSatellite& satellite) {
+  const SatelliteState state = SatelliteStateKm(satellite, satellite.Epoch);
+  return std::isfinite(state.Position.w) && std::isfinite(state.Velocity.w) && state.Position.w > XKMPER / 2;
+}
+
+}  // namespace pelorin::orbit

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "orbit/satellite.h"
+#include "orbit/vector.h"
+
+namespace pelorin::orbit {
+
+/// A satellite's state in the frame of the elements (true equator, mean equinox of date): km and km/s,
+/// magnitudes set.
+struct SatelliteState {
+  Vector Position, Velocity;
+};
+
+/// Position (Earth radii) and velocity (Earth radii per minute) at a Julian date; magnitudes are not set. The
+/// first call for a satellite initialises its model. Allocates nothing. Elements without an orbit, and times
+/// far beyond a decay, give meaningless numbers or NaN, never an error.
+void Propagate(TSatellite& satellite, double julianDate, Vector& position, Vector& velocity);
+
+/// The same for `tsince` minutes after the epoch.
+void PropagateSinceEpoch(TSatellite& satellite, double tsince, Vector& position, Vector& velocity);
+
+/// To km and km/s, magnitudes set.
+void ConvertSatState(Vector& position, Vector& velocity);
+
+/// Propagate and ConvertSatState in one step.
+SatelliteState SatelliteStateKm(TSatellite& satellite, double julianDate);
+
+/// Whether the elements describe an orbit at all: at the epoch the satellite is a finite distance outside the
+/// Earth's core.
+bool CanPropagate(TSatellite& satellite);
+
+}  // namespace pelorin::orbit

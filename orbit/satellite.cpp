@@ -1,0 +1,68 @@
+#include "orbit/satellite.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "orbit/element_fields.h"
+#include "orbit/julian_date.h"
+#include "orbit/model_constants.h"
+#include "orbit/scalar_math.h"
+
+namespace pelorin::orbit {
+namespace {
+
+/// Columns of a field, fewer where the line ends before.
+std::string Columns(std::string_view line, std::size_t first, std::size_t length) {
+  return first - 1 < line.size() ? UpperCased(line.substr(first - 1, length)) : std::string();
+}
+
+/// Period of the recovered Brouwer mean motion, minutes.
+double BrouwerPeriod(double meanMotion, double eccentricity, double inclination) {
+  const double a1 = Power(XKE / meanMotion, kTwoThirds);
+  const double cosI = std::cos(inclination);
+  const double c = k15CK2 * (3 * cosI * cosI - 1) / Power(1 - eccentricity * eccentricity, 1.5);
+  const double del1 = c / (a1 * a1);
+  const double a0 = a1 * (1 - del1 * (1.0 / 3 + del1 * (1 + 134.0 / 81 * del1)));
+  const double del0 = c / (a0 * a0);
+  return kTwoPi / (meanMotion / (1 + del0));
+}
+
+}  // namespace
+
+void TSatellite::ParseElements(std::string_view line1, std::string_view line2) {
+  Propagator = std::monostate();
+
+  CatalogueNumber = Columns(line1, 3, 5);
+  EpochRaw = RealField(line1, 19, 14);
+  MeanMotionDot = RealField(line1, 34, 10) * kTwoPi / (kMinutesPerDay * kMinutesPerDay);
+  MeanMotionDotDot =
+      RealField(line1, 45, 6) * 1e-5 * Power(10, IntegerField(line1, 51, 2)) * kTwoPi / Cube(kMinutesPerDay);
+  BStar = RealField(line1, 54, 6) * 1e-5 * Power(10, IntegerField(line1, 60, 2));
+  ElementSetNumber = ThreeDigit(std::abs(IntegerField(line1, 66, 3)));
+
+  Inclination = Radians(RealField(line2, 9, 8));
+  RightAscensionOfNode = Radians(RealField(line2, 18, 8));
+  Eccentricity = RealField(line2, 27, 7) * 1e-7;
+  ArgumentOfPerigee = Radians(RealField(line2, 35, 8));
+  MeanAnomaly = Radians(RealField(line2, 44, 8));
+  MeanMotion = RealField(line2, 53, 11) * kTwoPi / kMinutesPerDay;
+  Epoch = JulianDateOfEpoch(EpochRaw);
+
+  IsDeepSpace = BrouwerPeriod(MeanMotion, Eccentricity, Inclination) >= kDeepSpacePeriodMinutes;
+  Valid = true;
+}
+
+void TSatellite::SetIdentity(std::string_view nameLine, std::string_view fileName) {
+  constexpr std::array<std::string_view, 6> noaaScanners{"NOAA 12", "NOAA-12", "NOAA 14",
+                                                         "NOAA-14", "NOAA 15", "NOAA-15"};
+  Name = UpperCased(Trimmed(nameLine));
+  IsNoaaScanner = std::find(noaaScanners.begin(), noaaScanners.end(), Name) != noaaScanners.end();
+  ScanHalfAngle = IsNoaaScanner ? 55.37 : Name == "METEOR 3-5" ? 36.0 : 45.0;
+  LinesPerMinute = Name.starts_with("OKEAN") || Name.starts_with("SICH") ? 240 : 120;
+  SourceFile = fileName.substr(fileName.find_last_of("/\\") + 1);
+}
+
+double TSatellite::PeriodDays() const { return kTwoPi / (MeanMotion * kMinutesPerDay); }
+
+}  // namespace pelorin::orbit

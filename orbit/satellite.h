@@ -1,0 +1,52 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "orbit/propagator_state.h"
+
+namespace pelorin::orbit {
+
+/// One satellite: its element set, what follows from its name, and the propagator's state. Copies are
+/// independent of each other.
+class TSatellite {
+ public:
+  std::string CatalogueNumber;      ///< 5 characters, upper case; what two sets of one satellite share
+  bool IsDeepSpace = false;         ///< period of 225 minutes or more
+  std::string ElementSetNumber;     ///< 3 digits
+  double MeanAnomaly = 0;           ///< radians
+  double RightAscensionOfNode = 0;  ///< radians
+  double ArgumentOfPerigee = 0;     ///< radians
+  double Eccentricity = 0;
+  double Inclination = 0;       ///< radians
+  double MeanMotion = 0;        ///< radians per minute
+  double MeanMotionDot = 0;     ///< half the first derivative, radians per minute²
+  double MeanMotionDotDot = 0;  ///< a sixth of the second derivative, radians per minute³
+  double BStar = 0;             ///< per Earth radius
+  double Epoch = 0;             ///< Julian date
+  double EpochRaw = 0;          ///< yyddd.dddddddd
+
+  std::vector<double> ScanTable;  ///< BuildScanTable fills it
+  int LinesPerMinute = 120;       ///< lines of the received picture
+  std::string Name;               ///< upper case, trimmed
+  std::string SourceFile;         ///< element file without its folder
+  bool Valid = false;             ///< a pair of element lines has been read
+  double ScanHalfAngle = 45.0;    ///< degrees
+  bool IsNoaaScanner = false;
+
+  PropagatorState Propagator;  ///< private to propagation
+
+  /// Takes over a pair of element lines. Unreadable fields are 0 and checksums are not looked at. Raises
+  /// MathError for elements that have no orbit: an eccentricity of 1 or more, a negative mean motion.
+  void ParseElements(std::string_view line1, std::string_view line2);
+
+  /// Takes over the name line and the element file's name (its folder is cut off) and sets what depends on
+  /// the name: scan half-angle, lines per minute, scanner family.
+  void SetIdentity(std::string_view nameLine, std::string_view fileName);
+
+  /// Orbital period in days, from the mean motion as read.
+  double PeriodDays() const;
+};
+
+}  // namespace pelorin::orbit
