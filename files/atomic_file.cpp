@@ -14,6 +14,8 @@ namespace {
 class UnprotectedFile {
  public:
   explicit UnprotectedFile(const QString& path) : path_(path), earlier_(QFile::permissions(path)) {
+    // What this process may do is reported with the file's own rights, and would be granted to its owner.
+    earlier_.setFlag(QFileDevice::WriteUser, false);
     const QFileInfo info(path);
     lifted_ = info.isFile() && !earlier_.testFlag(QFileDevice::WriteOwner) &&
               QFile::setPermissions(path, earlier_ | QFileDevice::WriteOwner);
@@ -32,12 +34,31 @@ class UnprotectedFile {
   bool lifted_ = false;
 };
 
+/// QSaveFile takes it for success when the system accepts only the first part of a write, as it does on
+/// a disk that is about to be full. Writing the rest brings out the error.
+class WholeFile : public QSaveFile {
+ public:
+  using QSaveFile::QSaveFile;
+
+ protected:
+  qint64 writeData(const char* data, qint64 size) override {
+    qint64 done = 0;
+    while (done < size) {
+      const qint64 count = QSaveFile::writeData(data + done, size - done);
+      if (count <= 0) return -1;
+      done += count;
+    }
+    return done;
+  }
+};
+
 }  // namespace
 
 void ReplaceFile(const QString& path, const std::function<void(QIODevice&)>& write) {
   UnprotectedFile target(path);
-  QSaveFile file(path);
-  if (file.open(QIODevice::WriteOnly)) {
+  WholeFile file(path);
+  // A buffer would be written out on closing, past writeData.
+  if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
     write(file);
     if (file.commit()) {
       target.Replaced();
