@@ -1,0 +1,59 @@
+// Makes Countries.dat, the polygons that the overlay master and the map backdrop are drawn from.
+
+#include <QFile>
+#include <array>
+#include <utility>
+
+#include "files/atomic_file.h"
+#include "tools/countries_file.h"
+#include "tools/gshhg_source.h"
+#include "tools/maker.h"
+
+namespace pelorin::tools {
+namespace {
+
+/// Half the unit of the file: simplifying this much cannot be seen in it.
+constexpr double ToleranceMin = 0.5;
+
+/// An island of 5 km² is hardly a pixel of a picture, but alone in the sea it is a mark to steer by. A lake
+/// is a mark only when it is some pixels wide; the thousands of smaller ones would cover Canada and
+/// Finland with boundary colour.
+double SmallestKm2(Level level) {
+  switch (level) {
+    case Level::Land:
+      return 5;
+    case Level::Lake:
+      return 50;
+    case Level::IslandInLake:
+    case Level::PondOnIsland:
+      return 25;
+  }
+  return 0;
+}
+
+RecordKind KindOf(Level level) {
+  return level == Level::Lake || level == Level::PondOnIsland ? RecordKind::Water : RecordKind::Land;
+}
+
+void MakeCountries(const char* shorelineFile, const char* borderFile, const char* output) {
+  std::vector<CountryRecord> records;
+  for (const Shoreline& shoreline : ReadShorelines(shorelineFile)) {
+    if (shoreline.AreaKm2 < SmallestKm2(shoreline.Kind)) continue;
+    for (std::vector<FilePoint>& shape : FileShapes(shoreline.Coast, ToleranceMin)) {
+      records.push_back({KindOf(shoreline.Kind), std::move(shape)});
+    }
+  }
+  for (const Points& border : ReadNationalBorders(borderFile)) {
+    std::vector<FilePoint> line = Round(Simplify(border, ToleranceMin, false), false);
+    if (line.size() >= 2) records.push_back({RecordKind::Border, std::move(line)});
+  }
+  files::ReplaceFile(QFile::decodeName(output), EncodeRecords(records));
+}
+
+}  // namespace
+}  // namespace pelorin::tools
+
+int main(int argc, char** argv) {
+  return pelorin::tools::RunMaker(argc, argv, 3, "<shorelines.nc> <borders.nc> <Countries.dat>",
+                                  [&] { pelorin::tools::MakeCountries(argv[1], argv[2], argv[3]); });
+}

@@ -1,0 +1,125 @@
+#include "tools/relief.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <span>
+
+namespace pelorin::tools {
+namespace {
+
+struct Stop {
+  float At;
+  Colour Tint;
+};
+
+Colour Along(std::span<const Stop> stops, float at) {
+  const auto above =
+      std::find_if(stops.begin(), stops.end(), [at](const Stop& stop) { return at < stop.At; });
+  if (above == stops.begin()) return stops.front().Tint;
+  if (above == stops.end()) return stops.back().Tint;
+  const Stop& below = *(above - 1);
+  return Mix(below.Tint, above->Tint, (at - below.At) / (above->At - below.At));
+}
+
+/// 0 below `low`, 1 above `high`, smooth in between.
+float Rise(float low, float high, float at) {
+  const float t = std::clamp((at - low) / (high - low), 0.0F, 1.0F);
+  return t * t * (3 - 2 * t);
+}
+
+/// An ellipse on the map with soft edges: 1 inside half its radius, 0 outside it.
+struct Region {
+  float LatitudeDeg, LongitudeDeg, LatitudeRadius, LongitudeRadius;
+
+  float Share(float latitudeDeg, float longitudeDeg) const {
+    const float dy = (latitudeDeg - LatitudeDeg) / LatitudeRadius;
+    const float dx = (longitudeDeg - LongitudeDeg) / LongitudeRadius;
+    const float squared = dx * dx + dy * dy;
+    return squared >= 1 ? 0 : 1 - Rise(0.5F, 1, std::sqrt(squared));
+  }
+};
+
+/// The great deserts and dry steppes. Climate does not follow latitude: without these, China and Florida
+/// would be as yellow as the Sahara.
+constexpr std::array DryRegions = {
+    Region{23, -4, 13, 20},   Region{23, 20, 13, 24},
+    Region{25, 45, 16, 19},  // Sahara, Arabia
+    Region{10, 46, 7, 9},     Region{33, 60, 12, 16},
+    Region{28, 70, 7, 9},  // Somalia, Iran, Thar
+    Region{43, 62, 9, 15},    Region{40, 84, 8, 17},
+    Region{42, 104, 8, 17},  // Aral, Takla Makan, Gobi
+    Region{34, 90, 7, 15},    Region{-23, 19, 13, 9},
+    Region{-25, 131, 12, 22},  // Tibet, Kalahari, Australia
+    Region{36, -114, 10, 10}, Region{28, -106, 9, 9},
+    Region{-23, -69, 11, 5},                            // Great Basin, Mexico, Atacama
+    Region{-44, -69, 13, 6},  Region{28, -113, 7, 4}};  // Patagonia, Baja California
+
+/// What lies under inland ice; everything beyond 60° S does too.
+constexpr std::array IceSheets = {Region{74, -40, 16, 30}, Region{68, -43, 12, 16}};
+
+template <std::size_t N>
+float LargestShare(const std::array<Region, N>& regions, float latitudeDeg, float longitudeDeg) {
+  float largest = 0;
+  for (const Region& region : regions) largest = std::max(largest, region.Share(latitudeDeg, longitudeDeg));
+  return largest;
+}
+
+/// Lowland that gets its rain, by distance from the equator.
+constexpr std::array Humid = {Stop{0, {126, 172, 112}},  Stop{12, {142, 182, 118}}, Stop{25, {160, 190, 128}},
+                              Stop{42, {158, 190, 132}}, Stop{56, {146, 180, 134}}, Stop{64, {160, 182, 148}},
+                              Stop{70, {188, 192, 168}}, Stop{78, {214, 212, 200}}};
+constexpr Colour Dry{232, 212, 164};
+
+/// What height makes of the lowland's colour; the lowest stop's tint is the lowland's own.
+constexpr std::array Heights = {Stop{500, {214, 204, 150}}, Stop{1500, {204, 176, 126}},
+                                Stop{3000, {178, 146, 108}}, Stop{4500, {194, 176, 156}},
+                                Stop{6000, {238, 234, 230}}};
+constexpr Colour Snow{248, 250, 252};
+
+constexpr std::array Depths = {Stop{-8000, {70, 116, 166}},  Stop{-6000, {88, 136, 184}},
+                               Stop{-4000, {108, 156, 200}}, Stop{-2500, {128, 174, 212}},
+                               Stop{-1000, {150, 194, 224}}, Stop{-200, {176, 212, 234}},
+                               Stop{0, {200, 226, 240}}};
+
+/// The height above which snow lies all year; it falls towards the poles.
+float SnowLineM(float latitudeDeg) {
+  return std::max(450.0F, 5600 - 62 * std::max(0.0F, std::abs(latitudeDeg) - 12));
+}
+
+}  // namespace
+
+Colour Mix(const Colour& a, const Colour& b, float part) {
+  return {a.R + (b.R - a.R) * part, a.G + (b.G - a.G) * part, a.B + (b.B - a.B) * part};
+}
+
+Colour LandColour(float heightM, float latitudeDeg, float longitudeDeg) {
+  const Colour lowland =
+      Mix(Along(Humid, std::abs(latitudeDeg)), Dry, LargestShare(DryRegions, latitudeDeg, longitudeDeg));
+  const Colour bare = Mix(lowland, Along(Heights, heightM), 0.85F * Rise(100, 1600, heightM));
+  const float snowLine = SnowLineM(latitudeDeg);
+  const float snow = Rise(snowLine - 150, snowLine + 700, heightM);
+  const float sheet =
+      latitudeDeg < -60 ? 1 : LargestShare(IceSheets, latitudeDeg, longitudeDeg) * Rise(100, 700, heightM);
+  return Mix(bare, Snow, std::max(snow, sheet));
+}
+
+Colour SeaColour(float heightM) { return Along(Depths, heightM); }
+
+Colour LakeColour() { return {150, 196, 226}; }
+
+float HillShade(float eastwardSlope, float northwardSlope) {
+  // The light comes from the north-west, 45° up: half west, half north and 1/√2 from above.
+  constexpr float sideways = 0.5F;
+  constexpr float above = 0.70710678F;
+  const float length = std::sqrt(eastwardSlope * eastwardSlope + northwardSlope * northwardSlope + 1);
+  return (eastwardSlope * sideways - northwardSlope * sideways + above) / (length * above);
+}
+
+Colour Lit(const Colour& colour, float shade) {
+  const float light = std::clamp(shade, 0.5F, 1.4F);
+  if (light >= 1) return Mix(colour, {255, 255, 255}, (light - 1) * 0.8F);
+  return Mix({40, 44, 66}, colour, 0.15F + 0.85F * light);
+}
+
+}  // namespace pelorin::tools
