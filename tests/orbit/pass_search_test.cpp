@@ -1,0 +1,155 @@
+#include "orbit/pass_search.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "orbit/comma_text.h"
+#include "orbit/julian_date.h"
+#include "orbit/look_angles.h"
+#include "orbit/propagation.h"
+#include "orbit/scalar_math.h"
+#include "tests/support/tables.h"
+
+namespace pelorin::orbit {
+namespace {
+
+const Observer kEdinburgh = ObserverFromDegrees(55.905, -3.2, 150);
+const TDateTime kStart = MakeDateTime(1999, 2, 3, 17, 30);
+
+double ElevationAt(TSatellite& satellite, const Observer& observer, double jd) {
+  return ElevationFrame(observer).Elevation(SatelliteStateKm(satellite, jd).Position, jd);
+}
+
+struct Span {
+  double rise, set;
+};
+
+/// Every time above the horizon, found by looking every ten seconds.
+std::vector<Span> WatchTheSky(TSatellite& satellite, const Observer& observer, double from, double to,
+                              double minRad) {
+  std::vector<Span> spans;
+  bool up = false;
+  for (double jd = from; jd <= to; jd += 10.0 / 86400) {
+    const bool now = ElevationAt(satellite, observer, jd) > minRad;
+    if (now && !up) spans.push_back({jd, 0});
+    if (!now && up) spans.back().set = jd;
+    up = now;
+  }
+  if (up) spans.pop_back();
+  return spans;
+}
+
+TEST(PassSearch, FindsWhatWatchingTheSkyFinds) {
+  const struct {
+    const char* label;
+    Observer observer;
+    double minElevationDeg;
+  } rows[] = {{"Edinburgh", kEdinburgh, 1.5},
+              {"Longyearbyen", ObserverFromDegrees(78.22, 15.65, 450), 0},
+              {"Quito", ObserverFromDegrees(-0.2, -78.5, 2850), 5}};
+  for (const auto& row : rows) {
+    TSatellite satellite = tests::ReferenceSatellite("NOAA 12");
+    const double jd0 = JulianDateOfDateTime(DatePart(kStart));
+    const auto passes = SearchPasses(satellite, row.observer, {kStart, 3, 300, row.minElevationDeg});
+    Observer observer = row.observer;
+    std::size_t expected = 0;
+    for (const Span& span :
+         WatchTheSky(satellite, observer, jd0 - 0.03, jd0 + 3.03, Radians(row.minElevationDeg))) {
+      const double culmination = (span.rise + span.set) / 2;
+      if (culmination < jd0 + 0.002 || culmination > jd0 + 2.998 || (span.set - span.rise) * 86400 < 330)
+        continue;
+      ++expected;
+      const bool found = std::any_of(passes.begin(), passes.end(), [&](const Pass& pass) {
+        return std::fabs(pass.Aos - span.rise) < 15.0 / 86400 &&
+               std::fabs(pass.Los - span.set) < 15.0 / 86400;
+      });
+      EXPECT_TRUE(found) << row.label << ": missed the pass of " << JulianDateToString(span.rise, 0) << " "
+                         << TimeOfDayToString(span.rise + 0.5 - std::floor(span.rise + 0.5), 0, true);
+    }
+    EXPECT_GT(expected, 5u) << row.label;
+    EXPECT_LE(passes.size(), expected + 2) << row.label;
+    for (const Pass& pass : passes) {
+      EXPECT_LT(pass.Aos, pass.Culmination);
+      EXPECT_LT(pass.Culmination, pass.Los);
+      const TrueCulmination top = RefineCulmination(satellite, observer, pass);
+      EXPECT_GE(top.ElevationRad, ElevationAt(satellite, observer, pass.Culmination));
+      EXPECT_NEAR(top.JulianDate, pass.Culmination, 1.1 / 1440);
+    }
+  }
+}
+
+TEST(PassSearch, RecordsSayWhatTheSatelliteDid) {
+  TSatellite satellite = tests::ReferenceSatellite("NOAA 12");
+  std::string text;
+  FindPasses(satellite, 300, 2, text, kEdinburgh, 1.5, kStart);
+  const auto records = SplitCommaText(text);
+  const auto passes = SearchPasses(satellite, kEdinburgh, {kStart, 2, 300, 1.5});
+  ASSERT_EQ(records.size(), passes.size());
+  ASSERT_GT(records.size(), 6u);
+  for (std::size_t i = 0; i < records.size(); ++i) {
+    const auto info = PassInfo::FromText(records[i]);
+    ASSERT_TRUE(info) << records[i];
+    EXPECT_EQ(info->ToText(), records[i]);
+    EXPECT_EQ(info->Name, "NOAA 12");
+    // Cut to the second: the stamp is at most a second before the rise.
+    const double stamped = JulianDateOfDateTime(ParseTimeString(info->AosStamp, kStart));
+    EXPECT_GE((passes[i].Aos - stamped) * 86400, -0.01) << records[i];
+    EXPECT_LT((passes[i].Aos - stamped) * 86400, 1.01) << records[i];
+    EXPECT_NEAR(info->DurationSeconds, (passes[i].Los - passes[i].Aos) * 86400, 0.5);
+    // South-bound satellites lose latitude; the longitude is the one below the satellite.
+    const double jd = passes[i].Culmination;
+    Geodetic before, at, after;
+    SatLatLonAlt(SatelliteStateKm(satellite, jd - 1e-4).Position, jd - 1e-4, before);
+    SatLatLonAlt(SatelliteStateKm(satellite, jd).Position, jd, at);
+    SatLatLonAlt(SatelliteStateKm(satellite, jd + 1e-4).Position, jd + 1e-4, after);
+    EXPECT_EQ(info->SouthBound, after.Latitude < before.Latitude) << records[i];
+    EXPECT_NEAR(std::stod(info->LongitudeDeg), Degrees(at.Longitude), 0.51) << records[i];
+    EXPECT_NEAR(std::stod(info->MaxElevationDeg), Degrees(ElevationAt(satellite, kEdinburgh, jd)), 0.51)
+        << records[i];
+  }
+}
+
+TEST(PassSearch, LimitsAreTheirOwn) {
+  TSatellite satellite = tests::ReferenceSatellite("NOAA 12");
+  const auto texts = [&](double minElevation, int minSeconds) {
+    std::string text;
+    FindPasses(satellite, minSeconds, 2, text, kEdinburgh, minElevation, kStart);
+    return text;
+  };
+  EXPECT_EQ(texts(15, 300), texts(10, 300));
+  EXPECT_EQ(texts(-5, 300), texts(0, 300));
+  EXPECT_NE(texts(10, 300), texts(0, 300));
+  // A pass of exactly the minimum is not listed.
+  const auto first = PassInfo::FromText(SplitCommaText(texts(0, 300)).front());
+  ASSERT_TRUE(first);
+  EXPECT_EQ(texts(0, first->DurationSeconds).find(first->ToText()), std::string::npos);
+  EXPECT_NE(texts(0, first->DurationSeconds - 1).find(first->ToText()), std::string::npos);
+  // The entry of the pass list drops the elevation, and nothing else.
+  const auto info = PassInfo::FromText("0315143012 S 353 63 754 NOAA 15");
+  ASSERT_TRUE(info);
+  EXPECT_EQ(info->ToListEntry(), "0315143012 S 353 754 NOAA 15");
+  for (const char* bad :
+       {"", "0315143012 X 1 2 3 A", "0315143012 S 353 63 754", "0315143012 S 353 63 7x4 NOAA"}) {
+    EXPECT_FALSE(PassInfo::FromText(bad)) << bad;
+  }
+}
+
+TEST(PassSearch, EndsForOrbitsWithoutCulminations) {
+  TSatellite stationary = tests::ReferenceSatellite("EUTELSAT 1-F1");
+  SearchPasses(stationary, kEdinburgh, {kStart, 28, 300, 0});
+  for (const char* revolutions : {" 0.00000000", " 0.00100000", "99.99999999", " 1.00273790"}) {
+    TSatellite absurd;
+    absurd.ParseElements("1 00001U 91032A   99034.20978316",
+                         std::string("2 00001   0.0100  39.9325 0000001   4.9627 355.1680 ") + revolutions);
+    absurd.SetIdentity("ABSURD", "x.2li");
+    for (const Pass& pass : SearchPasses(absurd, kEdinburgh, {kStart, 28, 300, 0})) {
+      EXPECT_TRUE(std::isfinite(pass.Aos)) << revolutions;
+      EXPECT_GT(pass.Record.DurationSeconds, 300) << revolutions;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace pelorin::orbit

@@ -1,0 +1,134 @@
+#include "orbit/propagation.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <new>
+
+#include "orbit/model_constants.h"
+#include "orbit/scalar_math.h"
+#include "tests/support/tables.h"
+
+namespace {
+long allocations = 0;
+}
+
+void* operator new(std::size_t size) {
+  ++allocations;
+  if (void* memory = std::malloc(size)) return memory;
+  throw std::bad_alloc();
+}
+void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+
+namespace pelorin::orbit {
+namespace {
+
+SatelliteState StateAt(TSatellite& satellite, double minutes) {
+  SatelliteState state;
+  PropagateSinceEpoch(satellite, minutes, state.Position, state.Velocity);
+  ConvertSatState(state.Position, state.Velocity);
+  return state;
+}
+
+double Distance(const Vector& a, const Vector& b) { return std::hypot(a.x - b.x, a.y - b.y, a.z - b.z); }
+
+void CheckTable(const std::string& table, bool deepSpace) {
+  std::string current;
+  TSatellite satellite;
+  for (const auto& row : tests::ReadTable(table)) {
+    if (row.Text("case") != current) satellite = tests::ReferenceSatellite(current = row.Text("case"));
+    EXPECT_EQ(satellite.IsDeepSpace, deepSpace) << current;
+    const SatelliteState state = StateAt(satellite, row.Number("tsince_min"));
+    const Vector position{row.Number("x_km"), row.Number("y_km"), row.Number("z_km"), 0};
+    const Vector velocity{row.Number("vx_km_s"), row.Number("vy_km_s"), row.Number("vz_km_s"), 0};
+    EXPECT_LT(Distance(state.Position, position), row.Number("pos_tol_km"))
+        << current << " at " << row.Text("tsince_min");
+    EXPECT_LT(Distance(state.Velocity, velocity), row.Number("vel_tol_km_s"))
+        << current << " at " << row.Text("tsince_min");
+  }
+}
+
+TEST(Propagation, NearEarthAgreesWithPublishedStates) { CheckTable("sgp4-cases.csv", false); }
+
+TEST(Propagation, DeepSpaceAgreesWithPublishedStates) { CheckTable("sdp4-cases.csv", true); }
+
+TEST(Propagation, ResultsDependOnTimeAlone) {
+  for (const char* name : {"STR3-11801", "MOLNIYA 2-14", "SMS 1 AKM", "EUTELSAT 1-F1", "NOAA 12"}) {
+    TSatellite walked = tests::ReferenceSatellite(name);
+    for (const double minutes : {5000.0, 4999.0, -3000.0, 0.0, 1.0, 20000.0, 1439.0, -1.0}) {
+      TSatellite fresh = tests::ReferenceSatellite(name);
+      const SatelliteState a = StateAt(walked, minutes), b = StateAt(fresh, minutes);
+      EXPECT_EQ(Distance(a.Position, b.Position), 0) << name << " at " << minutes;
+    }
+    TSatellite copy = walked;
+    StateAt(copy, -20000);
+    EXPECT_EQ(StateAt(copy, 777).Position.x, StateAt(walked, 777).Position.x) << name;
+  }
+}
+
+/// Lyddane's variables and the resonance must not make a satellite jump: over a minute it moves as far as its
+/// velocity says.
+TEST(Propagation, OrbitsAreContinuous) {
+  for (const char* name : {"SMS 1 AKM", "EUTELSAT 1-F1", "ITALSAT 2", "MOLNIYA 1-83", "VANGUARD 1"}) {
+    TSatellite satellite = tests::ReferenceSatellite(name);
+    SatelliteState before = StateAt(satellite, 0);
+    for (int minute = 1; minute < 20000; minute += 1) {
+      const SatelliteState now = StateAt(satellite, minute);
+      const double travelled = 30 * (before.Velocity.w + now.Velocity.w);
+      ASSERT_NEAR(Distance(before.Position, now.Position), travelled, 0.02 * travelled + 1)
+          << name << " " << minute;
+      before = now;
+    }
+  }
+}
+
+TEST(Propagation, AllocatesNothing) {
+  for (const char* name : {"NOAA 12", "MOLNIYA 2-14"}) {
+    TSatellite satellite = tests::ReferenceSatellite(name);
+    const long before = allocations;
+    double sum = 0;
+    for (int minute = -2000; minute < 2000; minute += 100) sum += StateAt(satellite, minute).Position.x;
+    EXPECT_EQ(allocations, before) << name << sum;
+  }
+}
+
+/// Circles and equatorial orbits divide by nothing; they do occur in real sets.
+TEST(Propagation, CirclesAndEquatorsStayFinite) {
+  const struct {
+    const char* label;
+    const char* line2;
+  } rows[] = {
+      {"near circle", "2 21263  98.5313  39.9325 0000000   4.9627 355.1680 14.22950462401115"},
+      {"near equator", "2 21263   0.0000  39.9325 0013250   4.9627 355.1680 14.22950462401115"},
+      {"near retrograde equator", "2 21263 180.0000  39.9325 0013250   4.9627 355.1680 14.22950462401115"},
+      {"stationary circle in the equator",
+       "2 21263   0.0000  39.9325 0000000   4.9627 355.1680  1.00273000401115"},
+      {"half a day, equator", "2 21263   0.0000  39.9325 7000000   4.9627 355.1680  2.00550000401115"}};
+  for (const auto& row : rows) {
+    TSatellite satellite;
+    satellite.ParseElements("1 21263U 91032A   99034.20978316  .00000272  00000-0  13981-3 0  1482",
+                            row.line2);
+    EXPECT_TRUE(CanPropagate(satellite)) << row.label;
+    for (const double minutes : {-1440.0, 10.0, 5000.0}) {
+      const SatelliteState state = StateAt(satellite, minutes);
+      EXPECT_GT(state.Position.w, XKMPER) << row.label << " at " << minutes;
+      EXPECT_LT(state.Position.w, 100000) << row.label << " at " << minutes;
+    }
+  }
+}
+
+TEST(Propagation, ElementsWithoutAnOrbitAreKnown) {
+  TSatellite still;
+  still.ParseElements("1 00001U 91032A   99034.20978316",
+                      "2 00001  98.5313  39.9325 0013250   4.9627 355.1680  0.00");
+  EXPECT_FALSE(CanPropagate(still));
+  TSatellite satellite;
+  const char* line1 = "1 00001U 91032A   99034.20978316";
+  EXPECT_THROW(satellite.ParseElements(line1, "2 00001  98.5313  39.9325 0013250   4.9627 355.1680 -14.2"),
+               MathError);
+}
+
+}  // namespace
+}  // namespace pelorin::orbit

@@ -1,0 +1,88 @@
+#include "orbit/satellite.h"
+
+#include <gtest/gtest.h>
+
+#include "orbit/model_constants.h"
+#include "orbit/scalar_math.h"
+
+namespace pelorin::orbit {
+namespace {
+
+constexpr std::string_view kLine1 = "1 21263U 91032A   99034.20978316  .00000272  00000-0  13981-3 0  1482";
+constexpr std::string_view kLine2 = "2 21263  98.5313  39.9325 0013250   4.9627 355.1680 14.22950462401115";
+
+TEST(Satellite, ReadsEveryElement) {
+  TSatellite s;
+  s.ParseElements(kLine1, kLine2);
+  EXPECT_EQ(s.CatalogueNumber, "21263");
+  EXPECT_EQ(s.ElementSetNumber, "148");
+  EXPECT_NEAR(s.EpochRaw, 99034.20978316, 1e-9);
+  EXPECT_NEAR(s.MeanMotionDot, 0.00000272 * kTwoPi / (1440.0 * 1440), 1e-20);
+  EXPECT_EQ(s.MeanMotionDotDot, 0);
+  EXPECT_NEAR(s.BStar, 0.13981e-3, 1e-12);
+  EXPECT_NEAR(Degrees(s.Inclination), 98.5313, 1e-9);
+  EXPECT_NEAR(Degrees(s.RightAscensionOfNode), 39.9325, 1e-9);
+  EXPECT_NEAR(s.Eccentricity, 0.0013250, 1e-12);
+  EXPECT_NEAR(Degrees(s.ArgumentOfPerigee), 4.9627, 1e-9);
+  EXPECT_NEAR(Degrees(s.MeanAnomaly), 355.1680, 1e-9);
+  EXPECT_NEAR(s.PeriodDays() * 1440, 101.198, 0.001);
+  EXPECT_FALSE(s.IsDeepSpace);
+}
+
+TEST(Satellite, SignsAndExponentsOfTheLastFields) {
+  const struct {
+    const char* bstar;
+    double value;
+  } rows[] = {{" 00000-0", 0}, {"-11606-4", -0.11606e-4}, {"+57656-4", 0.57656e-4}, {" 13844+1", 1.3844}};
+  for (const auto& row : rows) {
+    TSatellite s;
+    std::string line1(kLine1);
+    line1.replace(53, 8, row.bstar);
+    s.ParseElements(line1, kLine2);
+    EXPECT_NEAR(s.BStar, row.value, 1e-12) << row.bstar;
+  }
+  TSatellite s;
+  std::string line1(kLine1);
+  line1.replace(44, 8, "-12345-6");
+  line1.replace(64, 4, "1999");
+  s.ParseElements(line1, kLine2);
+  EXPECT_NEAR(s.MeanMotionDotDot / (kTwoPi / Cube(1440)), -0.12345e-6, 1e-15);
+  EXPECT_EQ(s.ElementSetNumber, "999");
+}
+
+TEST(Satellite, DeepSpaceBeginsAtAPeriodOf225Minutes) {
+  const struct {
+    const char* revolutionsPerDay;
+    bool deepSpace;
+  } rows[] = {{" 6.41000000", false}, {" 6.38000000", true}, {" 1.00270000", true}};
+  for (const auto& row : rows) {
+    TSatellite s;
+    std::string line2(kLine2);
+    line2.replace(52, 11, row.revolutionsPerDay);
+    s.ParseElements(kLine1, line2);
+    EXPECT_EQ(s.IsDeepSpace, row.deepSpace) << row.revolutionsPerDay;
+  }
+}
+
+TEST(Satellite, IdentityFollowsFromTheName) {
+  const struct {
+    const char* name;
+    double halfAngle;
+    int linesPerMinute;
+    bool noaa;
+  } rows[] = {{" noaa 15 ", 55.37, 120, true}, {"NOAA-12", 55.37, 120, true},
+              {"NOAA 15 [+]", 45, 120, false}, {"NOAA 19", 45, 120, false},
+              {"METEOR 3-5", 36, 120, false},  {"OKEAN-O", 45, 240, false},
+              {"SICH-1", 45, 240, false}};
+  for (const auto& row : rows) {
+    TSatellite s;
+    s.SetIdentity(row.name, "/data/keps\\weather.2li");
+    EXPECT_EQ(s.ScanHalfAngle, row.halfAngle) << row.name;
+    EXPECT_EQ(s.LinesPerMinute, row.linesPerMinute) << row.name;
+    EXPECT_EQ(s.IsNoaaScanner, row.noaa) << row.name;
+    EXPECT_EQ(s.SourceFile, "weather.2li");
+  }
+}
+
+}  // namespace
+}  // namespace pelorin::orbit

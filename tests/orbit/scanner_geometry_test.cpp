@@ -1,0 +1,53 @@
+#include "orbit/scanner_geometry.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "orbit/model_constants.h"
+#include "orbit/scalar_math.h"
+
+namespace pelorin::orbit {
+namespace {
+
+/// Where the ray at `angle` from straight down meets the sphere, as an angle at the Earth's centre: the law
+/// of sines.
+double CentralAngle(double angle, double heightKm) {
+  return std::asin(std::sin(angle) * (XKMPER + heightKm) / XKMPER) - angle;
+}
+
+TEST(ScannerGeometry, TheTableEndsWhereTheScannerDoes) {
+  const struct {
+    const char* name;
+    double halfAngleDeg;
+  } rows[] = {{"NOAA-17", 55.37}, {"NOAA 19", 55.37},  {"NOAA 9", 45},
+              {"METEOR 3-5", 39}, {"RESURS O1-4", 48}, {"OKEAN-O", 45}};
+  for (const auto& row : rows) {
+    TSatellite s;
+    s.Name = row.name;
+    BuildScanTable(s, kHalfLinePixels, 850);
+    EXPECT_EQ(CrossTrackOffset(s, 0), 0);
+    EXPECT_EQ(CrossTrackOffset(s, -10), -CrossTrackOffset(s, 10));
+    const double last = Radians(row.halfAngleDeg * 2044 / 2047);
+    EXPECT_NEAR(CrossTrackOffset(s, 454), std::tan(CentralAngle(last, 850)) * (XKMPER + 850), 1e-6)
+        << row.name;
+    // 78 steps of 8 and one of 6 units.
+    const double inner = Radians(row.halfAngleDeg * (78 * 8 + 6) / 2047);
+    EXPECT_NEAR(CrossTrackOffset(s, 79), std::tan(CentralAngle(inner, 850)) * (XKMPER + 850), 1e-6)
+        << row.name;
+    for (int i = 1; i <= kHalfLinePixels; ++i)
+      ASSERT_GT(CrossTrackOffset(s, i), CrossTrackOffset(s, i - 1)) << i;
+  }
+}
+
+TEST(ScannerGeometry, ARayPastTheEarthEndsAtTheHorizon) {
+  // Exactly at the horizon the discriminant passes zero: the tangent point.
+  const double horizon = std::asin(XKMPER / (XKMPER + 850));
+  const double expected = std::tan(kPi / 2 - horizon) * (XKMPER + 850);
+  EXPECT_NEAR(ScanAngleToGroundDistance(horizon - 1e-9, 850), expected, 1);
+  EXPECT_TRUE(std::isfinite(ScanAngleToGroundDistance(horizon + 0.2, 850)));
+  EXPECT_NEAR(ScanAngleToGroundDistance(-0.5, 850), -ScanAngleToGroundDistance(0.5, 850), 1e-9);
+}
+
+}  // namespace
+}  // namespace pelorin::orbit

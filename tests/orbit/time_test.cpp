@@ -1,0 +1,137 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "orbit/comma_text.h"
+#include "orbit/date_time.h"
+#include "orbit/element_fields.h"
+#include "orbit/julian_date.h"
+#include "orbit/scalar_math.h"
+#include "orbit/sidereal.h"
+#include "tests/support/tables.h"
+
+namespace pelorin::orbit {
+namespace {
+
+TEST(ScalarMath, ArctangentCoversItsQuadrants) {
+  const struct {
+    double sinPart, cosPart, angle;
+  } rows[] = {{-1, 1, -kPi / 4}, {0, -1, kPi},        {-1, 0, 1.5 * kPi},  {0, 0, 1.5 * kPi},
+              {1, 0, kPi / 2},   {1, -1, 0.75 * kPi}, {-1, -1, 1.25 * kPi}};
+  for (const auto& row : rows) {
+    EXPECT_DOUBLE_EQ(AcTan(row.sinPart, row.cosPart), row.angle) << row.sinPart << " " << row.cosPart;
+  }
+}
+
+TEST(ScalarMath, ModulusStaysInItsRange) {
+  EXPECT_DOUBLE_EQ(FMod2p(-0.5), kTwoPi - 0.5);
+  EXPECT_LT(FMod2p(-1e-17), kTwoPi);
+  EXPECT_THROW(Power(0, 2), MathError);
+  EXPECT_THROW(Power(std::nan(""), 2), MathError);
+  EXPECT_NEAR(Power(10, -3), 1e-3, 1e-18);
+}
+
+TEST(ElementFields, ReadNumbersAsTheyStandInElementLines) {
+  const struct {
+    const char* text;
+    double real;
+    int integer;
+  } rows[] = {{"   ", 0, 0},
+              {" .5", 0.5, 0},
+              {"+.00000376", 3.76e-6, 0},
+              {"-1.5", -1.5, 0},
+              {" 12", 12, 12},
+              {"+7", 7, 7},
+              {"-4", -4, -4},
+              {"1A2", 0, 0},
+              {"inf", 0, 0},
+              {"nan", 0, 0},
+              {"99999999999", 99999999999.0, 0},
+              {"+-1", 0, 0}};
+  for (const auto& row : rows) {
+    EXPECT_DOUBLE_EQ(RealField(row.text, 1, 14), row.real) << row.text;
+    EXPECT_EQ(IntegerField(row.text, 1, 14), row.integer) << row.text;
+  }
+  EXPECT_EQ(IntegerField("12345", 4, 9), 45);
+  EXPECT_EQ(IntegerField("12345", 7, 2), 0);
+}
+
+TEST(DateTime, WritesMomentsByPattern) {
+  const TDateTime moment = MakeDateTime(2024, 2, 29, 23, 59, 58, 999);
+  EXPECT_EQ(FormatDateTime("mmddhhnnss", moment), "0229235958");
+  EXPECT_EQ(FormatDateTime("yyyy mmm dd, hh:nn-zzz", moment), "2024 Feb 29, 23:59-999");
+  // A millisecond from the end of a day, rounding carries into the next one.
+  EXPECT_EQ(FormatDateTime("yyyymmdd hhnn", {moment.Days + 1.0007 / 86400}), "20240301 0000")
+      << "not carried";
+  EXPECT_EQ(MakeDateTime(1899, 12, 30).Days, 0);
+  EXPECT_EQ(MakeDateTime(2000, 1, 1, 12).Days, 36526.5);
+  EXPECT_THROW(MakeDateTime(2023, 2, 29), ConvertError);
+  EXPECT_THROW(MakeDateTime(2023, 2, 28, 24), ConvertError);
+}
+
+TEST(DateTime, ReadsPassStrings) {
+  const TDateTime now = MakeDateTime(2022, 7, 9, 1, 2, 3);
+  const struct {
+    const char* text;
+    const char* moment;
+  } rows[] = {{"1115143005", "20221115143005"},   {"20011115143005", "20011115143005"},
+              {"1231000000", "20221231000000"},   {"12312359", "20221231235900"},
+              {"200104121831", "20010412183100"}, {"02222038", "20220222203800"}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(FormatDateTime("yyyymmddhhnnss", ParseTimeString(row.text, now)), row.moment) << row.text;
+  }
+  for (const char* bad : {"", "1115", "11x51430", "13011200", "0230120000", "02-81200", "0228126000"}) {
+    EXPECT_THROW(ParseTimeString(bad, now), ConvertError) << bad;
+  }
+}
+
+TEST(JulianDate, AgreesWithPublishedDates) {
+  EXPECT_EQ(JulianDateOfYear(1980), 2444238.5);  // 1980 January 0.0 (Astronomical Almanac)
+  EXPECT_EQ(JulianDateOfDateTime(MakeDateTime(2000, 1, 1, 12)), 2451545.0);
+  EXPECT_NEAR(JulianDateOfDateTime(MakeDateTime(1957, 10, 4, 19, 26, 24)), 2436116.31,
+              1e-8);  // Meeus, example 7.a
+  EXPECT_DOUBLE_EQ(JulianDateOfEpoch(99365.5), JulianDateOfDateTime(MakeDateTime(1999, 12, 31, 12)));
+  EXPECT_DOUBLE_EQ(JulianDateOfEpoch(5001.0), JulianDateOfDateTime(MakeDateTime(2005, 1, 1)));
+  EXPECT_DOUBLE_EQ(JulianDateOfEpoch(56001.0), JulianDateOfDateTime(MakeDateTime(2056, 1, 1)));
+  EXPECT_DOUBLE_EQ(JulianDateOfEpoch(57001.0), JulianDateOfDateTime(MakeDateTime(1957, 1, 1)));
+  EXPECT_EQ(DayOfYear(2000, 12, 31), 366);
+  EXPECT_EQ(DayOfYear(2100, 3, 1), 60);
+  EXPECT_TRUE(std::isfinite(JulianDateOfEpoch(1e14)));
+  const TDateTime moment = MakeDateTime(2019, 5, 21, 15, 25, 38, 250);
+  EXPECT_NEAR(DateTimeOfJulianDate(JulianDateOfDateTime(moment)).Days, moment.Days, 1e-9);
+}
+
+TEST(JulianDate, TextsRoundAndCarry) {
+  const double midnight = JulianDateOfDateTime(MakeDateTime(2001, 11, 15));
+  EXPECT_EQ(JulianDateToString(midnight + 0.4, 0), "2001 Nov 15");
+  EXPECT_EQ(JulianDateToString(midnight - 0.4 / 86400, 0), "2001 Nov 15");
+  EXPECT_EQ(JulianDateToString(midnight - 0.4 / 86400, 1), "2001 Nov 14");
+  EXPECT_EQ(JulianDateToString(JulianDateOfDateTime(MakeDateTime(2000, 2, 29, 12)), 0), "2000 Feb 29");
+  EXPECT_EQ(TimeOfDayToString(0.5 + 1.26 / 86400, 1, true), "12:00:01.3");
+  EXPECT_EQ(TimeOfDayToString(0.5 + 61.0 / 86400, 0, false), "120101");
+  EXPECT_EQ(TimeOfDayToString(0.9999999, 0, true), "00:00:00");
+}
+
+TEST(Sidereal, AgreesWithThePublishedFormula) {
+  for (const auto& row : tests::ReadTable("sidereal.csv")) {
+    const double theta = ThetaGOfJulianDate(row.Number("jd"));
+    EXPECT_NEAR(theta, row.Number("gmst_iau1982_rad"), 1e-8) << row.Text("utc");
+    EXPECT_NEAR(Degrees(theta), row.Number("gmst_iau2006_deg"), 5e-5) << row.Text("utc");
+  }
+  // The element epoch's own form, and the days it counts from 1950 January 0.5.
+  const EpochSidereal epoch = ThetaG(80230.29629788);
+  EXPECT_NEAR(epoch.AngleRad, ThetaGOfJulianDate(JulianDateOfEpoch(80230.29629788)), 1e-8);
+  EXPECT_NEAR(epoch.DaysSince1950, JulianDateOfEpoch(80230.29629788) - 2433281.5, 1e-8);
+}
+
+TEST(CommaText, SurvivesEveryCharacter) {
+  const std::vector<std::string> items{"NOAA 15", "METEOR-M2", "a,b", "say \"N\"", ""};
+  EXPECT_EQ(JoinCommaText(items), R"("NOAA 15",METEOR-M2,"a,b","say ""N""","")");
+  EXPECT_EQ(SplitCommaText(JoinCommaText(items)), items);
+  EXPECT_EQ(SplitCommaText("A B , C"), (std::vector<std::string>{"A", "B", "C"}));
+  EXPECT_EQ(SplitCommaText("\"open"), (std::vector<std::string>{"open"}));
+  EXPECT_TRUE(SplitCommaText(" ").empty());
+}
+
+}  // namespace
+}  // namespace pelorin::orbit
