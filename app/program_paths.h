@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QString>
+
+/// Where the program and its files lie. Needs a QCoreApplication.
+namespace pelorin::app {
+
+/// The executable's folder, with a "/" at its end.
+QString ProgramFolder();
+
+/// The executable's file name without folder and extension.
+QString ProgramName();
+
+/// The user's own data: environment variable PELORIN_DATA_DIR, or else "Quillfen/Pelorin" in the user's data
+/// folder. Need not exist.
+QString UserDataFolder();
+
+/// A file that the program reads, by its name. Looked for in the working folder, its parent, the program's
+/// folder, the installed "../share/pelorin" beside it, and the user's data folder; empty when none has it.
+QString FindDataFile(const QString& name, const QString& programFolder = ProgramFolder());
+
+/// The overlay master, "Overlay.bmp": beside the program when it is there or can be written there, else in
+/// the user's cache folder, which is made.
+QString MasterFile(const QString& programFolder = ProgramFolder());
+
+}  // namespace pelorin::app
