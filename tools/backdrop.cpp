@@ -76,8 +76,9 @@ QImage RenderBackdrop(const std::vector<CountryRecord>& records, const Elevation
     const auto latitude = static_cast<float>(latitudeOf(y));
     // Near the poles a pixel is too narrow for the grid's heights to be believed.
     const float narrowing = std::max(0.2F, std::cos(latitude * std::numbers::pi_v<float> / 180));
-    // The grid repeats its rows towards the south pole; the steps between them are no mountains.
-    const float relief = std::clamp((latitude + 80) / 4, 0.0F, 1.0F);
+    // In Antarctica the grid was put together from coarse squares, and towards the pole it repeats its rows;
+    // the steps between them are no mountains.
+    const float relief = std::clamp((latitude + 80) / 16, 0.0F, 1.0F);
     const uchar* landRow = landMask.constScanLine(y);
     const uchar* lakeRow = lakeMask.constScanLine(y);
     auto* target = reinterpret_cast<QRgb*>(picture.scanLine(y));

@@ -28,7 +28,7 @@ float Rise(float low, float high, float at) {
   return t * t * (3 - 2 * t);
 }
 
-/// An ellipse on the map with soft edges: 1 inside half its radius, 0 outside it.
+/// An ellipse on the map with soft edges: 1 inside a third of its radius, 0 outside it.
 struct Region {
   float LatitudeDeg, LongitudeDeg, LatitudeRadius, LongitudeRadius;
 
@@ -36,33 +36,42 @@ struct Region {
     const float dy = (latitudeDeg - LatitudeDeg) / LatitudeRadius;
     const float dx = (longitudeDeg - LongitudeDeg) / LongitudeRadius;
     const float squared = dx * dx + dy * dy;
-    return squared >= 1 ? 0 : 1 - Rise(0.5F, 1, std::sqrt(squared));
+    return squared >= 1 ? 0 : 1 - Rise(0.35F, 1, std::sqrt(squared));
   }
 };
 
 /// The great deserts and dry steppes. Climate does not follow latitude: without these, China and Florida
 /// would be as yellow as the Sahara.
-constexpr std::array DryRegions = {
-    Region{23, -4, 13, 20},   Region{23, 20, 13, 24},
-    Region{25, 45, 16, 19},  // Sahara, Arabia
-    Region{10, 46, 7, 9},     Region{33, 60, 12, 16},
-    Region{28, 70, 7, 9},  // Somalia, Iran, Thar
-    Region{43, 62, 9, 15},    Region{40, 84, 8, 17},
-    Region{42, 104, 8, 17},  // Aral, Takla Makan, Gobi
-    Region{34, 90, 7, 15},    Region{-23, 19, 13, 9},
-    Region{-25, 131, 12, 22},  // Tibet, Kalahari, Australia
-    Region{36, -114, 10, 10}, Region{28, -106, 9, 9},
-    Region{-23, -69, 11, 5},                            // Great Basin, Mexico, Atacama
-    Region{-44, -69, 13, 6},  Region{28, -113, 7, 4}};  // Patagonia, Baja California
+constexpr std::array DryRegions = {Region{23, -4, 12, 20},   Region{24, 16, 13, 24},
+                                   Region{25, 33, 14, 16},  // Sahara
+                                   Region{24, 47, 15, 17},   Region{21, 56, 8, 9},
+                                   Region{32, 41, 6, 9},  // Arabia, Syria
+                                   Region{9, 46, 9, 10},     Region{33, 59, 12, 16},
+                                   Region{28, 69, 8, 10},  // Somalia, Iran, Thar
+                                   Region{43, 62, 9, 16},    Region{40, 84, 8, 17},
+                                   Region{42, 104, 8, 17},  // Aral, Takla Makan, Gobi
+                                   Region{34, 90, 7, 15},    Region{-24, 19, 14, 9},
+                                   Region{-25, 130, 13, 24},  // Tibet, Kalahari, Australia
+                                   Region{36, -114, 10, 11}, Region{27, -105, 10, 9},
+                                   Region{28, -113, 7, 5},                              // Great Basin, Mexico
+                                   Region{-23, -69, 11, 5},  Region{-44, -69, 13, 6}};  // Atacama, Patagonia
 
 /// What lies under inland ice; everything beyond 60° S does too.
 constexpr std::array IceSheets = {Region{74, -40, 16, 30}, Region{68, -43, 12, 16}};
 
+/// Where regions overlap, each turns a part of what the others left.
 template <std::size_t N>
-float LargestShare(const std::array<Region, N>& regions, float latitudeDeg, float longitudeDeg) {
-  float largest = 0;
-  for (const Region& region : regions) largest = std::max(largest, region.Share(latitudeDeg, longitudeDeg));
-  return largest;
+float TotalShare(const std::array<Region, N>& regions, float latitudeDeg, float longitudeDeg) {
+  float left = 1;
+  for (const Region& region : regions) left *= 1 - region.Share(latitudeDeg, longitudeDeg);
+  return 1 - left;
+}
+
+/// Deserts do not end along ellipses: places are moved by a degree or two before they are looked up.
+float Dryness(float latitudeDeg, float longitudeDeg) {
+  const float latitude = latitudeDeg + 1.2F * std::sin(0.27F * longitudeDeg + 0.31F * latitudeDeg);
+  const float longitude = longitudeDeg + 1.8F * std::sin(0.41F * latitudeDeg - 0.17F * longitudeDeg + 1);
+  return TotalShare(DryRegions, latitude, longitude);
 }
 
 /// Lowland that gets its rain, by distance from the equator.
@@ -82,9 +91,15 @@ constexpr std::array Depths = {Stop{-8000, {70, 116, 166}},  Stop{-6000, {88, 13
                                Stop{-1000, {150, 194, 224}}, Stop{-200, {176, 212, 234}},
                                Stop{0, {200, 226, 240}}};
 
-/// The height above which snow lies all year; it falls towards the poles.
+/// Far north the bare rock is grey with lichen and frost, not brown.
+constexpr Colour Tundra{208, 204, 192};
+
+/// The height above which snow lies all year: highest in the dry air at 30°, falling steeply to the Alps
+/// and slowly from there to the poles. These are mountains as the 5′ grid has them, without their peaks.
 float SnowLineM(float latitudeDeg) {
-  return std::max(450.0F, 5600 - 62 * std::max(0.0F, std::abs(latitudeDeg) - 12));
+  const float fromEquator = std::abs(latitudeDeg);
+  if (fromEquator < 30) return 5200 + 25 * fromEquator;
+  return std::max({5950 - 175 * (fromEquator - 30), 2975 - 80 * (fromEquator - 47), 350.0F});
 }
 
 }  // namespace
@@ -94,13 +109,14 @@ Colour Mix(const Colour& a, const Colour& b, float part) {
 }
 
 Colour LandColour(float heightM, float latitudeDeg, float longitudeDeg) {
-  const Colour lowland =
-      Mix(Along(Humid, std::abs(latitudeDeg)), Dry, LargestShare(DryRegions, latitudeDeg, longitudeDeg));
-  const Colour bare = Mix(lowland, Along(Heights, heightM), 0.85F * Rise(100, 1600, heightM));
+  const float fromEquator = std::abs(latitudeDeg);
+  const Colour lowland = Mix(Along(Humid, fromEquator), Dry, Dryness(latitudeDeg, longitudeDeg));
+  const Colour rock = Mix(Along(Heights, heightM), Tundra, 0.8F * Rise(58, 74, fromEquator));
+  const Colour bare = Mix(lowland, rock, 0.85F * Rise(100, 1600, heightM));
   const float snowLine = SnowLineM(latitudeDeg);
   const float snow = Rise(snowLine - 150, snowLine + 700, heightM);
   const float sheet =
-      latitudeDeg < -60 ? 1 : LargestShare(IceSheets, latitudeDeg, longitudeDeg) * Rise(100, 700, heightM);
+      latitudeDeg < -60 ? 1 : TotalShare(IceSheets, latitudeDeg, longitudeDeg) * Rise(100, 700, heightM);
   return Mix(bare, Snow, std::max(snow, sheet));
 }
 
