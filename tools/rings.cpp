@@ -77,34 +77,24 @@ Points ClipAtMeridian(const Points& shape, double meridian, double sign) {
   return kept;
 }
 
-/// The master leaves out points less than two pixels (5.5′) from the last one drawn. Were that the point
-/// where a coast reaches the eastern cut, the cut's edge would start inside the picture. So points just
-/// before such a point are left out here, as far as four pixels.
-Points ClearBeforeEastCut(const Points& shape) {
-  constexpr double nearMin = 11;
-  auto first =
-      std::find_if(shape.begin(), shape.end(), [](const PointMin& p) { return p.Longitude == EastCutMin; });
-  if (first == shape.end()) return shape;
-  Points cleared;
-  // Backwards from a point on the cut; a point is judged by the cut point that follows it.
-  Points turned(first, shape.end());
-  turned.insert(turned.end(), shape.begin(), first);
-  turned.push_back(*first);
-  const PointMin* reached = nullptr;
-  for (auto point = turned.rbegin(); point != turned.rend(); ++point) {
-    if (point->Longitude == EastCutMin) {
-      reached = &*point;
-    } else if (reached != nullptr && std::abs(point->Longitude - reached->Longitude) < nearMin &&
-               std::abs(point->Latitude - reached->Latitude) < nearMin) {
-      continue;
-    } else {
-      reached = nullptr;
+/// The master leaves out points less than two pixels (5.5′) from the last one drawn. When that is the point
+/// where a coast reaches the eastern cut, the cut's edge would be drawn from inside the picture, as a false
+/// coast. So an edge on the cut begins with points close enough that the picture is left at the next one.
+Points EaseIntoEastCut(const Points& shape) {
+  constexpr double stepMin = 3;
+  constexpr double lengthMin = 12;
+  Points eased;
+  for (std::size_t i = 0; i < shape.size(); ++i) {
+    const PointMin& from = shape[i];
+    const PointMin& to = shape[(i + 1) % shape.size()];
+    eased.push_back(from);
+    if (from.Longitude != EastCutMin || to.Longitude != EastCutMin) continue;
+    const double edge = to.Latitude - from.Latitude;
+    for (double along = stepMin; along <= lengthMin && along < std::abs(edge); along += stepMin) {
+      eased.push_back({EastCutMin, from.Latitude + std::copysign(along, edge)});
     }
-    cleared.push_back(*point);
   }
-  std::reverse(cleared.begin(), cleared.end());
-  cleared.pop_back();
-  return cleared;
+  return eased;
 }
 
 /// Three turns of a coast round the pole, closed along 90° S: whatever the coast's own seam, the turn
@@ -194,7 +184,7 @@ std::vector<Points> CutToMap(const Ring& ring) {
     const bool onMap = std::any_of(shape.begin(), shape.end(), [](const PointMin& p) {
       return p.Longitude > -TurnMin / 2 && p.Longitude < EastCutMin;
     });
-    if (onMap) shapes.push_back(ClearBeforeEastCut(shape));
+    if (onMap) shapes.push_back(EaseIntoEastCut(shape));
   }
   return shapes;
 }

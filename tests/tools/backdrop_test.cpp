@@ -1,0 +1,65 @@
+#include "tools/backdrop.h"
+
+#include <gtest/gtest.h>
+
+#include <QColor>
+#include <QtEndian>
+#include <stdexcept>
+
+#include "tools/relief.h"
+
+namespace pelorin::tools {
+namespace {
+
+/// The grid with `east` metres in the eastern hemisphere and `west` in the western one.
+ElevationGrid TwoHemispheres(std::int16_t east, std::int16_t west) {
+  QByteArray bytes(ElevationGrid::Rows * ElevationGrid::Columns * 2, '\0');
+  for (int i = 0; i < ElevationGrid::Rows * ElevationGrid::Columns; ++i) {
+    qToLittleEndian(i % ElevationGrid::Columns < 2160 ? east : west, bytes.data() + i * 2);
+  }
+  return ElevationGrid(bytes);
+}
+
+TEST(Backdrop, PutsLandLakeAndSeaInTheirPlaces) {
+  const ElevationGrid heights = TwoHemispheres(-6000, -100);
+  const std::vector<CountryRecord> records = {
+      {RecordKind::Land, {{600, 600}, {3600, 600}, {3600, 3000}, {600, 3000}}},
+      {RecordKind::Water, {{1200, 1200}, {1800, 1200}, {1800, 1800}, {1200, 1800}}}};
+  const QImage picture = RenderBackdrop(records, heights, 360);  // a pixel a degree
+  ASSERT_EQ(picture.size(), QSize(360, 180));
+  const auto at = [&](int latitude, int longitude) {
+    return picture.pixelColor(180 + longitude, 89 - latitude);
+  };
+  const QColor land = at(15, 15);
+  EXPECT_GT(land.green(), land.blue());
+  EXPECT_GT(at(45, 55).green(), at(45, 55).blue());  // the other corner
+  const QColor lake = at(25, 25);
+  EXPECT_GT(lake.blue(), lake.green());
+  EXPECT_GT(at(5, 15).blue(), at(5, 15).green());                     // sea south of the land
+  EXPECT_LT(at(-40, 90).lightness(), at(-40, -90).lightness() - 30);  // deep and shallow
+  const QColor ice = [&] {
+    const std::vector<CountryRecord> south = {
+        {RecordKind::Land, {{-10830, -4500}, {10800, -4500}, {10800, -5400}, {-10830, -5400}}}};
+    return RenderBackdrop(south, heights, 360).pixelColor(0, 179);
+  }();
+  EXPECT_GT(ice.lightness(), 240);  // also in the corner where Antarctica is cut
+}
+
+TEST(Backdrop, HeightsAreReadBetweenNodesAndRoundTheGlobe) {
+  const ElevationGrid grid = TwoHemispheres(100, 300);
+  EXPECT_FLOAT_EQ(grid.HeightM(12.3, 90), 100);
+  EXPECT_FLOAT_EQ(grid.HeightM(12.3, -90), 300);
+  EXPECT_FLOAT_EQ(grid.HeightM(12.3, 270), 300);
+  EXPECT_NEAR(grid.HeightM(-90, 180 - 1 / 48.0), 250, 0.1);  // three quarters of the way to a western node
+  EXPECT_THROW(ElevationGrid(QByteArray(1000, '\0')), std::runtime_error);
+}
+
+TEST(Relief, SlopesFacingNorthWestAreBright) {
+  EXPECT_FLOAT_EQ(HillShade(0, 0), 1);
+  EXPECT_GT(HillShade(0.5F, -0.5F), 1.2F);  // rises to the south-east, so it faces north-west
+  EXPECT_LT(HillShade(-0.5F, 0.5F), 0.5F);
+  EXPECT_NEAR(HillShade(0.3F, 0.3F), 1, 0.1);
+}
+
+}  // namespace
+}  // namespace pelorin::tools

@@ -1,0 +1,167 @@
+#include <gtest/gtest.h>
+
+#include <QImage>
+#include <QString>
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+#include "files/read_file.h"
+#include "tools/countries_file.h"
+#include "tools/elevation_grid.h"
+
+namespace pelorin::tools {
+namespace {
+
+const std::vector<CountryRecord>& Records() {
+  static const auto records =
+      DecodeRecords(files::ReadFile(QStringLiteral(PELORIN_BUILT_DATA "/Countries.dat")));
+  return records;
+}
+
+bool Inside(const std::vector<FilePoint>& outline, double longitude, double latitude) {
+  bool inside = false;
+  for (std::size_t i = 0, j = outline.size() - 1; i < outline.size(); j = i++) {
+    const FilePoint& a = outline[i];
+    const FilePoint& b = outline[j];
+    if ((a.Latitude > latitude) == (b.Latitude > latitude)) continue;
+    const double crossing =
+        a.Longitude + (latitude - a.Latitude) * (b.Longitude - a.Longitude) / (b.Latitude - a.Latitude);
+    if (longitude < crossing) inside = !inside;
+  }
+  return inside;
+}
+
+/// What is painted last at a place: "sea" where nothing is.
+std::string SurfaceAt(double latitudeDeg, double longitudeDeg) {
+  std::string surface = "sea";
+  for (const CountryRecord& record : Records()) {
+    if (record.Kind != RecordKind::Border && Inside(record.Points, longitudeDeg * 60, latitudeDeg * 60)) {
+      surface = record.Kind == RecordKind::Water ? "lake" : "land";
+    }
+  }
+  return surface;
+}
+
+TEST(BuiltCountries, RecordsKeepTheLimits) {
+  std::size_t lands = 0, lakes = 0, borders = 0, islandsInLakes = 0;
+  for (const CountryRecord& record : Records()) {
+    EXPECT_LE(record.Points.size(), MaxRecordPoints);
+    EXPECT_GE(record.Points.size(), record.Kind == RecordKind::Border ? 2U : 3U);
+    for (const FilePoint& point : record.Points) {
+      ASSERT_TRUE(point.Longitude >= WestCutMin && point.Longitude <= EastCutMin &&
+                  std::abs(point.Latitude) <= 5400);
+    }
+    if (record.Kind == RecordKind::Water) ++lakes;
+    if (record.Kind == RecordKind::Border) ++borders;
+    // Drawing order: lakes over land, borders over everything.
+    EXPECT_TRUE(record.Kind == RecordKind::Border || borders == 0);
+    if (record.Kind == RecordKind::Land) ++(lakes == 0 ? lands : islandsInLakes);
+  }
+  EXPECT_GT(lands, 5000U);
+  EXPECT_GT(lakes, 1500U);
+  EXPECT_GT(islandsInLakes, 50U);
+  EXPECT_GT(borders, 500U);
+}
+
+TEST(BuiltCountries, PlacesAreWhatTheyAre) {
+  struct Row {
+    const char* label;
+    double latitude, longitude;
+    const char* surface;
+  };
+  const Row rows[] = {
+      {"Edinburgh", 55.94, -3.2, "land"},
+      {"mid North Sea", 56, 3, "sea"},
+      {"Lake Superior", 47.6, -87.5, "lake"},
+      {"Isle Royale in it", 48, -88.85, "land"},
+      {"Manitoulin Island", 45.75, -82.2, "land"},
+      {"Caspian Sea, a lake here", 41.5, 51, "lake"},
+      {"Black Sea", 43, 34, "sea"},
+      {"Moscow, in the largest record", 55.75, 37.6, "land"},
+      {"Denver", 39.74, -105, "land"},
+      {"Saint Helena, 120 km²", -15.96, -5.71, "land"},
+      {"South Pole, Greenwich side", -89.9, 0.5, "land"},
+      {"South Pole, at the east edge", -89.9, 179.98, "land"},
+      {"South Pole, at the west edge", -89.9, -179.98, "land"},
+      {"Vostok", -78.46, 106.84, "land"},
+      {"Ross ice shelf, within the ice front", -80, -175, "land"},
+      {"Ross Sea at the east edge", -76, 179.9, "sea"},
+      {"Vanua Levu", -16.6, 179.3, "land"},
+      {"Taveuni, east of 180°", -16.85, -179.97, "land"},
+      {"Taveuni, west of 180°", -16.93, 179.96, "land"},
+      {"Wrangel, east of 180°", 71.2, -179.2, "land"},
+      {"Wrangel, west of 180°", 71.2, 179.5, "land"},
+      {"Wrangel at the west edge", 71.2, -179.99, "land"},
+      {"Wrangel at the east edge", 71.2, 179.99, "land"},
+      {"Chukotka, west of 180°", 67.5, 179.9, "land"},
+      {"Chukotka, east of 180°", 67.5, -179.9, "land"},
+      {"Long Strait between them", 69.9, 179.95, "sea"},
+      {"Bering Sea", 60, -179.9, "sea"},
+      {"North Pole", 89.9, 20, "sea"},
+  };
+  for (const Row& row : rows) EXPECT_EQ(SurfaceAt(row.latitude, row.longitude), row.surface) << row.label;
+}
+
+TEST(BuiltCountries, NoCutIsSeenAsACoast) {
+  // As the overlay master draws: 22 pixels a degree, points less than two pixels from the last one left out.
+  struct Pixel {
+    long X = -1, Y = -1;
+  };
+  for (const CountryRecord& record : Records()) {
+    if (record.Kind == RecordKind::Border) continue;
+    std::vector<Pixel> kept;
+    Pixel last;
+    for (const FilePoint& point : record.Points) {
+      const Pixel next{std::lround((point.Longitude + 10800) * 22 / 60.0),
+                       std::lround((5400 - point.Latitude) * 22 / 60.0)};
+      if (std::abs(next.X - last.X) < 2 && std::abs(next.Y - last.Y) < 2) continue;
+      kept.push_back(last = next);
+    }
+    for (std::size_t i = 0; i < kept.size(); ++i) {
+      const Pixel& a = kept[i];
+      const Pixel& b = kept[(i + 1) % kept.size()];
+      const auto [west, east] = std::minmax(a.X, b.X);
+      const bool along = std::abs(a.Y - b.Y) > 2 * (east - west) + 4;  // a long steep edge …
+      EXPECT_FALSE(along && east >= 7918 && west < 7920) << a.X << ' ' << a.Y << ' ' << b.Y;
+      EXPECT_FALSE(along && west <= 1 && east >= 0) << a.X << ' ' << a.Y << ' ' << b.Y;
+      EXPECT_FALSE(std::max(a.Y, b.Y) >= 3958 && std::min(a.Y, b.Y) < 3960 && east - west > 12 &&
+                   west < 7920 && east >= 0);
+    }
+  }
+}
+
+TEST(BuiltTopography, HasTheHeightsOfKnownPlaces) {
+  const ElevationGrid grid(files::ReadFile(QStringLiteral(PELORIN_BUILT_DATA "/etopo5.elev")));
+  struct Row {
+    const char* label;
+    double latitude, longitude;
+    float height;
+  };
+  // The nodes nearest to the places.
+  const Row rows[] = {
+      {"Everest", 28, 86 + 11 / 12.0, 6096}, {"Mariana Trench", 11 + 4 / 12.0, 142 + 2 / 12.0, -9905},
+      {"Gulf of Guinea", 0, 0, -4876},       {"the same a turn on", 0, 360, -4876},
+      {"Denver", 39.75, -105, 1658},         {"Lake Victoria", -1, 33, 1128}};
+  for (const Row& row : rows)
+    EXPECT_NEAR(grid.HeightM(row.latitude, row.longitude), row.height, 0.5) << row.label;
+}
+
+TEST(BuiltBackdrop, HasThreeSizes) {
+  for (const auto& [name, width] :
+       {std::pair("LargeUserMap.jpg", 4096), {"UserMap.jpg", 2048}, {"SmallUserMap.jpg", 1024}}) {
+    const QImage picture(QStringLiteral(PELORIN_BUILT_DATA "/") + QLatin1StringView(name));
+    ASSERT_EQ(picture.size(), QSize(width, width / 2));
+    const auto at = [&](double latitude, double longitude) {
+      return picture.pixelColor(static_cast<int>((longitude + 180) * width / 360),
+                                static_cast<int>((90 - latitude) * width / 360));
+    };
+    EXPECT_GT(at(20, 10).red(), at(20, 10).blue() + 40);     // the Sahara is yellow
+    EXPECT_GT(at(0, -30).blue(), at(0, -30).red() + 40);     // the Atlantic is blue
+    EXPECT_GT(at(-5, -62).green(), at(-5, -62).red() + 20);  // the Amazon is green
+    EXPECT_GT(at(-85, 0).lightness(), 235);                  // Antarctica is white
+  }
+}
+
+}  // namespace
+}  // namespace pelorin::tools

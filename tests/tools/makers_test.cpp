@@ -1,0 +1,54 @@
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include "files/atomic_file.h"
+#include "files/read_file.h"
+
+namespace pelorin::tools {
+namespace {
+
+TEST(Makers, RefuseBadInputAndLeaveTheOldFile) {
+  const QTemporaryDir folder;
+  const auto path = [&](const char* name) { return folder.filePath(QLatin1StringView(name)); };
+  files::ReplaceFile(path("garbled"), QByteArrayView("CDF\1 and no more"));
+  files::ReplaceFile(path("old"), QByteArrayView("old"));
+  struct Row {
+    const char* maker;
+    QStringList arguments;
+    const char* reason;  // a part of what is said
+  };
+  const QString missing = path("missing");
+  const QString garbled = path("garbled");
+  const QString old = path("old");
+  const Row rows[] = {
+      {"make_countries", {missing, missing, old}, "missing: cannot open"},
+      {"make_countries", {garbled, garbled, old}, "garbled: cannot open"},
+      {"make_topography", {missing, old}, "missing: cannot open"},
+      {"make_topography", {garbled, old}, "garbled: cannot open"},
+      {"make_backdrop",
+       {missing, QStringLiteral(PELORIN_BUILT_DATA "/etopo5.elev"), old, old, old},
+       "missing"},
+      {"make_backdrop",
+       {garbled, QStringLiteral(PELORIN_BUILT_DATA "/etopo5.elev"), old, old, old},
+       "unknown kind"},
+      {"make_backdrop",
+       {QStringLiteral(PELORIN_BUILT_DATA "/Countries.dat"), garbled, old, old, old},
+       "wrong size"},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(std::string(row.maker) + " " + row.reason);
+    QProcess process;
+    process.start(QStringLiteral(PELORIN_MAKERS "/") + QLatin1StringView(row.maker), row.arguments);
+    ASSERT_TRUE(process.waitForFinished());
+    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(process.exitCode(), 1);
+    EXPECT_TRUE(process.readAllStandardError().contains(row.reason));
+    EXPECT_EQ(files::ReadFile(old), "old");
+  }
+}
+
+}  // namespace
+}  // namespace pelorin::tools
