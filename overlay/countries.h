@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QString>
+#include <cstdint>
+#include <vector>
+
+#include "files/file_error.h"
+
+/// `Countries.dat`: coasts, lakes and borders as polygon records (docs/formats.md).
+namespace pelorin::overlay {
+
+/// A point in minutes of arc, east and north positive.
+struct PolyPoint {
+  std::int16_t Longitude, Latitude;
+};
+
+/// Records may hold this many points; the master's drawing counts on it.
+inline constexpr int kMostPolyPoints = 15000;
+
+/// One record. The box, in minutes of arc, always holds the point (0, 0): each side starts there and a point
+/// only widens the side of its own sign.
+struct TPolyObject {
+  int MaxLatitude = 0, MinLatitude = 0, MaxLongitude = 0, MinLongitude = 0;
+  std::uint8_t Kind = 0;
+  std::vector<PolyPoint> Points;
+
+  bool IsOpenLine() const { return (Kind & 1) != 0; }
+  bool IsLand() const { return (Kind & 0xFE) == 0 || (Kind & 0xFE) == 4; }
+  bool IsWater() const { return (Kind & 0xFE) == 8; }
+};
+
+/// All records in file order; an empty file has none. A file that breaks off within a record, or whose counts
+/// cannot be, raises FileError naming it, and so does one that cannot be read.
+std::vector<TPolyObject> LoadPolygons(const QString& path);
+
+}  // namespace pelorin::overlay

@@ -1,0 +1,63 @@
+#include "overlay/ground_colour.h"
+
+#include <algorithm>
+
+#include "overlay/elevation_colours.h"
+#include "overlay/overlay_master.h"
+#include "overlay/palette.h"
+
+namespace pelorin::overlay {
+namespace {
+
+constexpr std::uint32_t kOpaque = 0xFF000000;
+
+bool HasDirectColours(const QImage& image) {
+  return image.format() == QImage::Format_RGB32 || image.format() == QImage::Format_ARGB32 ||
+         image.format() == QImage::Format_RGB888;
+}
+
+}  // namespace
+
+GroundColours::GroundColours(GroundSource source, const MasterView* master, bool showOverlay)
+    : source_(source), master_(master), showOverlay_(showOverlay) {
+  if (source_.BaseImage && !HasDirectColours(*source_.BaseImage)) source_.BaseImage = nullptr;
+  if (source_.BaseImage && source_.BaseImage->isNull()) source_.BaseImage = nullptr;
+}
+
+std::uint32_t GroundColours::BaseColour(int southMin, int eastMin) const {
+  if (source_.Elevations) {
+    if (!source_.Elevations->KnownLayout()) return kUnknownGroundColour;
+    const ElevationColours& colours = AtlasColours();
+    const int elevation = source_.Elevations->ElevationAt(southMin, eastMin);
+    return colours[static_cast<std::size_t>(std::clamp(elevation, 0, static_cast<int>(colours.size()) - 1))];
+  }
+  if (source_.BaseImage) {
+    const QImage& image = *source_.BaseImage;
+    const auto scaled = [](int size, int minutes, int range) {
+      return std::min(static_cast<int>(std::int64_t{size} * minutes / range), size - 1);
+    };
+    return image.pixel(scaled(image.width(), (eastMin + 10800) % 21600, 21600),
+                       scaled(image.height(), southMin, 10800));
+  }
+  return 0;
+}
+
+void GroundColours::ColourLine(const GroundLine& line, std::span<std::uint32_t, kScanPositions> colours,
+                               std::span<std::uint8_t, kScanPositions> indices) const {
+  for (std::size_t i = 0; i < kScanPositions; ++i) {
+    const int southMin = line.SouthMin[i], eastMin = line.EastMin[i];
+    std::uint8_t index = kBackground;
+    if (master_) {
+      // The master's pixels stand for the points at their middle: the nearest one counts.
+      const int row = std::min((southMin * 22 + 30) / 60, kMasterHeight - 1);
+      const int westMin = eastMin >= 10800 ? eastMin - 10800 : eastMin + 10800;
+      const int column = (westMin * 22 + 30) / 60;
+      index = master_->Row(row)[column < kMasterWidth ? column : 0];
+    }
+    indices[i] = index;
+    const bool covered = showOverlay_ && master_ && index != kBackground;
+    colours[i] = kOpaque | (covered ? master_->Colours()[index] : BaseColour(southMin, eastMin));
+  }
+}
+
+}  // namespace pelorin::overlay

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QImage>
+#include <cstdint>
+#include <span>
+
+#include "overlay/ground_track.h"
+#include "overlay/master_view.h"
+#include "overlay/topography.h"
+
+/// From ground points to colours.
+namespace pelorin::overlay {
+
+/// Where the ground's own colour comes from: elevations, or a plain map of the world in plate carrée with
+/// 180° W at its left edge and the north pole at its upper one. With neither the ground is black. Pictures
+/// and mappings are borrowed.
+struct GroundSource {
+  const Topography* Elevations = nullptr;
+  const QImage* BaseImage = nullptr;  ///< of 24 or 32 bits; any other kind gives black
+};
+
+/// Colours the points of lines. Everything given must outlive it.
+class GroundColours {
+ public:
+  /// `master` may be null: the index is then the background's everywhere. With `showOverlay` the master's
+  /// colours cover the ground, but for its background.
+  GroundColours(GroundSource source, const MasterView* master, bool showOverlay);
+
+  /// One line of points, to colours (0xFFRRGGBB) and master indices, in the order of `line`.
+  void ColourLine(const GroundLine& line, std::span<std::uint32_t, kScanPositions> colours,
+                  std::span<std::uint8_t, kScanPositions> indices) const;
+
+ private:
+  std::uint32_t BaseColour(int southMin, int eastMin) const;
+
+  GroundSource source_;
+  const MasterView* master_;
+  bool showOverlay_;
+};
+
+}  // namespace pelorin::overlay

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QString>
+#include <cstdint>
+#include <optional>
+
+#include "files/mapped_file.h"
+#include "overlay/image/indexed_bitmap.h"
+
+namespace pelorin::overlay {
+
+/// The overlay master seen in memory: 3960 rows of 7920 bytes, north first, one byte per pixel, column 0 at
+/// 180° W. The file is mapped read-only for this object's life and never read as a whole.
+class MasterView {
+ public:
+  /// Nothing when there is no valid master.
+  static std::optional<MasterView> Open(const QString& path);
+
+  /// 0 is the northmost row; 0 … 3959.
+  const std::uint8_t* Row(int row) const;
+  /// Colour of each index as the file has it, 0x00RRGGBB.
+  const image::ColourTable& Colours() const { return colours_; }
+
+ private:
+  explicit MasterView(files::MappedFile file);
+
+  files::MappedFile file_;
+  image::ColourTable colours_{};
+};
+
+}  // namespace pelorin::overlay

@@ -1,0 +1,136 @@
+#include "overlay/overlay_generator.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "orbit/julian_date.h"
+#include "orbit/look_angles.h"
+#include "orbit/scalar_math.h"
+#include "overlay/idle_priority.h"
+#include "overlay/overlay_text.h"
+#include "overlay/palette.h"
+#include "overlay/scan_line.h"
+
+namespace pelorin::overlay {
+namespace {
+
+constexpr double kSecondsPerDay = 86400;
+
+/// A change of height (km) that moves the outermost pixel by less than a twentieth of its size: within it one
+/// table serves.
+constexpr double kHeightTolerance = 0.05;
+
+/// The scan distances for the satellite's height above each line.
+class HeightFollowingTable {
+ public:
+  const ScanDistances& At(orbit::TSatellite& satellite, double heightKm) {
+    if (!(std::fabs(heightKm - builtFor_) <= kHeightTolerance)) {
+      orbit::BuildScanTable(satellite, orbit::kHalfLinePixels, heightKm);
+      distances_ = DistancesOf(satellite);
+      builtFor_ = heightKm;
+    }
+    return distances_;
+  }
+
+ private:
+  ScanDistances distances_{};
+  double builtFor_ = std::nan("");
+};
+
+/// Degrees of elevation above the station.
+double ElevationDegAt(orbit::TSatellite& satellite, const orbit::Observer& station, double jd) {
+  return orbit::Degrees(
+      orbit::ElevationFrame(station).Elevation(orbit::SatelliteStateKm(satellite, jd).Position, jd));
+}
+
+QString PassDataLine(orbit::TDateTime time, const orbit::Geodetic& below) {
+  return QStringLiteral("%1 %2 %3")
+      .arg(QString::fromStdString(orbit::FormatDateTime("yyyy-mm-ddThh:nn:ss.zzz", time)))
+      .arg(orbit::Degrees(below.Latitude), 0, 'f', 1)
+      .arg(orbit::Degrees(below.Longitude), 0, 'f', 1);
+}
+
+}  // namespace
+
+int LinesOfPass(int linesPerMinute, int minutes) { return linesPerMinute * minutes; }
+
+bool IsSouthBoundAt(orbit::TSatellite& satellite, orbit::TDateTime moment) {
+  return orbit::SatelliteStateKm(satellite, orbit::JulianDateOfDateTime(moment)).Velocity.z < 0;
+}
+
+OverlayResult GenerateOverlay(OverlayRequest request, const OverlaySources& sources,
+                              const AfterLine& afterLine) {
+  const IdlePriority standBack;
+  orbit::TSatellite& satellite = request.Satellite;
+  const double secondsPerLine = 60.0 / satellite.LinesPerMinute;
+  const int passLines = LinesOfPass(satellite.LinesPerMinute, request.DurationMinutes);
+  const int limit = request.LineLimit > 0 ? request.LineLimit : passLines;
+  const int lines = std::min(limit, passLines);
+  const int width = std::max(request.Width, kImageEnd);
+  const double startJd = orbit::JulianDateOfDateTime(request.Start);
+  const double endJd = startJd + request.DurationMinutes / 1440.0;
+  const orbit::DateTimeFields startFields = orbit::TakeApart(request.Start);
+
+  OverlayResult result;
+  result.Map = QImage(width, limit, QImage::Format_RGB32);
+  if (result.Map.isNull()) {
+    throw OverlayError("There is not enough memory for a map of " + std::to_string(limit) + " lines");
+  }
+  result.Map.fill(Qt::black);
+  // Without a master there is nothing to tell in indices: a single row takes every line.
+  const int indexRows = sources.Master ? limit : 1;
+  result.Index = {
+      width, indexRows,
+      std::vector<std::uint8_t>(static_cast<std::size_t>(width) * static_cast<std::size_t>(indexRows))};
+  result.IndexColours = sources.Master ? sources.Master->Colours() : OverlayPalette();
+
+  const GroundColours colours(sources.Ground, sources.Master, request.ShowOverlay);
+  const ScanLineWriter writer(colours);
+  const orbit::ElevationFrame station(request.Station);
+  HeightFollowingTable table;
+  GroundLine ground;
+  bool risen = false;
+  double seconds = startFields.Second + startFields.Millisecond / 1000.0;
+  for (int line = 0; line < lines; ++line) {
+    const double sinceStart = line * secondsPerLine / kSecondsPerDay;
+    const double jd = startJd + sinceStart;
+    const GroundTrack track = TrackAt(satellite, jd);
+    if (!std::isfinite(track.Inertial.Position.w) || !std::isfinite(track.Inertial.Velocity.w) ||
+        !std::isfinite(track.Below.Altitude)) {
+      throw OverlayError("The elements of " + satellite.Name + " give no position for " +
+                         orbit::FormatDateTime("yyyy mmm dd, hh:nn:ss", orbit::DateTimeOfJulianDate(jd)));
+    }
+    FillGroundLine(track, table.At(satellite, track.Below.Altitude), ground);
+
+    const int row = request.SouthBound ? line : limit - 1 - line;
+    const int indexRow = indexRows > 1 ? row : 0;
+    const auto length = static_cast<std::size_t>(width);
+    writer.Write(ground, MarkerAt(seconds), !request.SouthBound,
+                 {reinterpret_cast<std::uint32_t*>(result.Map.scanLine(row)), length},
+                 {result.Index.Row(indexRow), length});
+    if (request.PassDetails) {
+      result.PassData.append(PassDataLine({request.Start.Days + sinceStart}, track.Below));
+    }
+    if (!risen && station.Elevation(track.Inertial.Position, jd) >= 0) {
+      // The middle between rise and end stands for the pass: there the satellite is near its highest.
+      risen = true;
+      result.ElevationDeg = ElevationDegAt(satellite, request.Station, (jd + endJd) / 2);
+    }
+    result.LinesMade = line + 1;
+    const bool repaint = std::fmod(seconds, 10) < secondsPerLine;
+    const bool newMinute = seconds < secondsPerLine;
+    seconds = std::fmod(seconds + secondsPerLine, 60);
+    if (afterLine && !afterLine({line, repaint, newMinute, result})) break;
+  }
+  if (request.PassDetails) {
+    const PassText text{QString::fromStdString(satellite.Name),
+                        request.Start,
+                        {request.Start.Days + request.DurationMinutes / 1440.0},
+                        request.SouthBound,
+                        result.ElevationDeg};
+    for (const std::uint8_t items : request.TextItems) result.TextLines.append(TextLine(items, text));
+  }
+  return result;
+}
+
+}  // namespace pelorin::overlay

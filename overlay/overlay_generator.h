@@ -1,0 +1,77 @@
+#pragma once
+
+#include <QImage>
+#include <QStringList>
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <stdexcept>
+
+#include "orbit/date_time.h"
+#include "orbit/observer.h"
+#include "orbit/satellite.h"
+#include "overlay/ground_colour.h"
+#include "overlay/image/indexed_bitmap.h"
+#include "overlay/scan_line_layout.h"
+
+/// The overlay of a pass, line by line as the satellite's scanner swept the ground.
+namespace pelorin::overlay {
+
+/// A map that cannot be made; what() is the text for the user, in UTF-8.
+class OverlayError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// Everything that decides what a map looks like.
+struct OverlayRequest {
+  orbit::TSatellite Satellite;
+  orbit::Observer Station;
+  orbit::TDateTime Start;       ///< UTC time of the first line
+  int DurationMinutes = 15;     ///< 1 … 30
+  bool SouthBound = true;       ///< false: the map is turned by 180°, as a received north-bound picture is
+  int LineLimit = 0;            ///< rows of the map; 0 for as many as the pass has lines
+  int Width = kUsualLineWidth;  ///< pixels of a line; less than a line's frame needs is not possible
+  bool ShowOverlay = false;     ///< draw the master's colours over the ground
+  bool PassDetails = false;     ///< collect the pass data and the text lines
+  std::array<std::uint8_t, 3> TextItems{};  ///< TextItem bits of the three text lines
+};
+
+/// What a map is made from; all of it borrowed, all of it optional.
+struct OverlaySources {
+  GroundSource Ground;
+  const MasterView* Master = nullptr;
+};
+
+struct OverlayResult {
+  QImage Map;                 ///< Format_RGB32, Width × line limit; rows without a line are black
+  image::IndexedImage Index;  ///< the same as indices; a single row when there is no master
+  image::ColourTable IndexColours{};
+  int LinesMade = 0;
+  QStringList PassData;     ///< per line: time, latitude and longitude of the sub-satellite point in degrees
+  QStringList TextLines;    ///< the three text lines, when details are wanted
+  double ElevationDeg = 0;  ///< the elevation that the text lines tell; 0 if the satellite never rises
+};
+
+/// After a line: how far the map is, and when it is worth repainting or moving a progress bar on.
+struct LineProgress {
+  int Line;        ///< from 0
+  bool Repaint;    ///< ten seconds of the pass are full
+  bool NewMinute;  ///< a minute of the pass is full
+  const OverlayResult& SoFar;
+};
+
+/// Answers false to stop; what was made so far is the result.
+using AfterLine = std::function<bool(const LineProgress&)>;
+
+/// Lines that a pass of whole minutes has.
+int LinesOfPass(int linesPerMinute, int minutes);
+
+/// Whether a satellite moves south at a moment.
+bool IsSouthBoundAt(orbit::TSatellite& satellite, orbit::TDateTime moment);
+
+/// Makes the map, at lowered priority. Raises OverlayError when the elements give no position for a line.
+OverlayResult GenerateOverlay(OverlayRequest request, const OverlaySources& sources,
+                              const AfterLine& afterLine = {});
+
+}  // namespace pelorin::overlay

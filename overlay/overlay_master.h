@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QString>
+#include <functional>
+#include <vector>
+
+#include "overlay/countries.h"
+#include "overlay/image/indexed_bitmap.h"
+
+/// Making the overlay master: the whole Earth at 22 pixels per degree with grid, land, lakes and boundaries.
+namespace pelorin::overlay {
+
+inline constexpr int kMasterWidth = 7920;
+inline constexpr int kMasterHeight = 3960;
+/// Headers and colours before the pixels of the file.
+inline constexpr int kMasterPixelOffset = 14 + 40 + 1024;
+inline constexpr qint64 kMasterFileSize = kMasterPixelOffset + qint64{kMasterWidth} * kMasterHeight;
+
+/// Below this much free memory (megabytes) the user is asked before a master is made.
+inline constexpr int kMasterMemoryMb = 6;
+
+/// Help topic of the question.
+inline constexpr int kMasterMemoryHelp = 115;
+
+/// The question to ask when only `foundMb` megabytes are free.
+QString LowMemoryQuestion(int foundMb);
+
+/// Pixel column of a longitude in minutes of arc, 0 … 7920; beyond 10800 a turn is taken off first.
+int MasterColumn(int longitudeMin);
+/// Pixel row of a latitude in minutes of arc, 0 … 3960.
+int MasterRow(int latitudeMin);
+
+/// Told what is being done, in the words for the start-up window.
+using MasterStatus = std::function<void(const QString&)>;
+
+/// The master in memory: grid first, then the polygons in their order.
+image::IndexedImage DrawMaster(const std::vector<TPolyObject>& polygons, const MasterStatus& status);
+
+/// Draws the master from a `Countries.dat` and saves it write-protected, replacing what was there. Without
+/// polygons nothing is written and the result is false. Raises FileError.
+bool GenerateMaster(const QString& countriesPath, const QString& masterPath, const MasterStatus& status);
+
+/// True exactly when the file can be read and has the size of a master.
+bool MasterIsValid(const QString& path);
+
+}  // namespace pelorin::overlay
