@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <fstream>
+#include <unordered_map>
 
 #include "orbit/element_fields.h"
 #include "orbit/propagation.h"
@@ -117,6 +118,20 @@ const TSatellite* NearestElementSet(const std::vector<TSatellite>& sets, std::st
 
 const TSatellite* NewestElementSet(const std::vector<TSatellite>& sets, std::string_view name) {
   return BestSet(sets, name, [](const TSatellite& a, const TSatellite& b) { return a.Epoch > b.Epoch; });
+}
+
+std::vector<TSatellite> NewestOfEach(const std::vector<TSatellite>& sets) {
+  std::vector<TSatellite> newest;
+  std::unordered_map<std::string, std::size_t> byNumber;
+  for (const TSatellite& set : sets) {
+    const auto [known, isNew] = byNumber.emplace(set.CatalogueNumber, newest.size());
+    if (isNew) {
+      newest.push_back(set);
+    } else if (set.Epoch > newest[known->second].Epoch) {
+      newest[known->second] = set;
+    }
+  }
+  return newest;
 }
 
 }  // namespace pelorin::orbit

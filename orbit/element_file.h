@@ -47,4 +47,7 @@ const TSatellite* NearestElementSet(const std::vector<TSatellite>& sets, std::st
 /// The set of the named satellite with the latest epoch, or null.
 const TSatellite* NewestElementSet(const std::vector<TSatellite>& sets, std::string_view name);
 
+/// The newest set of each catalogue number, in the order in which the numbers first appear.
+std::vector<TSatellite> NewestOfEach(const std::vector<TSatellite>& sets);
+
 }  // namespace pelorin::orbit

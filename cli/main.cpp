@@ -1,0 +1,81 @@
+#include <QCoreApplication>
+#include <clocale>
+#include <exception>
+
+#include "cli/commands.h"
+#include "cli/options.h"
+#include "cli/table.h"
+
+namespace {
+
+using namespace pelorin::cli;
+
+struct Command {
+  const char* name;
+  const char* summary;
+  void (*run)(const QStringList&);
+};
+
+constexpr Command kCommands[] = {
+    {"passes", "when satellites pass over a station", RunPasses},
+    {"track", "where a satellite is, step by step, and how the station sees it", RunTrack},
+    {"overlay", "the map that lies on the received picture of a pass", RunOverlay},
+    {"picture", "the received picture of a pass, looked up by its time", RunPicture},
+    {"elements", "the element sets at hand and their age", RunElements},
+    {"scan", "a scanner's distances from the track, pixel by pixel", RunScan},
+    {"line", "the ground points of one scan line", RunLine},
+    {"master", "the world map of coasts and borders that overlays are cut from", RunMaster}};
+
+QString Usage() {
+  QString text =
+      QStringLiteral("Usage: pelorin-cli COMMAND [OPTIONS]\n\nCommands (each with its own --help):\n");
+  for (const Command& command : kCommands) {
+    text += QStringLiteral("  %1 %2\n")
+                .arg(QLatin1StringView(command.name), -10)
+                .arg(QLatin1StringView(command.summary));
+  }
+  return text +
+         QStringLiteral(
+             "\nResults go to standard output, messages to standard error. Exit status: 0 done, 1 failed, "
+             "2 called wrongly.\n");
+}
+
+int Run(const QStringList& arguments) {
+  const QString name = arguments.value(1);
+  if (name == QStringLiteral("--help") || name == QStringLiteral("-h") || name == QStringLiteral("help")) {
+    PrintOut(Usage());
+    return 0;
+  }
+  if (name == QStringLiteral("--version")) {
+    PrintOut(QStringLiteral("pelorin-cli " PELORIN_VERSION "\n"));
+    return 0;
+  }
+  for (const Command& command : kCommands) {
+    if (name != QLatin1StringView(command.name)) continue;
+    try {
+      command.run(arguments.mid(2));
+      return 0;
+    } catch (const HelpShown&) {
+      return 0;
+    } catch (const UsageError& error) {
+      Say(QStringLiteral("pelorin-cli %1: %2. See \"pelorin-cli %1 --help\".")
+              .arg(name, QString::fromUtf8(error.what())));
+      return 2;
+    } catch (const std::exception& error) {
+      Say(QStringLiteral("pelorin-cli %1: %2").arg(name, QString::fromUtf8(error.what())));
+      return 1;
+    }
+  }
+  if (!name.isEmpty()) Say(QStringLiteral("pelorin-cli: there is no command \"%1\"").arg(name));
+  Say(Usage());
+  return 2;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QCoreApplication application(argc, argv);
+  // Numbers are written with a point wherever this runs.
+  std::setlocale(LC_NUMERIC, "C");
+  return Run(QCoreApplication::arguments());
+}

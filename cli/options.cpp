@@ -1,0 +1,245 @@
+#include "cli/options.h"
+
+#include <QCoreApplication>
+#include <cmath>
+#include <cstdio>
+
+#include "app/program_paths.h"
+#include "app/registry_store.h"
+#include "orbit/element_file.h"
+#include "orbit/julian_date.h"
+#include "orbit/scalar_math.h"
+
+namespace pelorin::cli {
+namespace {
+
+/// Settings are the desktop's; this program has none of its own.
+const QString kDesktopName = QStringLiteral("Pelorin");
+
+void Print(const QString& text) { std::fputs(text.toUtf8().constData(), stdout); }
+
+/// Digits `at` … `at + length` of a text as a number. Raises UsageError.
+int Digits(const QString& text, qsizetype at, qsizetype length) {
+  bool fits = false;
+  const QString part = text.mid(at, length);
+  const int number = part.toInt(&fits);
+  if (!fits || part.size() != length || !part.front().isDigit()) {
+    throw UsageError(QStringLiteral("'%1' is not a time").arg(text));
+  }
+  return number;
+}
+
+/// Milliseconds of ".fff" at the end of a time, up to three digits.
+int Milliseconds(const QString& text, const QString& fraction) {
+  if (fraction.isEmpty()) return 0;
+  if (fraction.front() != QLatin1Char('.') || fraction.size() < 2 || fraction.size() > 4) {
+    throw UsageError(QStringLiteral("'%1' is not a time").arg(text));
+  }
+  return Digits(fraction.mid(1).leftJustified(3, QLatin1Char('0')), 0, 3);
+}
+
+template <class Make>
+auto OrUsageError(Make make) {
+  try {
+    return make();
+  } catch (const orbit::ConvertError& error) {
+    throw UsageError(QString::fromUtf8(error.what()));
+  }
+}
+
+}  // namespace
+
+void Say(const QString& text) { std::fputs((text + QLatin1Char('\n')).toUtf8().constData(), stderr); }
+
+Arguments::Arguments(const QString& command, const QString& description, const std::vector<Option>& options,
+                     const QStringList& arguments)
+    : settings_(app::ReadSettings(app::RegistryStore(), kDesktopName, app::ProgramFolder())) {
+  parser_.setApplicationDescription(description);
+  const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
+                                QStringLiteral("Show this help."));
+  parser_.addOption(help);
+  for (const Option& option : options) {
+    QCommandLineOption added(option.Name, option.Description);
+    if (!option.Value.isEmpty()) added.setValueName(option.Value);
+    parser_.addOption(added);
+  }
+  const QString called = QStringLiteral("pelorin-cli ") + command;
+  if (!parser_.parse(QStringList{called} + arguments)) throw UsageError(parser_.errorText());
+  if (parser_.isSet(help)) {
+    QString text = parser_.helpText();
+    text.replace(QCoreApplication::arguments().constFirst(), called);
+    Print(text);
+    throw HelpShown();
+  }
+  if (!parser_.positionalArguments().isEmpty()) {
+    throw UsageError(QStringLiteral("'%1' is not an option").arg(parser_.positionalArguments().constFirst()));
+  }
+}
+
+QString Arguments::Text(const QString& name, const QString& otherwise) const {
+  return parser_.isSet(name) ? parser_.value(name) : otherwise;
+}
+
+QString Arguments::Required(const QString& name) const {
+  if (!parser_.isSet(name)) throw UsageError(QStringLiteral("--%1 is missing").arg(name));
+  return parser_.value(name);
+}
+
+double Arguments::Number(const QString& name, double otherwise, double least, double most) const {
+  if (!parser_.isSet(name)) return otherwise;
+  bool fits = false;
+  const double number = parser_.value(name).toDouble(&fits);
+  if (!fits || !(number >= least && number <= most)) {
+    throw UsageError(QStringLiteral("--%1 wants a number from %2 to %3").arg(name).arg(least).arg(most));
+  }
+  return number;
+}
+
+int Arguments::Whole(const QString& name, int otherwise, int least, int most) const {
+  const double number = Number(name, otherwise, least, most);
+  if (number != std::floor(number)) throw UsageError(QStringLiteral("--%1 wants a whole number").arg(name));
+  return static_cast<int>(number);
+}
+
+QString Arguments::Choice(const QString& name, const QStringList& choices) const {
+  const QString choice = Text(name, choices.constFirst());
+  if (!choices.contains(choice)) {
+    throw UsageError(QStringLiteral("--%1 is one of %2").arg(name, choices.join(QStringLiteral(", "))));
+  }
+  return choice;
+}
+
+app::Station Arguments::Station() const {
+  const QString minElevation = QStringLiteral("min-elevation");
+  app::StationTexts texts = settings_.Station;
+  if (parser_.isSet(QStringLiteral("station"))) {
+    const QStringList parts = parser_.value(QStringLiteral("station")).split(QLatin1Char(','));
+    std::array<double, 3> numbers{};
+    bool fits = parts.size() == 3;
+    for (qsizetype i = 0; fits && i < 3; ++i) numbers[static_cast<std::size_t>(i)] = parts[i].toDouble(&fits);
+    const auto [latitude, longitude, height] = numbers;
+    // Written so that NaN is outside, too.
+    if (!fits || !(std::fabs(latitude) <= 90) || !(std::fabs(longitude) <= 360) ||
+        !(std::fabs(height) <= 10000)) {
+      throw UsageError(
+          QStringLiteral("--station wants latitude, longitude and height in metres, as in 55.905,-3.2,150"));
+    }
+    texts.Latitude = parts[0];
+    texts.Longitude = parts[1];
+    texts.Height = parts[2];
+  }
+  if (parser_.optionNames().contains(minElevation)) {
+    texts.MinElevation = QString::number(Number(minElevation, 0, -90, 90));
+  }
+  return app::EnterStation(texts);
+}
+
+QString Arguments::ElementsPath() const {
+  return Text(QStringLiteral("elements"), settings_.TwoLineDataPath);
+}
+
+std::vector<orbit::TSatellite> Arguments::ElementSets() const {
+  const QString path = ElementsPath();
+  std::vector<orbit::RejectedSet> rejected;
+  auto sets = orbit::ReadAllElementSets(std::filesystem::path(path.toStdU16String()), rejected);
+  for (const orbit::RejectedSet& set : rejected) {
+    Say(QStringLiteral("Left out: %1 in %2, because %3.")
+            .arg(QString::fromStdString(set.Name), QString::fromStdString(set.File),
+                 QString::fromStdString(set.Reason)));
+  }
+  if (sets.empty()) {
+    throw Failure(QStringLiteral("There are no usable element sets in %1. Name a folder with *.2li or *.tle "
+                                 "files, or one such file, "
+                                 "with --elements.")
+                      .arg(path));
+  }
+  return sets;
+}
+
+Option StationOption() {
+  return {
+      QStringLiteral("station"), QStringLiteral("LAT,LON,HEIGHT_M"),
+      QStringLiteral("The station: degrees north, degrees east, metres. Default: the settings' station.")};
+}
+
+Option ElementsOption() {
+  return {
+      QStringLiteral("elements"), QStringLiteral("DIR|FILE"),
+      QStringLiteral("Folder of element files (*.2li, *.tle), or one file. Default: the settings' folder.")};
+}
+
+Option SatelliteOption() {
+  return {QStringLiteral("satellite"), QStringLiteral("NAME"),
+          QStringLiteral("The satellite's name, as in \"NOAA 19\".")};
+}
+
+Option NewestOption() {
+  return {
+      QStringLiteral("newest"),
+      {},
+      QStringLiteral("Take the satellite's newest element set; otherwise the one nearest in time is taken.")};
+}
+
+orbit::TDateTime ParseDate(const QString& text) {
+  if (text.size() != 10 || text[4] != QLatin1Char('-') || text[7] != QLatin1Char('-')) {
+    throw UsageError(QStringLiteral("'%1' is not a date; write it as 2022-02-23").arg(text));
+  }
+  return OrUsageError(
+      [&] { return orbit::MakeDateTime(Digits(text, 0, 4), Digits(text, 5, 2), Digits(text, 8, 2)); });
+}
+
+double ParseMoment(const QString& text) {
+  bool isNumber = false;
+  const double jd = text.toDouble(&isNumber);
+  if (isNumber) {
+    if (!(jd > 1e6 && jd < 4e6))
+      throw UsageError(QStringLiteral("'%1' is not a Julian date of our times").arg(text));
+    return jd;
+  }
+  QString plain = text;
+  if (plain.endsWith(QLatin1Char('Z'))) plain.chop(1);
+  if (plain.size() < 19 || plain[10] != QLatin1Char('T') || plain[13] != QLatin1Char(':') ||
+      plain[16] != QLatin1Char(':')) {
+    throw UsageError(QStringLiteral("'%1' is not a time; write it as 2022-02-23T10:15:00").arg(text));
+  }
+  const double day = orbit::JulianDateOfDateTime(ParseDate(plain.left(10)));
+  const orbit::TDateTime ofDay = OrUsageError([&] {
+    return orbit::MakeDateTime(2000, 1, 1, Digits(plain, 11, 2), Digits(plain, 14, 2), Digits(plain, 17, 2),
+                               Milliseconds(text, plain.mid(19)));
+  });
+  return day + (ofDay.Days - orbit::DatePart(ofDay).Days);
+}
+
+orbit::TDateTime ParseStart(const QString& text) {
+  if (text.size() < 14) {
+    throw UsageError(QStringLiteral("'%1' is not a start; write it as 20220223101500").arg(text));
+  }
+  return OrUsageError([&] {
+    return orbit::MakeDateTime(Digits(text, 0, 4), Digits(text, 4, 2), Digits(text, 6, 2), Digits(text, 8, 2),
+                               Digits(text, 10, 2), Digits(text, 12, 2), Milliseconds(text, text.mid(14)));
+  });
+}
+
+orbit::TSatellite ChooseSet(const std::vector<orbit::TSatellite>& sets, const QString& name, double jd,
+                            const Arguments& arguments) {
+  const std::string wanted = name.toStdString();
+  const orbit::TSatellite* set = arguments.Has(QStringLiteral("newest"))
+                                     ? orbit::NewestElementSet(sets, wanted)
+                                     : orbit::NearestElementSet(sets, wanted, jd);
+  if (!set) {
+    throw Failure(
+        QStringLiteral("There is no satellite \"%1\" in %2; \"pelorin-cli elements\" lists what is there.")
+            .arg(name, arguments.ElementsPath()));
+  }
+  const double age = jd - set->Epoch;
+  Say(QStringLiteral("Elements: %1, number %2, set %3 from %4, epoch %5, %6 days %7.")
+          .arg(QString::fromStdString(set->Name), QString::fromStdString(set->CatalogueNumber),
+               QString::fromStdString(set->ElementSetNumber), QString::fromStdString(set->SourceFile),
+               QString::fromStdString(
+                   orbit::FormatDateTime("yyyy-mm-dd hh:nn", orbit::DateTimeOfJulianDate(set->Epoch))))
+          .arg(std::fabs(age), 0, 'f', 1)
+          .arg(age < 0 ? QStringLiteral("newer") : QStringLiteral("old")));
+  return *set;
+}
+
+}  // namespace pelorin::cli

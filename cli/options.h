@@ -1,0 +1,89 @@
+#pragma once
+
+#include <QCommandLineParser>
+#include <QStringList>
+#include <stdexcept>
+#include <vector>
+
+#include "app/settings.h"
+#include "app/station_entry.h"
+#include "orbit/date_time.h"
+#include "orbit/satellite.h"
+
+/// What the subcommands of pelorin-cli share: their arguments, and how these become stations, times and
+/// satellites.
+namespace pelorin::cli {
+
+/// Called wrongly: exit status 2.
+class UsageError : public std::runtime_error {
+ public:
+  explicit UsageError(const QString& text) : std::runtime_error(text.toStdString()) {}
+};
+
+/// Called rightly and failed: exit status 1.
+class Failure : public std::runtime_error {
+ public:
+  explicit Failure(const QString& text) : std::runtime_error(text.toStdString()) {}
+};
+
+/// --help was asked for and has been printed.
+struct HelpShown {};
+
+/// One line on standard error.
+void Say(const QString& text);
+
+/// An option with a value (`value` names it in the help) or, with an empty `value`, a switch.
+struct Option {
+  QString Name, Value, Description;
+};
+
+/// A subcommand's arguments, with the user's settings behind them as defaults.
+class Arguments {
+ public:
+  /// Raises UsageError for what is not among `options`, and HelpShown.
+  Arguments(const QString& command, const QString& description, const std::vector<Option>& options,
+            const QStringList& arguments);
+
+  const app::SettingsSnapshot& Settings() const { return settings_; }
+  bool Has(const QString& name) const { return parser_.isSet(name); }
+  QString Text(const QString& name, const QString& otherwise = {}) const;
+  QStringList Texts(const QString& name) const { return parser_.values(name); }
+  /// Raises UsageError when the option is missing.
+  QString Required(const QString& name) const;
+  /// Raise UsageError for what is no number, or one outside `least` … `most`.
+  int Whole(const QString& name, int otherwise, int least, int most) const;
+  double Number(const QString& name, double otherwise, double least, double most) const;
+  /// One of `choices`, the first when the option is missing.
+  QString Choice(const QString& name, const QStringList& choices) const;
+
+  /// --station LAT,LON,HEIGHT_M and --min-elevation, or the settings' station.
+  app::Station Station() const;
+  /// --elements, or the settings' folder.
+  QString ElementsPath() const;
+  /// Every usable set of ElementsPath; says which are left out. Raises Failure when there is none.
+  std::vector<orbit::TSatellite> ElementSets() const;
+
+ private:
+  QCommandLineParser parser_;
+  app::SettingsSnapshot settings_;
+};
+
+/// The options that Station, ElementSets and the choice of a set read.
+Option StationOption();
+Option ElementsOption();
+Option SatelliteOption();
+Option NewestOption();
+
+/// A date "YYYY-MM-DD". Raises UsageError, as the next do.
+orbit::TDateTime ParseDate(const QString& text);
+/// "YYYY-MM-DDTHH:MM:SS[.fff]", with or without "Z", or a Julian date; as a Julian date.
+double ParseMoment(const QString& text);
+/// "YYYYMMDDHHMMSS[.fff]".
+orbit::TDateTime ParseStart(const QString& text);
+
+/// The named satellite's set: nearest in time to a Julian date, or with --newest the latest. Says which it is
+/// and how old. Raises Failure when there is none.
+orbit::TSatellite ChooseSet(const std::vector<orbit::TSatellite>& sets, const QString& name, double jd,
+                            const Arguments& arguments);
+
+}  // namespace pelorin::cli

@@ -1,0 +1,166 @@
+#include <QDir>
+
+#include "app/command_line.h"
+#include "cli/commands.h"
+#include "cli/options.h"
+#include "cli/overlay_sources.h"
+#include "cli/table.h"
+#include "orbit/element_file.h"
+#include "orbit/julian_date.h"
+#include "orbit/scalar_math.h"
+#include "overlay/image/picture_file.h"
+#include "overlay/overlay_outputs.h"
+#include "overlay/overlay_text.h"
+#include "passes/chosen_pass.h"
+#include "passes/pass_list.h"
+
+namespace pelorin::cli {
+namespace {
+
+using overlay::OverlayRequest;
+
+/// The names that a pass string is matched against: those given, else the settings' active satellites, else
+/// all.
+QStringList NamesForPass(const Arguments& arguments, const std::vector<orbit::TSatellite>& sets) {
+  QStringList names = arguments.Texts(QStringLiteral("satellite"));
+  if (names.isEmpty()) names = arguments.Settings().SatelliteList;
+  if (names.isEmpty()) {
+    for (const orbit::TSatellite& set : sets) names.append(QString::fromStdString(set.Name));
+    names.removeDuplicates();
+  }
+  return names;
+}
+
+/// Finds the pass as the desktop does for its pass string: in the list of the day's passes, by the beginning
+/// of the entry.
+passes::ChosenPass FindPass(const Arguments& arguments, const std::vector<orbit::TSatellite>& sets,
+                            const app::Station& station) {
+  const QString passString = arguments.Text(QStringLiteral("pass"));
+  const orbit::TDateTime time = [&] {
+    try {
+      return orbit::ParseTimeString(passString.toStdString());
+    } catch (const orbit::ConvertError& error) {
+      throw UsageError(QStringLiteral("--pass wants [YYYY]MMDDHHMM[SS]: ") + QString::fromUtf8(error.what()));
+    }
+  }();
+  const double jd = orbit::JulianDateOfDateTime(time);
+  std::vector<orbit::TSatellite> satellites;
+  for (const QString& name : NamesForPass(arguments, sets)) {
+    if (const auto* set = orbit::NearestElementSet(sets, name.toStdString(), jd)) satellites.push_back(*set);
+  }
+  std::vector<orbit::TSatellite*> pointers;
+  for (orbit::TSatellite& satellite : satellites) pointers.push_back(&satellite);
+  const orbit::PassRequest day{orbit::DatePart(time), 1, 300, station.MinElevationDeg};
+  const QStringList entries = passes::PassListEntries(pointers, station.Place, day);
+  const app::PassMatch match = app::FindPassByString(passString, entries, time);
+  if (match.Index < 0) throw Failure(app::NoMatchText(passString, match.Key));
+  Say(QStringLiteral("Pass: ") + entries[match.Index]);
+  return passes::ParseSelectedPass(entries[match.Index], day.Start);
+}
+
+/// Start, length, direction and elements of the pass, however it was named.
+OverlayRequest DescribePass(const Arguments& arguments, const app::Station& station) {
+  const auto sets = arguments.ElementSets();
+  OverlayRequest request;
+  request.Station = station.Place;
+  const QString direction =
+      arguments.Choice(QStringLiteral("direction"),
+                       {QStringLiteral("auto"), QStringLiteral("north"), QStringLiteral("south")});
+  QString name;
+  if (arguments.Has(QStringLiteral("pass"))) {
+    const passes::ChosenPass pass = FindPass(arguments, sets, station);
+    name = pass.SatelliteName;
+    request.Start = pass.PassStart;
+    request.SouthBound = pass.SouthBound;
+    request.DurationMinutes =
+        arguments.Whole(QStringLiteral("minutes"), std::min(pass.PassDurationMinutes, 30), 1, 30);
+  } else {
+    name = arguments.Required(QStringLiteral("satellite"));
+    request.Start = ParseStart(arguments.Required(QStringLiteral("start")));
+    request.DurationMinutes = arguments.Whole(QStringLiteral("minutes"), 15, 1, 30);
+  }
+  const orbit::TDateTime middle{request.Start.Days + request.DurationMinutes / 2880.0};
+  request.Satellite = ChooseSet(sets, name, orbit::JulianDateOfDateTime(middle), arguments);
+  if (direction != QStringLiteral("auto")) {
+    request.SouthBound = direction == QStringLiteral("south");
+  } else if (!arguments.Has(QStringLiteral("pass"))) {
+    request.SouthBound = overlay::IsSouthBoundAt(request.Satellite, middle);
+  }
+  return request;
+}
+
+}  // namespace
+
+void RunOverlay(const QStringList& list) {
+  const Arguments arguments(
+      QStringLiteral("overlay"),
+      QStringLiteral("Makes the map that lies on the received picture of a pass and writes Result.jpg and "
+                     "ovl.bmp, with pass details "
+                     "also pass.dat and ovl.txt. The pass is named by satellite and start, or found with "
+                     "--pass in the day's list."),
+      {ElementsOption(),
+       {QStringLiteral("satellite"), QStringLiteral("NAME"),
+        QStringLiteral("The satellite. With --pass several may be given; default: the settings' active ones, "
+                       "else all.")},
+       {QStringLiteral("start"), QStringLiteral("YYYYMMDDHHMMSS[.fff]"),
+        QStringLiteral("When the first line was received, UTC.")},
+       {QStringLiteral("pass"), QStringLiteral("[YYYY]MMDDHHMM[SS]"),
+        QStringLiteral("The pass that rose then, UTC; implies --pass-details.")},
+       {QStringLiteral("minutes"), QStringLiteral("N"),
+        QStringLiteral("Length of the map, 1 to 30. Default: 15, or as long as the pass.")},
+       {QStringLiteral("direction"), QStringLiteral("auto|north|south"),
+        QStringLiteral("North-bound maps are turned by 180 degrees. Default: auto, as the satellite moves.")},
+       StationOption(),
+       {QStringLiteral("min-elevation"), QStringLiteral("DEG"),
+        QStringLiteral("With --pass: elevation from which a satellite counts as risen, 0 to 10.")},
+       {QStringLiteral("lines"), QStringLiteral("N"),
+        QStringLiteral("Rows of the map. Default: as many as the pass has lines.")},
+       {QStringLiteral("picture"), QStringLiteral("FILE"),
+        QStringLiteral("The received picture: the map gets its number of rows.")},
+       {QStringLiteral("show-overlay"),
+        {},
+        QStringLiteral("Draw coasts, borders and grid over the ground's colours.")},
+       TopographyOption(),
+       MasterOption(),
+       {QStringLiteral("results"), QStringLiteral("DIR"),
+        QStringLiteral("Where the files go. Default: the settings' folder.")},
+       {QStringLiteral("pass-details"), {}, QStringLiteral("Write pass.dat and ovl.txt, too.")},
+       NewestOption()},
+      list);
+  if (arguments.Has(QStringLiteral("pass")) == arguments.Has(QStringLiteral("start"))) {
+    throw UsageError(QStringLiteral("Name the pass by either --start or --pass"));
+  }
+  if (arguments.Has(QStringLiteral("lines")) && arguments.Has(QStringLiteral("picture"))) {
+    throw UsageError(QStringLiteral("--lines and --picture exclude each other"));
+  }
+  OverlayRequest request = DescribePass(arguments, arguments.Station());
+  const app::SettingsSnapshot& settings = arguments.Settings();
+  request.LineLimit = arguments.Whole(QStringLiteral("lines"), 0, 1, 20000);
+  if (arguments.Has(QStringLiteral("picture"))) {
+    const QImage picture = image::LoadPicture(arguments.Text(QStringLiteral("picture")));
+    request.LineLimit = picture.height();
+    request.Width = std::max(picture.width(), overlay::kUsualLineWidth);
+  }
+  request.ShowOverlay = settings.ShowOverlay || arguments.Has(QStringLiteral("show-overlay"));
+  request.PassDetails = settings.SavePassDetails || arguments.Has(QStringLiteral("pass-details")) ||
+                        arguments.Has(QStringLiteral("pass"));
+  for (std::size_t i = 0; i < request.TextItems.size(); ++i) {
+    request.TextItems[i] = overlay::MaskItems(settings.OvlTextLine[i]);
+  }
+  const QString results = arguments.Text(QStringLiteral("results"), settings.ResultsPath);
+  if (!QDir(results).exists()) {
+    throw Failure(QStringLiteral("There is no results folder %1; make it, or name another with --results")
+                      .arg(results));
+  }
+  const LoadedSources sources(arguments);
+  const overlay::OverlayResult result = overlay::GenerateOverlay(request, sources.Sources());
+  Say(QStringLiteral("Map: %1 lines, %2-bound, from %3 UTC.")
+          .arg(result.LinesMade)
+          .arg(request.SouthBound ? QStringLiteral("south") : QStringLiteral("north"),
+               QString::fromStdString(orbit::FormatDateTime("yyyy mmm dd, hh:nn:ss", request.Start))));
+  for (const QString& path : overlay::WriteOverlayOutputs(result, request.PassDetails, results)) {
+    PrintOut(path + QLatin1Char('\n'));
+  }
+}
+
+}  // namespace pelorin::cli

@@ -1,0 +1,90 @@
+#include "cli/overlay_sources.h"
+
+#include <QFileInfo>
+
+#include "app/program_paths.h"
+#include "overlay/image/picture_file.h"
+#include "overlay/overlay_master.h"
+
+namespace pelorin::cli {
+namespace {
+
+bool IsPicture(const QString& path) {
+  const QString extension = QFileInfo(path).suffix().toLower();
+  return extension == QStringLiteral("bmp") || extension == QStringLiteral("jpg") ||
+         extension == QStringLiteral("jpeg") || extension == QStringLiteral("png");
+}
+
+/// The first of the usual topography files, else a plain map of the world, else nothing.
+QString UsualGround() {
+  for (const QString& name :
+       {QStringLiteral("etopo5.elev"), QStringLiteral("etopo5"), QStringLiteral("UserMap.bmp")}) {
+    const QString path = app::FindDataFile(name);
+    if (!path.isEmpty()) return path;
+  }
+  return {};
+}
+
+}  // namespace
+
+Option TopographyOption() {
+  return {QStringLiteral("topography"), QStringLiteral("FILE|none"),
+          QStringLiteral("Elevations (etopo5), or a picture of the world from 180 W to 180 E. Default: the "
+                         "installed elevations.")};
+}
+
+Option MasterOption() {
+  return {QStringLiteral("master"), QStringLiteral("FILE|none"),
+          QStringLiteral("The overlay master. Default: the program's own, made at the first run.")};
+}
+
+LoadedSources::LoadedSources(const Arguments& arguments) {
+  OpenGround(arguments.Text(QStringLiteral("topography")));
+  OpenMaster(arguments.Text(QStringLiteral("master")));
+}
+
+void LoadedSources::OpenGround(const QString& wanted) {
+  if (wanted == QStringLiteral("none")) return;
+  const QString path = wanted.isEmpty() ? UsualGround() : wanted;
+  if (path.isEmpty()) {
+    Say(QStringLiteral("Topography will not be available"));
+  } else if (IsPicture(path)) {
+    baseImage_ = image::LoadPicture(path);
+  } else {
+    elevations_ = overlay::Topography::Open(path);
+    if (!elevations_) throw Failure(QStringLiteral("Cannot read the topography file %1").arg(path));
+    if (!elevations_->KnownLayout()) {
+      Say(QStringLiteral("%1 has the size of no etopo5 file; the ground will be grey").arg(path));
+    }
+  }
+}
+
+void LoadedSources::OpenMaster(const QString& wanted) {
+  if (wanted == QStringLiteral("none")) return;
+  const QString path = wanted.isEmpty() ? app::MasterFile() : wanted;
+  if (wanted.isEmpty() && !overlay::MasterIsValid(path)) {
+    const QString countries = app::FindDataFile(QStringLiteral("Countries.dat"));
+    if (countries.isEmpty()) {
+      Say(QStringLiteral(
+          "Countries.dat was not found, so the map has no coasts and borders and no ovl.bmp is written"));
+      return;
+    }
+    MakeMaster(countries, path);
+  }
+  master_ = overlay::MasterView::Open(path);
+  if (!master_) throw Failure(QStringLiteral("%1 is not an overlay master").arg(path));
+}
+
+overlay::OverlaySources LoadedSources::Sources() const {
+  return {{elevations_ ? &*elevations_ : nullptr, baseImage_.isNull() ? nullptr : &baseImage_},
+          master_ ? &*master_ : nullptr};
+}
+
+void MakeMaster(const QString& countriesPath, const QString& masterPath) {
+  Say(QStringLiteral("Creating overlay master image, please wait..."));
+  if (!overlay::GenerateMaster(countriesPath, masterPath, [](const QString&) {})) {
+    throw Failure(QStringLiteral("There are no polygons in %1; nothing was written").arg(countriesPath));
+  }
+}
+
+}  // namespace pelorin::cli

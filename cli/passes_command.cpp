@@ -1,0 +1,117 @@
+#include <algorithm>
+
+#include "cli/commands.h"
+#include "cli/options.h"
+#include "cli/table.h"
+#include "orbit/element_file.h"
+#include "orbit/julian_date.h"
+#include "orbit/look_angles.h"
+#include "orbit/pass_search.h"
+#include "orbit/propagation.h"
+#include "orbit/scalar_math.h"
+
+namespace pelorin::cli {
+namespace {
+
+struct FoundPass {
+  orbit::Pass Pass;
+  orbit::TSatellite* Satellite;
+};
+
+std::string Stamp(double jd) {
+  return orbit::FormatDateTime("yyyy-mm-ddThh:nn:ssZ", orbit::DateTimeOfJulianDate(jd));
+}
+
+double AzimuthDeg(orbit::TSatellite& satellite, orbit::Observer observer, double jd) {
+  const orbit::SatelliteState state = orbit::SatelliteStateKm(satellite, jd);
+  orbit::LookAngleSet look;
+  bool visible = false;
+  orbit::LookAngles(state.Position, state.Velocity, observer, jd, look, visible);
+  return orbit::Degrees(look.Azimuth);
+}
+
+void PrintTable(const std::vector<FoundPass>& passes, const orbit::Observer& observer, bool json) {
+  Table table(
+      {QStringLiteral("satellite"), QStringLiteral("catalogue_number"), QStringLiteral("rise_utc"),
+       QStringLiteral("culmination_utc"), QStringLiteral("set_utc"), QStringLiteral("rise_azimuth_deg"),
+       QStringLiteral("culmination_azimuth_deg"), QStringLiteral("set_azimuth_deg"),
+       QStringLiteral("max_elevation_deg"), QStringLiteral("direction"), QStringLiteral("duration_s")},
+      json);
+  for (const FoundPass& found : passes) {
+    orbit::TSatellite& satellite = *found.Satellite;
+    const orbit::TrueCulmination top = orbit::RefineCulmination(satellite, observer, found.Pass);
+    table.Add(
+        {found.Pass.Record.Name, satellite.CatalogueNumber, Stamp(found.Pass.Aos), Stamp(top.JulianDate),
+         Stamp(found.Pass.Los), Cell(AzimuthDeg(satellite, observer, found.Pass.Aos), 1),
+         Cell(AzimuthDeg(satellite, observer, top.JulianDate), 1),
+         Cell(AzimuthDeg(satellite, observer, found.Pass.Los), 1), Cell(orbit::Degrees(top.ElevationRad), 1),
+         std::string(found.Pass.Record.SouthBound ? "S" : "N"), found.Pass.Record.DurationSeconds});
+  }
+  table.Finish();
+}
+
+}  // namespace
+
+void RunPasses(const QStringList& list) {
+  const Arguments arguments(
+      QStringLiteral("passes"),
+      QStringLiteral(
+          "Lists the passes of satellites over a station in order of their rise. The text format has a "
+          "record a line: "
+          "mmddhhnnss of the rise, direction, longitude at culmination, maximum elevation, seconds, name."),
+      {ElementsOption(),
+       StationOption(),
+       {QStringLiteral("min-elevation"), QStringLiteral("DEG"),
+        QStringLiteral("Elevation from which a satellite counts as risen, 0 to 10. Default: the settings'.")},
+       {QStringLiteral("from"), QStringLiteral("YYYY-MM-DD"),
+        QStringLiteral("First day (UTC). Default: today.")},
+       {QStringLiteral("days"), QStringLiteral("N"),
+        QStringLiteral("Days from then on, 1 to 366. Default: 1.")},
+       {QStringLiteral("min-seconds"), QStringLiteral("N"),
+        QStringLiteral("Only passes longer than this. Default: 300.")},
+       {QStringLiteral("satellite"), QStringLiteral("NAME"),
+        QStringLiteral("Only this satellite; may be given several times. Default: all.")},
+       {QStringLiteral("format"), QStringLiteral("text|csv|json"), QStringLiteral("Default: text.")}},
+      list);
+  const QString format = arguments.Choice(
+      QStringLiteral("format"), {QStringLiteral("text"), QStringLiteral("csv"), QStringLiteral("json")});
+  const app::Station station = arguments.Station();
+  const orbit::PassRequest request{
+      arguments.Has(QStringLiteral("from")) ? ParseDate(arguments.Text(QStringLiteral("from")))
+                                            : orbit::DatePart(orbit::NowUTC()),
+      arguments.Whole(QStringLiteral("days"), 1, 1, 366),
+      arguments.Whole(QStringLiteral("min-seconds"), 300, 0, 86400), station.MinElevationDeg};
+  std::vector<orbit::TSatellite> satellites = orbit::NewestOfEach(arguments.ElementSets());
+  std::vector<orbit::TSatellite*> chosen;
+  for (const QString& name : arguments.Texts(QStringLiteral("satellite"))) {
+    const auto* found = orbit::NewestElementSet(satellites, name.toStdString());
+    if (!found) {
+      throw Failure(
+          QStringLiteral("There is no satellite \"%1\" in %2; \"pelorin-cli elements\" lists what is there.")
+              .arg(name, arguments.ElementsPath()));
+    }
+    chosen.push_back(&satellites[static_cast<std::size_t>(found - satellites.data())]);
+  }
+  if (chosen.empty()) {
+    for (orbit::TSatellite& satellite : satellites) chosen.push_back(&satellite);
+  }
+
+  std::vector<FoundPass> passes;
+  for (orbit::TSatellite* satellite : chosen) {
+    for (const orbit::Pass& pass : orbit::SearchPasses(*satellite, station.Place, request)) {
+      passes.push_back({pass, satellite});
+    }
+  }
+  if (format == QStringLiteral("text")) {
+    QStringList records;
+    for (const FoundPass& found : passes) records.append(QString::fromStdString(found.Pass.Record.ToText()));
+    records.sort(Qt::CaseSensitive);
+    for (const QString& record : records) PrintOut(record + QLatin1Char('\n'));
+    return;
+  }
+  std::stable_sort(passes.begin(), passes.end(),
+                   [](const FoundPass& a, const FoundPass& b) { return a.Pass.Aos < b.Pass.Aos; });
+  PrintTable(passes, station.Place, format == QStringLiteral("json"));
+}
+
+}  // namespace pelorin::cli

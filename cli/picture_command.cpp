@@ -1,0 +1,44 @@
+#include "app/time_zone.h"
+#include "cli/commands.h"
+#include "cli/options.h"
+#include "cli/table.h"
+#include "orbit/scalar_math.h"
+#include "overlay/picture_lookup.h"
+
+namespace pelorin::cli {
+
+void RunPicture(const QStringList& list) {
+  const Arguments arguments(
+      QStringLiteral("picture"),
+      QStringLiteral("Finds the received picture of a pass in the picture folders: two minutes before to "
+                     "nine after the time given, in "
+                     "UTC and by the local clock."),
+      {{QStringLiteral("find"), QStringLiteral("MMDDHHMM"),
+        QStringLiteral("Month, day, hour and minute of the pass, UTC.")},
+       {QStringLiteral("folders"), QStringLiteral("DIR[,DIR...]"),
+        QStringLiteral("Where to look, in this order. Default: the settings' picture folders.")},
+       {QStringLiteral("channel"), QStringLiteral("0|1|2"),
+        QStringLiteral("Preferred picture: 0 visible, 1 infrared, 2 plain. Default: 0.")}},
+      list);
+  const QString key = arguments.Required(QStringLiteral("find"));
+  const QStringList folders =
+      arguments.Has(QStringLiteral("folders"))
+          ? arguments.Text(QStringLiteral("folders")).split(QLatin1Char(','), Qt::SkipEmptyParts)
+          : arguments.Settings().ImagePathList;
+  const app::TimeZoneDetails zone = app::LocalTimeZone();
+  QString found;
+  try {
+    found = overlay::LookUpPicture(key, arguments.Whole(QStringLiteral("channel"), 0, 0, 2), folders,
+                                   zone.StandardOffsetMinutes, zone.DaylightOffsetMinutes);
+  } catch (const orbit::ConvertError& error) {
+    throw UsageError(QStringLiteral("--find wants MMDDHHMM, as in 02231015: ") +
+                     QString::fromUtf8(error.what()));
+  }
+  if (found.isEmpty()) {
+    throw Failure(
+        QStringLiteral("There is no picture of %1 in %2").arg(key, folders.join(QStringLiteral(", "))));
+  }
+  PrintOut(found + QLatin1Char('\n'));
+}
+
+}  // namespace pelorin::cli
