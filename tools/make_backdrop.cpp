@@ -4,8 +4,8 @@
 #include <QImage>
 #include <stdexcept>
 
-#include "files/atomic_file.h"
 #include "files/read_file.h"
+#include "overlay/image/jpeg_image.h"
 #include "tools/backdrop.h"
 #include "tools/maker.h"
 
@@ -13,13 +13,7 @@ namespace pelorin::tools {
 namespace {
 
 constexpr int LargeWidth = 4096;
-
-void Save(const QImage& picture, const char* path) {
-  constexpr int quality = 88;
-  files::ReplaceFile(QFile::decodeName(path), [&](QIODevice& file) {
-    if (!picture.save(&file, "JPG", quality)) throw std::runtime_error("no JPEG writer");
-  });
-}
+constexpr int JpegQuality = 88;
 
 /// `large`, `user` and `small` are the files to write: 4096, 2048 and 1024 pixels wide.
 void MakeBackdrop(const char* countries, const char* topography, const char* large, const char* user,
@@ -31,9 +25,9 @@ void MakeBackdrop(const char* countries, const char* topography, const char* lar
   const auto reduced = [&](int by) {
     return picture.scaled(picture.size() / by, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
   };
-  Save(picture, large);
-  Save(reduced(2), user);
-  Save(reduced(4), small);
+  image::SaveJpeg(picture, QFile::decodeName(large), JpegQuality);
+  image::SaveJpeg(reduced(2), QFile::decodeName(user), JpegQuality);
+  image::SaveJpeg(reduced(4), QFile::decodeName(small), JpegQuality);
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -23,27 +22,22 @@ TEST(Makers, RefuseBadInputAndLeaveTheOldFile) {
   const QString missing = path("missing");
   const QString garbled = path("garbled");
   const QString old = path("old");
+  const QString heights = QStringLiteral(PELORIN_BUILT_DATA "/etopo5.elev");
+  const QString countries = QStringLiteral(PELORIN_BUILT_DATA "/Countries.dat");
   const Row rows[] = {
       {"make_countries", {missing, missing, old}, "missing: cannot open"},
       {"make_countries", {garbled, garbled, old}, "garbled: cannot open"},
       {"make_topography", {missing, old}, "missing: cannot open"},
       {"make_topography", {garbled, old}, "garbled: cannot open"},
-      {"make_backdrop",
-       {missing, QStringLiteral(PELORIN_BUILT_DATA "/etopo5.elev"), old, old, old},
-       "missing"},
-      {"make_backdrop",
-       {garbled, QStringLiteral(PELORIN_BUILT_DATA "/etopo5.elev"), old, old, old},
-       "unknown kind"},
-      {"make_backdrop",
-       {QStringLiteral(PELORIN_BUILT_DATA "/Countries.dat"), garbled, old, old, old},
-       "wrong size"},
+      {"make_backdrop", {missing, heights, old, old, old}, "missing"},
+      {"make_backdrop", {garbled, heights, old, old, old}, "unknown kind"},
+      {"make_backdrop", {countries, garbled, old, old, old}, "wrong size"},
   };
   for (const Row& row : rows) {
     SCOPED_TRACE(std::string(row.maker) + " " + row.reason);
     QProcess process;
     process.start(QStringLiteral(PELORIN_MAKERS "/") + QLatin1StringView(row.maker), row.arguments);
     ASSERT_TRUE(process.waitForFinished());
-    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(process.exitCode(), 1);
     EXPECT_TRUE(process.readAllStandardError().contains(row.reason));
     EXPECT_EQ(files::ReadFile(old), "old");
