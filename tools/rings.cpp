@@ -227,7 +227,7 @@ std::vector<FilePoint> Round(const Points& line, bool closed) {
   return rounded;
 }
 
-std::vector<std::vector<FilePoint>> FileShapes(const Ring& ring, double toleranceMin, std::size_t maxPoints) {
+std::vector<std::vector<FilePoint>> FileShapes(const Ring& ring, double toleranceMin) {
   constexpr double step = 1.1;
   for (double tolerance = toleranceMin;; tolerance *= step) {
     // A coast round the pole is not closed in longitude; its two ends stay as they are.
@@ -238,7 +238,7 @@ std::vector<std::vector<FilePoint>> FileShapes(const Ring& ring, double toleranc
       if (rounded.size() >= 3) shapes.push_back(std::move(rounded));
     }
     const bool fits =
-        std::all_of(shapes.begin(), shapes.end(), [&](const auto& s) { return s.size() <= maxPoints; });
+        std::all_of(shapes.begin(), shapes.end(), [&](const auto& s) { return s.size() <= MaxRecordPoints; });
     if (fits) return shapes;
   }
 }

@@ -79,9 +79,8 @@ std::vector<FilePoint> Round(const Points& line, bool closed);
 /// The largest number of points in one record of `Countries.dat`.
 inline constexpr std::size_t MaxRecordPoints = 15000;
 
-/// A ring as shapes for the file: simplified by `toleranceMin`, and by more until no shape has more than
-/// `maxPoints`, cut, rounded. What rounding leaves without an area is left out.
-std::vector<std::vector<FilePoint>> FileShapes(const Ring& ring, double toleranceMin,
-                                               std::size_t maxPoints = MaxRecordPoints);
+/// A ring as shapes for the file: simplified by `toleranceMin`, and by more until every shape fits into
+/// a record, cut, rounded. What rounding leaves without an area is left out.
+std::vector<std::vector<FilePoint>> FileShapes(const Ring& ring, double toleranceMin);
 
 }  // namespace pelorin::tools

