@@ -3,6 +3,7 @@
 #include <QString>
 #include <cstdint>
 #include <optional>
+#include <variant>
 
 namespace pelorin::app {
 
@@ -32,6 +33,9 @@ class RegistryStore {
   /// Environment variable PELORIN_CONFIG_DIR, or else "Quillfen" in the user's configuration folder.
   static QString DefaultFolder();
 
+  /// The same store for one who only looks: writes are ignored.
+  RegistryStore ReadOnly() const;
+
   /// Nothing when there is no such value or it is of the other kind.
   std::optional<QString> ReadString(const QString& keyPath, const QString& name) const;
   std::optional<std::int32_t> ReadInteger(const QString& keyPath, const QString& name) const;
@@ -41,7 +45,11 @@ class RegistryStore {
   void WriteInteger(const QString& keyPath, const QString& name, std::int32_t value) const;
 
  private:
+  void Write(const QString& keyPath, const QString& name,
+             const std::variant<QString, std::int32_t>& value) const;
+
   QString path_;
+  bool isReadOnly_ = false;
 };
 
 }  // namespace pelorin::app

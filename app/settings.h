@@ -30,6 +30,10 @@ struct Settings {
   TRegistryInteger FootprintShowLevel;          ///< 0 none, 1 the selected satellite's, 2 all
   TRegistryInteger UpdateInterval;              ///< seconds between the map's steps
   TRegistryString ImagePathList;                ///< comma text: folders of received pictures
+
+ private:
+  class Maker;
+  Settings(const Maker& make, const QString& programFolder);
 };
 
 /// The same settings as plain values, for programs that only look.

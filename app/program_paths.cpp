@@ -1,0 +1,45 @@
+#include "app/program_paths.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+namespace pelorin::app {
+namespace {
+
+constexpr QLatin1StringView kOwnPlace("/Quillfen/Pelorin");
+
+}  // namespace
+
+QString ProgramFolder() { return QDir::cleanPath(QCoreApplication::applicationDirPath()) + u'/'; }
+
+QString ProgramName() { return QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName(); }
+
+QString UserDataFolder() {
+  const QString named = qEnvironmentVariable("PELORIN_DATA_DIR");
+  if (!named.isEmpty()) return named;
+  return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + kOwnPlace;
+}
+
+QString FindDataFile(const QString& name, const QString& programFolder) {
+  const QDir program(programFolder);
+  for (const QDir& folder :
+       {QDir::current(), QDir(QDir::current().filePath(QStringLiteral(".."))), program,
+        QDir(program.filePath(QStringLiteral("../share/pelorin"))), QDir(UserDataFolder())}) {
+    const QString path = QDir::cleanPath(folder.absoluteFilePath(name));
+    if (QFileInfo(path).isFile()) return path;
+  }
+  return QString();
+}
+
+QString MasterFile(const QString& programFolder) {
+  const QString name = QStringLiteral("Overlay.bmp");
+  const QString beside = QDir(programFolder).filePath(name);
+  if (QFileInfo(beside).isFile() || QFileInfo(programFolder).isWritable()) return beside;
+  const QString cache = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) + kOwnPlace;
+  QDir().mkpath(cache);
+  return QDir(cache).filePath(name);
+}
+
+}  // namespace pelorin::app
