@@ -53,7 +53,7 @@ TEST(ExtBitmap, HeadersAreReadAsProgramsWriteThem) {
   const QByteArray two("\x3C\1\1\1\1\1\1\1", 8);  // bottom row 60, top row 1
   const QByteArray deep("\x03\x02\x01\0\xB4\x78\x3C\0", 8);
   const BitmapFile files[] = {
-      {"full palette, 200 counted", 2, 2, 8, 1078, 200, 200, 256, two, {k1, k60}},
+      {"200 counted, more follows", 2, 2, 8, 1078, 200, 200, 256, two + QByteArray(300, 0), {k1, k60}},
       {"the same, pixels said to follow the counted", 2, 2, 8, 854, 200, 200, 256, two, {k1, k60}},
       {"full palette, 224 counted", 2, 2, 8, 1078, 224, 224, 256, two, {k1, k60}},
       {"200 colours in truth", 2, 2, 8, 854, 200, 256, 200, two, {k1, k60}},

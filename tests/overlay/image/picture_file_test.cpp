@@ -23,12 +23,14 @@ class PictureFile : public testing::Test {
     file.close();
     try {
       return !LoadPicture(Path(name)).isNull();
-    } catch (const PictureError&) {
+    } catch (const PictureError& error) {
+      error_ = error.Text();
       return false;
     }
   }
 
   QTemporaryDir folder_;
+  QString error_;  ///< of the last picture that did not load
 };
 
 TEST_F(PictureFile, JpegKeepsColoursAndLeavesTheOldFileOnFailure) {
@@ -83,6 +85,7 @@ TEST_F(PictureFile, LyingSizesTakeNoMemory) {
   const qsizetype size = jpeg.indexOf("\xFF\xC0") + 5;
   const auto before = peakMegabytes();
   EXPECT_FALSE(Loads("pass.jpg", QByteArray(jpeg).replace(size, 4, "\x4E\x20\x4E\x20")));
+  EXPECT_TRUE(error_.endsWith(u"20000 x 20000 pixels cannot be in this file")) << error_.toStdString();
   // 20,000 x 20,000 in RGB, with its right check sum, then an empty IDAT chunk.
   EXPECT_FALSE(Loads("pass.png", QByteArray::fromHex("89504E470D0A1A0A 0000000D 49484452 00004E20 00004E20"
                                                      "0802000000 6C12D16E 00000000 49444154 35AF061E")));
