@@ -45,7 +45,9 @@ double ScanAngleToGroundDistance(double alpha, double h) {
   const double a = 1 / (t * t) + 1;
   const double discriminant = std::fmax(b * b - 4 * a * c, 0);
   const double y = (-b - std::copysign(std::sqrt(discriminant), -b)) / (2 * a);
-  return Tan(ArcSin(y / XKMPER)) * (XKMPER + h);
+  // The tangent of the central angle, whose sine is y / R, without the detour through the angle.
+  const double sinGamma = y / XKMPER;
+  return sinGamma / std::sqrt(1 - sinGamma * sinGamma) * (XKMPER + h);
 }
 
 void BuildScanTable(TSatellite& satellite, int n, double heightKm) {

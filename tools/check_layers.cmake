@@ -1,3 +1,4 @@
+cmake_minimum_required(VERSION 3.25)
 # Fails when a source file includes across the house's arrows (docs/architecture.md).
 # Run as  cmake -DROOT=<checkout> -P tools/check_layers.cmake
 set(any_logic orbit files)

@@ -1,0 +1,111 @@
+#include <benchmark/benchmark.h>
+
+#include <QTemporaryDir>
+
+#include "orbit/element_file.h"
+#include "orbit/julian_date.h"
+#include "overlay/overlay_generator.h"
+#include "overlay/overlay_master.h"
+#include "overlay/overlay_outputs.h"
+#include "overlay/scan_line.h"
+
+namespace {
+
+using namespace pelorin::overlay;
+namespace orbit = pelorin::orbit;
+
+const QString kCountries = QStringLiteral(PELORIN_BUILT_DATA "/Countries.dat");
+
+orbit::TSatellite Noaa19() {
+  std::vector<orbit::RejectedSet> rejected;
+  return *orbit::NewestElementSet(orbit::ReadAllElementSets(PELORIN_DEMO_ELEMENTS, rejected), "NOAA 19");
+}
+
+/// Master, topography and request of a quarter of an hour with everything on.
+struct Pass {
+  QTemporaryDir folder;
+  std::optional<Topography> topography = Topography::Open(QStringLiteral(PELORIN_BUILT_DATA "/etopo5.elev"));
+  std::optional<MasterView> master;
+  OverlayRequest request;
+
+  Pass() {
+    const QString path = folder.filePath(QStringLiteral("Overlay.bmp"));
+    GenerateMaster(kCountries, path, [](const QString&) {});
+    master = MasterView::Open(path);
+    request.Satellite = Noaa19();
+    request.Station = orbit::ObserverFromDegrees(55.905, -3.2, 150);
+    request.Start = orbit::MakeDateTime(2022, 2, 23, 8, 29);
+    request.ShowOverlay = request.PassDetails = true;
+  }
+  OverlaySources Sources() const { return {{&*topography, nullptr}, &*master}; }
+};
+
+void GroundPointsOfOneLine(benchmark::State& state) {
+  orbit::TSatellite satellite = Noaa19();
+  const GroundTrack track = TrackAt(satellite, satellite.Epoch);
+  orbit::BuildScanTable(satellite, orbit::kHalfLinePixels, track.Below.Altitude);
+  const ScanDistances distances = DistancesOf(satellite);
+  GroundLine line;
+  for (auto _ : state) {
+    FillGroundLine(track, distances, line);
+    benchmark::DoNotOptimize(line);
+  }
+}
+BENCHMARK(GroundPointsOfOneLine)->Unit(benchmark::kMicrosecond);
+
+/// The same with the library's arctangents, point by point: what the line above is measured against.
+void GroundPointsOneByOne(benchmark::State& state) {
+  orbit::TSatellite satellite = Noaa19();
+  const GroundTrack track = TrackAt(satellite, satellite.Epoch);
+  orbit::BuildScanTable(satellite, orbit::kHalfLinePixels, track.Below.Altitude);
+  const ScanDistances distances = DistancesOf(satellite);
+  for (auto _ : state) {
+    for (const double distance : distances) benchmark::DoNotOptimize(PointAcross(track, distance));
+  }
+}
+BENCHMARK(GroundPointsOneByOne)->Unit(benchmark::kMicrosecond);
+
+void OneScanLine(benchmark::State& state) {
+  Pass pass;
+  const GroundTrack track = TrackAt(pass.request.Satellite, pass.request.Satellite.Epoch);
+  orbit::BuildScanTable(pass.request.Satellite, orbit::kHalfLinePixels, track.Below.Altitude);
+  const ScanDistances distances = DistancesOf(pass.request.Satellite);
+  const GroundColours colours({&*pass.topography, nullptr}, &*pass.master, true);
+  const ScanLineWriter writer(colours);
+  GroundLine line;
+  std::vector<std::uint32_t> pixels(kUsualLineWidth);
+  std::vector<std::uint8_t> indices(kUsualLineWidth);
+  for (auto _ : state) {
+    FillGroundLine(track, distances, line);
+    writer.Write(line, MinuteMarker::None, true, pixels, indices);
+    benchmark::DoNotOptimize(pixels.data());
+  }
+}
+BENCHMARK(OneScanLine)->Unit(benchmark::kMicrosecond);
+
+void MapOfFifteenMinutes(benchmark::State& state) {
+  const Pass pass;
+  for (auto _ : state) benchmark::DoNotOptimize(GenerateOverlay(pass.request, pass.Sources()));
+}
+BENCHMARK(MapOfFifteenMinutes)->Unit(benchmark::kMillisecond);
+
+void WriteFourFiles(benchmark::State& state) {
+  const Pass pass;
+  const OverlayResult result = GenerateOverlay(pass.request, pass.Sources());
+  for (auto _ : state) WriteOverlayOutputs(result, true, pass.folder.path());
+}
+BENCHMARK(WriteFourFiles)->Unit(benchmark::kMillisecond);
+
+void MasterFromCountries(benchmark::State& state) {
+  for (auto _ : state) benchmark::DoNotOptimize(DrawMaster(LoadPolygons(kCountries), [](const QString&) {}));
+}
+BENCHMARK(MasterFromCountries)->Unit(benchmark::kMillisecond);
+
+void WriteMasterFile(benchmark::State& state) {
+  const QTemporaryDir folder;
+  const QString path = folder.filePath(QStringLiteral("Overlay.bmp"));
+  for (auto _ : state) GenerateMaster(kCountries, path, [](const QString&) {});
+}
+BENCHMARK(WriteMasterFile)->Unit(benchmark::kMillisecond);
+
+}  // namespace
