@@ -37,10 +37,12 @@ passes::ChosenPass FindPass(const Arguments& arguments, const std::vector<orbit:
                             const app::Station& station) {
   const QString passString = arguments.Text(QStringLiteral("pass"));
   const orbit::TDateTime time = [&] {
+    const QString form = QStringLiteral("--pass wants [YYYY]MMDDHHMM[SS]");
+    if (passString.size() < 8 || passString.size() > 14 || passString.size() % 2 != 0) throw UsageError(form);
     try {
       return orbit::ParseTimeString(passString.toStdString());
     } catch (const orbit::ConvertError& error) {
-      throw UsageError(QStringLiteral("--pass wants [YYYY]MMDDHHMM[SS]: ") + QString::fromUtf8(error.what()));
+      throw UsageError(form + QStringLiteral(": ") + QString::fromUtf8(error.what()));
     }
   }();
   const double jd = orbit::JulianDateOfDateTime(time);

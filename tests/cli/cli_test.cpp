@@ -1,0 +1,254 @@
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <cmath>
+
+#include "app/registry_store.h"
+#include "app/settings.h"
+#include "files/atomic_file.h"
+#include "files/text_file.h"
+#include "tests/support/tables.h"
+
+namespace pelorin {
+namespace {
+
+const QString kDemoElements = QStringLiteral(PELORIN_DEMO_ELEMENTS);
+const QString kEdinburgh = QStringLiteral("55.905,-3.2,150");
+
+/// Runs the program in a folder of its own, with settings of its own.
+class Cli : public testing::Test {
+ protected:
+  struct Outcome {
+    int Status;
+    QString Out, Err;
+    QStringList Lines() const { return Out.split(QLatin1Char('\n'), Qt::SkipEmptyParts); }
+  };
+
+  Outcome Run(const QStringList& arguments) const {
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("PELORIN_CONFIG_DIR"), Path("config"));
+    environment.insert(QStringLiteral("PELORIN_DATA_DIR"), QStringLiteral(PELORIN_BUILT_DATA));
+    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("de_DE.UTF-8"));
+    environment.insert(QStringLiteral("TZ"), QStringLiteral("Europe/Berlin"));
+    process.setProcessEnvironment(environment);
+    process.setWorkingDirectory(folder_.path());
+    process.start(QStringLiteral(PELORIN_CLI), arguments);
+    process.waitForFinished(60000);
+    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit) << arguments.join(QLatin1Char(' ')).toStdString();
+    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
+  }
+  /// Words separated by blanks; "_" stands for a blank within one.
+  Outcome Run(const char* words) const {
+    QStringList arguments = QString::fromLatin1(words).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    for (QString& argument : arguments) argument.replace(QLatin1Char('_'), QLatin1Char(' '));
+    arguments.replaceInStrings(QStringLiteral("DEMO"), kDemoElements);
+    arguments.replaceInStrings(QStringLiteral("HERE"), folder_.path());
+    return Run(arguments);
+  }
+  QString Path(const char* name) const { return folder_.filePath(QLatin1StringView(name)); }
+
+ private:
+  QTemporaryDir folder_;
+};
+
+TEST_F(Cli, WrongUseAndFailuresHaveTheirOwnStatus) {
+  const struct {
+    const char* words;
+    int status;
+    const char* says;
+  } rows[] = {
+      {"", 2, "Usage"},
+      {"fly", 2, "no command"},
+      {"passes --elements DEMO --station 91,0,0", 2, "--station"},
+      {"passes --elements DEMO --station nan,0,0", 2, "--station"},
+      {"passes --elements DEMO --from 2022-02-30", 2, "no such date"},
+      {"passes --elements DEMO --days 0", 2, "--days"},
+      {"passes --elements DEMO --format xml", 2, "--format"},
+      {"passes --elements DEMO --bogus", 2, "bogus"},
+      {"passes --elements DEMO --satellite NOAA_99 --from 2022-02-23", 1, "NOAA 99"},
+      {"passes --elements HERE/missing", 1, "missing"},
+      {"passes --elements HERE", 1, "no usable element sets"},
+      {"track --elements DEMO --satellite NOAA_19", 2, "--from"},
+      {"track --elements DEMO --satellite NOAA_19 --from 2022-02-23", 2, "not a time"},
+      {"track --elements DEMO --satellite NOAA_19 --from 2022-02-23T25:00:00", 2, "no such time"},
+      {"scan --satellite NOAA_19", 2, "--height"},
+      {"overlay --elements DEMO --satellite NOAA_19", 2, "either --start or --pass"},
+      {"overlay --elements DEMO --satellite NOAA_19 --start 2022 --results HERE", 2, "not a start"},
+      {"overlay --elements DEMO --satellite NOAA_19 --start 20220223093200 --results HERE/missing", 1,
+       "missing"},
+      {"overlay --elements DEMO --satellite NOAA_19 --start 20220223093200 --results HERE --picture "
+       "HERE/no.png",
+       1, "no.png"},
+      {"overlay --elements DEMO --satellite NOAA_19 --pass 0223x932 --results HERE", 2, "--pass"},
+      {"overlay --elements DEMO --satellite NOAA_19 --pass 202202230932585 --results HERE", 2, "--pass"},
+      {"overlay --elements DEMO --satellite NOAA_19 --pass 20220223030059 --results HERE", 1,
+       "Parameter 20220223030059 specified but pass string 02230300 not found."},
+      {"picture --find 12x41200 --folders HERE", 2, "--find"},
+      {"picture --find 12241200 --folders HERE", 1, "no picture"},
+      {"master --countries HERE/none.dat --output HERE/o.bmp", 1, "none.dat"}};
+  for (const auto& row : rows) {
+    const Outcome outcome = Run(row.words);
+    EXPECT_EQ(outcome.Status, row.status) << row.words << outcome.Err.toStdString();
+    EXPECT_TRUE(outcome.Err.contains(QLatin1StringView(row.says)))
+        << row.words << ": " << outcome.Err.toStdString();
+    EXPECT_TRUE(outcome.Out.isEmpty()) << row.words;
+  }
+  for (const char* command :
+       {"passes", "track", "overlay", "picture", "elements", "scan", "line", "master"}) {
+    const Outcome help = Run(QStringList{QLatin1StringView(command), QStringLiteral("--help")});
+    EXPECT_EQ(help.Status, 0);
+    EXPECT_TRUE(help.Out.contains(QLatin1StringView(command))) << command;
+  }
+}
+
+TEST_F(Cli, PassesComeInThreeFormats) {
+  const QStringList call{QStringLiteral("passes"),
+                         QStringLiteral("--elements"),
+                         kDemoElements,
+                         QStringLiteral("--station"),
+                         kEdinburgh,
+                         QStringLiteral("--from"),
+                         QStringLiteral("2022-02-23"),
+                         QStringLiteral("--satellite"),
+                         QStringLiteral("NOAA 19"),
+                         QStringLiteral("--satellite"),
+                         QStringLiteral("noaa 15"),
+                         QStringLiteral("--min-elevation"),
+                         QStringLiteral("5"),
+                         QStringLiteral("--format")};
+  const QStringList text = Run(call + QStringList{QStringLiteral("text")}).Lines();
+  ASSERT_GT(text.size(), 8);
+  QStringList sorted = text;
+  sorted.sort(Qt::CaseSensitive);
+  EXPECT_EQ(text, sorted);
+  const QStringList csv = Run(call + QStringList{QStringLiteral("csv")}).Lines();
+  const QJsonArray json =
+      QJsonDocument::fromJson(Run(call + QStringList{QStringLiteral("json")}).Out.toUtf8()).array();
+  ASSERT_EQ(csv.size(), text.size() + 1);
+  ASSERT_EQ(json.size(), text.size());
+  for (qsizetype i = 0; i < text.size(); ++i) {
+    const QJsonObject pass = json[i].toObject();
+    const QString rise = pass.value(QStringLiteral("rise_utc")).toString();
+    // 0223T093220 of the record is the csv's and the json's time without its year.
+    EXPECT_EQ(
+        QString(rise).remove(QLatin1Char('-')).remove(QLatin1Char(':')).mid(4, 11).remove(QLatin1Char('T')),
+        text[i].left(10));
+    EXPECT_TRUE(csv[i + 1].contains(rise));
+    EXPECT_GE(pass.value(QStringLiteral("max_elevation_deg")).toDouble() + 0.6,
+              text[i].section(QLatin1Char(' '), 3, 3).toDouble());
+    EXPECT_EQ(pass.value(QStringLiteral("duration_s")).toInt(),
+              text[i].section(QLatin1Char(' '), 4, 4).toInt());
+  }
+}
+
+TEST_F(Cli, TracksAgreeWithPublishedStates) {
+  const auto rows = tests::ReadTable("lookangles.csv");
+  const auto& row = rows.front();
+  const QStringList station{QString::fromStdString(row.Text("lat_deg")),
+                            QString::fromStdString(row.Text("lon_deg")),
+                            QString::fromStdString(row.Text("height_m"))};
+  const Outcome outcome =
+      Run({QStringLiteral("track"), QStringLiteral("--elements"),
+           QStringLiteral(PELORIN_TEST_DATA "/elements.2li"), QStringLiteral("--satellite"),
+           QString::fromStdString(row.Text("satellite")), QStringLiteral("--station"),
+           station.join(QLatin1Char(',')), QStringLiteral("--from"), QString::fromStdString(row.Text("utc")),
+           QStringLiteral("--seconds"), QStringLiteral("20"), QStringLiteral("--format"),
+           QStringLiteral("json")});
+  const QJsonArray steps = QJsonDocument::fromJson(outcome.Out.toUtf8()).array();
+  ASSERT_EQ(steps.size(), 3) << outcome.Err.toStdString();
+  const QJsonObject first = steps[0].toObject();
+  EXPECT_NEAR(first.value(QStringLiteral("x_km")).toDouble(), row.Number("x_km"), 0.002);
+  EXPECT_NEAR(first.value(QStringLiteral("elevation_deg")).toDouble(), row.Number("el_deg"), 1e-4);
+  EXPECT_NEAR(first.value(QStringLiteral("latitude_deg")).toDouble(), row.Number("sat_lat_deg"), 1e-4);
+  EXPECT_EQ(first.value(QStringLiteral("visible")).toBool(), row.Text("visible") == "1");
+  EXPECT_TRUE(outcome.Err.contains(QStringLiteral("days")));
+}
+
+TEST_F(Cli, APassBecomesItsOverlay) {
+  QDir(Path("")).mkpath(QStringLiteral("results"));
+  const Outcome passes = Run("passes --elements DEMO --from 2022-02-23 --satellite NOAA_19");
+  ASSERT_EQ(passes.Lines().size(), 10) << passes.Err.toStdString();
+  // A recording that began some seconds after the predicted rise: the key is shortened until it matches.
+  const Outcome outcome =
+      Run("overlay --elements DEMO --satellite NOAA_19 --pass 20220223093258 --topography none --lines 300 "
+          "--results HERE/results");
+  ASSERT_EQ(outcome.Status, 0) << outcome.Err.toStdString();
+  EXPECT_TRUE(outcome.Err.contains(QStringLiteral("0223093220 S")));
+  ASSERT_EQ(outcome.Lines().size(), 4);
+  EXPECT_EQ(QImage(Path("results/Result.jpg")).size(), QSize(1040, 300));
+  EXPECT_EQ(QImage(Path("results/ovl.bmp")).size(), QSize(1040, 300));
+  const QStringList passData = files::ReadLines(Path("results/pass.dat"));
+  ASSERT_EQ(passData.size(), 300);
+  EXPECT_TRUE(passData[0].startsWith(QStringLiteral("2022-02-23T09:32:00.000 ")));
+
+  // The picture's rows decide the map's; the earlier results stay when the new ones cannot be made.
+  ASSERT_TRUE(QImage(909, 77, QImage::Format_RGB32).save(Path("picture.png")));
+  const Outcome second =
+      Run("overlay --elements DEMO --satellite NOAA_19 --start 20220223093200 --direction north --picture "
+          "HERE/picture.png --master none --results HERE/results");
+  ASSERT_EQ(second.Status, 0) << second.Err.toStdString();
+  EXPECT_EQ(QImage(Path("results/Result.jpg")).size(), QSize(1040, 77));
+  EXPECT_EQ(QImage(Path("results/ovl.bmp")).size(), QSize(1040, 300));
+}
+
+TEST_F(Cli, DefaultsAreTheUsersSettings) {
+  const app::RegistryStore store(Path("config"));
+  const QString key = app::SettingsKeyPath(QStringLiteral("Pelorin"));
+  QDir(Path("")).mkpath(QStringLiteral("my elements"));
+  QFile::copy(kDemoElements, Path("my elements/a.2LI"));
+  store.WriteString(key, QStringLiteral("TwoLineDataPath"), Path("my elements"));
+  store.WriteString(key, QStringLiteral("ObserverLatitude"), QStringLiteral("-33.9"));
+  store.WriteString(key, QStringLiteral("ObserverLongitude"), QStringLiteral("18.4"));
+  store.WriteString(key, QStringLiteral("ImagePathList"), QStringLiteral("\"%1\"").arg(Path("my elements")));
+  const QString before =
+      QString::fromUtf8(files::ReadLines(Path("config/registry.reg")).join(QLatin1Char('\n')).toUtf8());
+  const QStringList fromSettings = Run("passes --from 2022-02-23 --satellite NOAA_18").Lines();
+  const QStringList given = Run("passes --from 2022-02-23 --satellite NOAA_18 --elements DEMO --station "
+                                "-33.9,18.4,150 --min-elevation 1.5")
+                                .Lines();
+  EXPECT_FALSE(given.isEmpty());
+  EXPECT_EQ(fromSettings, given);
+  files::ReplaceFile(Path("my elements/02231015V.png"), "x");
+  EXPECT_EQ(Run("picture --find 02231017").Lines().value(0), Path("my elements/02231015V.png"));
+  EXPECT_EQ(files::ReadLines(Path("config/registry.reg")).join(QLatin1Char('\n')), before);  // it only looks
+}
+
+TEST_F(Cli, BadSetsAreNamedAndTheRestIsUsed) {
+  QByteArray text =
+      "BROKEN\r\n1 00001U\r\n2 00001\r\nHYPER\r\n1 00002U 22032A   22053.20978316\r\n"
+      "2 00002  98.5313  39.9325 9999999   4.9627 355.1680  0.00000000\r\n";
+  QFile demo(kDemoElements);
+  ASSERT_TRUE(demo.open(QIODevice::ReadOnly));
+  files::ReplaceFile(Path("mixed.tle"), text + demo.readAll());
+  const Outcome outcome = Run("elements --elements HERE/mixed.tle");
+  EXPECT_EQ(outcome.Status, 0);
+  EXPECT_TRUE(outcome.Err.contains(QStringLiteral("BROKEN")));
+  EXPECT_TRUE(outcome.Err.contains(QStringLiteral("HYPER")));
+  EXPECT_EQ(outcome.Lines().size(), 46);
+  EXPECT_FALSE(outcome.Out.contains(QStringLiteral("nan")));
+}
+
+TEST_F(Cli, ScansAndLinesTellTheGeometry) {
+  const QStringList scan = Run("scan --satellite NOAA_19 --height 860").Lines();
+  ASSERT_EQ(scan.size(), 456);
+  EXPECT_EQ(scan[1], QStringLiteral("0,0.000000"));
+  EXPECT_GT(scan[455].section(QLatin1Char(','), 1).toDouble(), 1400);
+  const QStringList line = Run("line --elements DEMO --satellite NOAA_19 --from 2022-02-23T09:39:00").Lines();
+  ASSERT_EQ(line.size(), 910);
+  EXPECT_TRUE(line[1].startsWith(QStringLiteral("-454,")));
+  // South-bound over the British Isles: positive positions lie east.
+  EXPECT_GT(line[909].section(QLatin1Char(','), 2).toDouble(),
+            line[1].section(QLatin1Char(','), 2).toDouble());
+}
+
+}  // namespace
+}  // namespace pelorin

@@ -1,0 +1,283 @@
+#include "overlay/overlay_generator.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <cmath>
+
+#include "files/atomic_file.h"
+#include "files/read_file.h"
+#include "orbit/julian_date.h"
+#include "orbit/look_angles.h"
+#include "orbit/scalar_math.h"
+#include "overlay/elevation_colours.h"
+#include "overlay/overlay_master.h"
+#include "overlay/overlay_outputs.h"
+#include "overlay/overlay_text.h"
+#include "overlay/palette.h"
+#include "tests/support/tables.h"
+
+namespace pelorin::overlay {
+namespace {
+
+/// A world of cells of 10°, each with a colour that tells where it is: red its column from 180° W, green its
+/// row from the north.
+QImage CellWorld() {
+  QImage world(720, 360, QImage::Format_RGB32);
+  for (int y = 0; y < world.height(); ++y) {
+    for (int x = 0; x < world.width(); ++x) world.setPixel(x, y, qRgb(x / 20 * 7, y / 20 * 14, 200));
+  }
+  return world;
+}
+
+/// A master whose index is 100 plus the number of the 10° row, written by hand.
+std::optional<MasterView> RowMaster(const QTemporaryDir& folder) {
+  image::IndexedImage master{kMasterWidth, kMasterHeight,
+                             std::vector<std::uint8_t>(std::size_t{kMasterWidth} * kMasterHeight)};
+  for (int y = 0; y < kMasterHeight; ++y) {
+    std::fill_n(master.Row(y), kMasterWidth, static_cast<std::uint8_t>(y < 990 ? 2 : 100 + y / 220));
+  }
+  image::ColourTable colours = OverlayPalette();
+  for (int i = 100; i < 118; ++i)
+    colours[static_cast<std::size_t>(i)] = 0x010000u * static_cast<std::uint32_t>(i);
+  image::SaveIndexedBitmap(master, colours, folder.filePath(QStringLiteral("m.bmp")));
+  return MasterView::Open(folder.filePath(QStringLiteral("m.bmp")));
+}
+
+/// Two minutes of NOAA 12 west of Scotland, south-bound, from 12 seconds before a full minute.
+OverlayRequest Pass() {
+  OverlayRequest request;
+  request.Satellite = tests::ReferenceSatellite("NOAA 12");
+  request.Station = orbit::ObserverFromDegrees(55.905, -3.2, 150);
+  request.Start = orbit::MakeDateTime(1999, 2, 3, 8, 59, 48);
+  request.DurationMinutes = 2;
+  return request;
+}
+
+TEST(OverlayGenerator, ColoursTellWhereEachPixelLooks) {
+  const QImage world = CellWorld();
+  OverlayRequest request = Pass();
+  const OverlayResult result = GenerateOverlay(request, {{nullptr, &world}, nullptr});
+  ASSERT_EQ(result.Map.size(), QSize(1040, 240));
+  ASSERT_EQ(result.LinesMade, 240);
+  int inside = 0;
+  for (const int line : {0, 77, 239}) {
+    const double jd = orbit::JulianDateOfDateTime(request.Start) + line * 0.5 / 86400;
+    const GroundTrack track = TrackAt(request.Satellite, jd);
+    orbit::BuildScanTable(request.Satellite, orbit::kHalfLinePixels, track.Below.Altitude);
+    for (int s = -454; s <= 454; s += 10) {
+      const GroundPoint point = PointAcross(track, orbit::CrossTrackOffset(request.Satellite, s));
+      const double column = (point.LongitudeDeg + 180) / 10, row = (90 - point.LatitudeDeg) / 10;
+      // Away from the cells' edges, where a hundredth of a degree decides.
+      if (std::fabs(column - std::round(column)) < 0.06 || std::fabs(row - std::round(row)) < 0.06) continue;
+      const QRgb expected = qRgb(static_cast<int>(column) * 7, static_cast<int>(row) * 14, 200);
+      ASSERT_EQ(result.Map.pixel(540 + s, line), expected) << line << " " << s;
+      ++inside;
+    }
+  }
+  EXPECT_GT(inside, 100);
+}
+
+TEST(OverlayGenerator, ANorthBoundMapIsTheSouthBoundTurned) {
+  const QTemporaryDir folder;
+  const QImage world = CellWorld();
+  const auto master = RowMaster(folder);
+  ASSERT_TRUE(master);
+  OverlayRequest request = Pass();
+  request.ShowOverlay = true;
+  request.LineLimit = 200;
+  const OverlayResult south = GenerateOverlay(request, {{nullptr, &world}, &*master});
+  request.SouthBound = false;
+  const OverlayResult north = GenerateOverlay(request, {{nullptr, &world}, &*master});
+  ASSERT_EQ(north.Map.size(), QSize(1040, 200));
+  EXPECT_EQ(north.Map.mirrored(true, true), south.Map);
+  std::vector<std::uint8_t> turned(south.Index.Pixels.rbegin(), south.Index.Pixels.rend());
+  EXPECT_EQ(north.Index.Pixels, turned);
+}
+
+TEST(OverlayGenerator, TheMasterCoversTheGroundButForItsBackground) {
+  const QTemporaryDir folder;
+  const QImage world = CellWorld();
+  const auto master = RowMaster(folder);
+  ASSERT_TRUE(master);
+  OverlayRequest request = Pass();
+  const OverlayResult plain = GenerateOverlay(request, {{nullptr, &world}, &*master});
+  request.ShowOverlay = true;
+  const OverlayResult covered = GenerateOverlay(request, {{nullptr, &world}, &*master});
+  EXPECT_EQ(plain.Index.Pixels, covered.Index.Pixels);
+  int background = 0, marked = 0;
+  for (int row = 0; row < 240; row += 7) {
+    for (int x = 86; x < 995; x += 3) {
+      const int index = covered.Index.Row(row)[x];
+      if (index == kBackground) {
+        ++background;
+        EXPECT_EQ(covered.Map.pixel(x, row), plain.Map.pixel(x, row));
+      } else {
+        ++marked;
+        ASSERT_EQ(covered.Map.pixel(x, row), qRgb(index, 0, 0));
+      }
+    }
+  }
+  EXPECT_GT(background, 100);
+  EXPECT_GT(marked, 100);
+}
+
+TEST(OverlayGenerator, LinesHaveTheFrameOfAReceivedLine) {
+  OverlayRequest request = Pass();
+  request.Width = 1050;
+  const OverlayResult result = GenerateOverlay(request, {});
+  const QRgb black = qRgb(0, 0, 0), white = qRgb(255, 255, 255), grey = qRgb(128, 128, 128);
+  const struct {
+    int line;
+    QRgb space;
+  } rows[] = {{0, grey},   {23, grey}, {24, black},  {25, black}, {26, white},
+              {27, white}, {28, grey}, {144, black}, {146, white}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(result.Map.pixel(39, row.line), row.space) << row.line;
+    EXPECT_EQ(result.Map.pixel(85, row.line), row.space) << row.line;
+    EXPECT_EQ(result.Map.pixel(995, row.line), row.space) << row.line;
+    EXPECT_EQ(result.Map.pixel(1049, row.line), row.space) << row.line;
+  }
+  for (int x = 0; x < 39; ++x) {
+    const bool pulse = x >= 4 && x < 32 && x % 4 < 2;
+    EXPECT_EQ(result.Map.pixel(x, 5), pulse ? white : black) << x;
+  }
+  EXPECT_EQ(result.Map.pixel(86, 5), black);  // no ground at all
+  EXPECT_EQ(result.Index.Height, 1);          // and no master: a single row
+  EXPECT_EQ(result.Index.Row(0)[995], kGrey);
+}
+
+TEST(OverlayGenerator, StopsWhenToldAndKeepsWhatWasMade) {
+  OverlayRequest request = Pass();
+  request.PassDetails = true;
+  int repaints = 0, minutes = 0;
+  const OverlayResult result = GenerateOverlay(request, {}, [&](const LineProgress& progress) {
+    repaints += progress.Repaint;
+    minutes += progress.NewMinute;
+    return progress.Line < 99;
+  });
+  EXPECT_EQ(result.LinesMade, 100);
+  EXPECT_EQ(result.PassData.size(), 100);
+  EXPECT_EQ(repaints, 5);  // 08:59:50, 09:00:00 … 09:00:30
+  EXPECT_EQ(minutes, 1);
+  EXPECT_EQ(result.Map.pixel(39, 99), qRgb(128, 128, 128));
+  EXPECT_EQ(result.Map.pixel(39, 100), qRgb(0, 0, 0));
+  EXPECT_EQ(result.PassData[24].left(24), QStringLiteral("1999-02-03T09:00:00.000 "));
+}
+
+TEST(OverlayGenerator, LineRatesAndLimits) {
+  OverlayRequest request = Pass();
+  request.Satellite.LinesPerMinute = 240;
+  EXPECT_EQ(GenerateOverlay(request, {}).LinesMade, 480);
+  request.LineLimit = 100;
+  EXPECT_EQ(GenerateOverlay(request, {}).Map.height(), 100);
+  request.LineLimit = 600;
+  const OverlayResult longer = GenerateOverlay(request, {});
+  EXPECT_EQ(longer.LinesMade, 480);
+  EXPECT_EQ(longer.Map.height(), 600);
+  request.Satellite.MeanMotion = 0;
+  request.Satellite.Propagator = {};
+  EXPECT_THROW(GenerateOverlay(request, {}), OverlayError);
+}
+
+TEST(OverlayGenerator, DirectionAndElevationAreThoseOfThePass) {
+  OverlayRequest request = Pass();
+  const auto latitudeAfter = [&](double minutes) {
+    return TrackAt(request.Satellite, orbit::JulianDateOfDateTime(request.Start) + minutes / 1440)
+        .Below.Latitude;
+  };
+  EXPECT_EQ(IsSouthBoundAt(request.Satellite, request.Start), latitudeAfter(1) < latitudeAfter(0));
+  request.PassDetails = true;
+  request.DurationMinutes = 30;
+  request.TextItems = {kTextName | kTextDirection, kTextElevation, 0};
+  const OverlayResult result = GenerateOverlay(request, {});
+  double highest = -90;
+  for (double minute = 0; minute < 30; minute += 0.1) {
+    const double jd = orbit::JulianDateOfDateTime(request.Start) + minute / 1440;
+    const orbit::Vector position = TrackAt(request.Satellite, jd).Inertial.Position;
+    highest =
+        std::fmax(highest, orbit::Degrees(orbit::ElevationFrame(request.Station).Elevation(position, jd)));
+  }
+  ASSERT_GT(highest, 0) << "the pass must be seen";
+  EXPECT_LE(result.ElevationDeg, highest + 0.01);
+  ASSERT_EQ(result.TextLines.size(), 3);
+  EXPECT_EQ(result.TextLines[0], QStringLiteral("NOAA 12  South"));
+  EXPECT_EQ(result.TextLines[1], QString::number(result.ElevationDeg, 'f', 0) + QChar(0xBA));
+  EXPECT_TRUE(result.TextLines[2].isEmpty());
+}
+
+TEST(OverlayOutputs, EveryFileIsWrittenWholeOrNotAtAll) {
+  const QTemporaryDir folder;
+  const auto master = RowMaster(folder);
+  OverlayRequest request = Pass();
+  request.PassDetails = true;
+  request.TextItems = {kTextElevation, 0, 0};
+  const OverlayResult result = GenerateOverlay(request, {{}, &*master});
+  EXPECT_EQ(WriteOverlayOutputs(result, true, folder.path()).size(), 4);
+  const QImage index(folder.filePath(QStringLiteral("ovl.bmp")));
+  ASSERT_EQ(index.size(), QSize(1040, 240));
+  EXPECT_EQ(index.pixelIndex(540, 3), result.Index.Row(3)[540]);
+  const QImage map(folder.filePath(QStringLiteral("Result.jpg")));
+  EXPECT_EQ(map.size(), QSize(1040, 240));
+  EXPECT_TRUE(files::ReadFile(folder.filePath(QStringLiteral("ovl.txt")))
+                  .startsWith(QByteArray::number(std::lround(result.ElevationDeg)) + "\xBA\r\n"));
+  const QByteArray passData = files::ReadFile(folder.filePath(QStringLiteral("pass.dat")));
+  EXPECT_EQ(passData.count("\r\n"), 240);
+
+  const QTemporaryDir plain;
+  EXPECT_EQ(WriteOverlayOutputs(GenerateOverlay(request, {}), false, plain.path()).size(), 1);
+  EXPECT_FALSE(QFile::exists(plain.filePath(QStringLiteral("ovl.bmp"))));
+  EXPECT_THROW(WriteOverlayOutputs(result, true, plain.filePath(QStringLiteral("missing"))),
+               files::FileError);
+}
+
+TEST(Topography, BothLayoutsSayTheSame) {
+  const QTemporaryDir folder;
+  // Elevations that name their cell: row × 7 − column, as 16 bits.
+  const auto value = [](int row, int columnFromGreenwich) {
+    return static_cast<std::int16_t>(row * 7 - columnFromGreenwich % 4320);
+  };
+  QByteArray little, big;
+  for (int row = 0; row < 2160; ++row) {
+    for (int column = 0; column <= 4320; ++column) {
+      const std::int16_t v = value(row, column);
+      little.append(static_cast<char>(v & 0xFF)).append(static_cast<char>(v >> 8));
+    }
+    for (int column = 0; column < 4320; ++column) {
+      const std::int16_t v = value(row, column + 2160);
+      big.append(static_cast<char>(v >> 8)).append(static_cast<char>(v & 0xFF));
+    }
+  }
+  files::ReplaceFile(folder.filePath(QStringLiteral("little")), little);
+  files::ReplaceFile(folder.filePath(QStringLiteral("big")), big);
+  files::ReplaceFile(folder.filePath(QStringLiteral("odd")), big.left(1000));
+  const auto a = Topography::Open(folder.filePath(QStringLiteral("little")));
+  const auto b = Topography::Open(folder.filePath(QStringLiteral("big")));
+  const auto c = Topography::Open(folder.filePath(QStringLiteral("odd")));
+  ASSERT_TRUE(a && b && c);
+  for (const auto& [south, east] :
+       {std::pair{0, 0}, {10800, 21599}, {5399, 10799}, {5400, 10800}, {17, 4}, {17, 5}}) {
+    EXPECT_EQ(a->ElevationAt(south, east), value(std::min(south / 5, 2159), east / 5))
+        << south << " " << east;
+    EXPECT_EQ(b->ElevationAt(south, east), value(std::min(south / 5, 2159), east / 5))
+        << south << " " << east;
+  }
+  EXPECT_FALSE(c->KnownLayout());
+  EXPECT_FALSE(Topography::Open(folder.filePath(QStringLiteral("missing"))));
+
+  GroundLine line{};
+  line.SouthMin.fill(3000);
+  line.EastMin.fill(12345);
+  std::array<std::uint32_t, kScanPositions> colours{};
+  std::array<std::uint8_t, kScanPositions> indices{};
+  GroundColours({&*c, nullptr}, nullptr, true).ColourLine(line, colours, indices);
+  EXPECT_EQ(colours[0], 0xFF808080u);
+  GroundColours({&*a, nullptr}, nullptr, true).ColourLine(line, colours, indices);
+  EXPECT_EQ(colours[0] & 0xFFFFFF, AtlasColours()[static_cast<std::size_t>(value(600, 2469))]);
+  EXPECT_EQ(AtlasColours()[0], kSeaColour);
+}
+
+}  // namespace
+}  // namespace pelorin::overlay

@@ -1,0 +1,170 @@
+#include "overlay/overlay_master.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <algorithm>
+
+#include "files/atomic_file.h"
+#include "overlay/indexed_raster.h"
+#include "overlay/master_view.h"
+#include "overlay/palette.h"
+
+namespace pelorin::overlay {
+namespace {
+
+void Silent(const QString&) {}
+
+QByteArray Number(int value, int bytes) {
+  QByteArray text;
+  for (int i = 0; i < bytes; ++i) text.append(static_cast<char>(value >> (8 * i)));
+  return text;
+}
+
+QByteArray Record(int kind, const std::vector<PolyPoint>& points) {
+  QByteArray record = Number(static_cast<int>(points.size()), 4) + Number(kind, 1);
+  for (const PolyPoint& point : points) record += Number(point.Longitude, 2) + Number(point.Latitude, 2);
+  return record;
+}
+
+/// A square with corners in whole degrees.
+std::vector<PolyPoint> Square(int west, int south, int east, int north) {
+  const auto at = [](int longitude, int latitude) {
+    return PolyPoint{static_cast<std::int16_t>(longitude * 60), static_cast<std::int16_t>(latitude * 60)};
+  };
+  return {at(west, south), at(east, south), at(east, north), at(west, north)};
+}
+
+class CountriesFile : public testing::Test {
+ protected:
+  QString Path(const char* name) const { return folder_.filePath(QLatin1StringView(name)); }
+  QString Write(const QByteArray& content) const {
+    files::ReplaceFile(Path("Countries.dat"), content);
+    return Path("Countries.dat");
+  }
+
+ private:
+  QTemporaryDir folder_;
+};
+
+TEST_F(CountriesFile, RecordsAreReadWithTheirBoxes) {
+  const auto polygons = LoadPolygons(
+      Write(Record(1, {{-600, 30}, {-120, 40}}) + Record(8, Square(5, -9, 6, -8)) + Number(0, 5)));
+  ASSERT_EQ(polygons.size(), 2u);
+  EXPECT_TRUE(polygons[0].IsOpenLine());
+  EXPECT_TRUE(polygons[0].IsLand());
+  EXPECT_TRUE(polygons[1].IsWater());
+  EXPECT_EQ(polygons[0].MinLongitude, -600);
+  EXPECT_EQ(polygons[0].MaxLongitude, 0);  // every box holds the point (0, 0)
+  EXPECT_EQ(polygons[0].MinLatitude, 0);
+  EXPECT_EQ(polygons[0].MaxLatitude, 40);
+  EXPECT_EQ(polygons[1].Points[3].Longitude, 300);
+  EXPECT_EQ(polygons[1].MinLatitude, -540);
+  EXPECT_TRUE(LoadPolygons(Write("")).empty());
+}
+
+TEST_F(CountriesFile, DamageIsAClearErrorAndWritesNothing) {
+  const QByteArray good = Record(0, Square(0, 0, 10, 10));
+  const struct {
+    const char* label;
+    QByteArray content;
+  } rows[] = {{"cut in a record", good.chopped(3)},
+              {"cut in a head", good + good.left(3)},
+              {"negative count", Number(-1, 4) + good},
+              {"giant count", Number(0x40000000, 4) + good},
+              {"one point too many", Number(15001, 4) + QByteArray(1 + 15001 * 4, 'x')}};
+  for (const auto& row : rows) {
+    EXPECT_THROW(GenerateMaster(Write(row.content), Path("Overlay.bmp"), Silent), files::FileError)
+        << row.label;
+    EXPECT_FALSE(QFile::exists(Path("Overlay.bmp"))) << row.label;
+  }
+  EXPECT_FALSE(GenerateMaster(Write(""), Path("Overlay.bmp"), Silent));
+  EXPECT_THROW(LoadPolygons(Path("missing.dat")), files::FileError);
+}
+
+TEST_F(CountriesFile, TheMasterShowsWhatTheFileSays) {
+  // Land with a lake in it; the same over the date line's west side; an open line; and a kind that is not
+  // drawn.
+  const QString countries = Write(Record(0, Square(21, 41, 29, 49)) + Record(8, Square(23, 43, 27, 47)) +
+                                  Record(4, Square(-180, -49, -171, -41)) +
+                                  Record(1, {{-6000, 300}, {-5700, 300}}) + Record(2, Square(51, 1, 59, 9)));
+  QStringList said;
+  ASSERT_TRUE(
+      GenerateMaster(countries, Path("Overlay.bmp"), [&](const QString& text) { said.append(text); }));
+  EXPECT_TRUE(said.contains(QStringLiteral("Overlay master image, generating country bondaries 20%")));
+  EXPECT_EQ(QFile(Path("Overlay.bmp")).size(), 31364278);
+  EXPECT_FALSE(QFile::permissions(Path("Overlay.bmp")) & QFile::WriteOwner);
+  const auto master = MasterView::Open(Path("Overlay.bmp"));
+  ASSERT_TRUE(master);
+  const auto at = [&](double longitude, double latitude) {
+    return master->Row(
+        static_cast<int>((90 - latitude) * 22 + 0.5))[static_cast<int>((longitude + 180) * 22 + 0.5)];
+  };
+  const struct {
+    double longitude, latitude;
+    int index;
+  } rows[] = {{22, 45, kLand},
+              {25, 45, kBackground},
+              {21, 45, kBoundary},
+              {23, 45, kBoundary},
+              {30.5, 45, kBackground},
+              {-179.9, -45, kLand},
+              {-170.8, -45, kBackground},
+              {-98, 5, kBoundary},
+              {55, 5, kBackground},
+              {60, 5, kGrid},
+              {55, 10, kGrid},
+              {-180, 1, kGrid},
+              {0, 89.5, kGrid}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(at(row.longitude, row.latitude), row.index) << row.longitude << " " << row.latitude;
+  }
+  EXPECT_EQ(master->Colours()[kLand], 0x008000u);
+  EXPECT_EQ(master->Colours()[kBackground], 0x000080u);
+  EXPECT_EQ(master->Colours()[kGrey], 0x808080u);
+
+  // A read-only master of the wrong size is made again.
+  QFile file(Path("Overlay.bmp"));
+  file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+  ASSERT_TRUE(file.resize(kMasterFileSize - 1));
+  file.setPermissions(QFile::ReadOwner);
+  EXPECT_FALSE(MasterIsValid(Path("Overlay.bmp")));
+  EXPECT_TRUE(GenerateMaster(countries, Path("Overlay.bmp"), Silent));
+  EXPECT_TRUE(MasterIsValid(Path("Overlay.bmp")));
+}
+
+TEST(MasterProjection, RoundsToTheNearestPixel) {
+  const struct {
+    int minutes, column;
+  } columns[] = {{-10800, 0},   {-10799, 0}, {-10798, 1},  {0, 3960},
+                 {10800, 7920}, {10801, 0},  {-10803, -1}, {-10830, -11}};
+  for (const auto& row : columns) EXPECT_EQ(MasterColumn(row.minutes), row.column) << row.minutes;
+  EXPECT_EQ(MasterRow(5400), 0);
+  EXPECT_EQ(MasterRow(-5400), 3960);
+  EXPECT_EQ(MasterRow(1), 1980);
+}
+
+TEST(IndexedRaster, ShapesKeepToTheirEdges) {
+  image::IndexedImage image{12, 10, std::vector<std::uint8_t>(120)};
+  IndexedRaster raster(image);
+  const auto count = [&](int index) { return std::count(image.Pixels.begin(), image.Pixels.end(), index); };
+  raster.Line({2, 2}, {5, 2}, 1);
+  EXPECT_EQ(count(1), 3);  // without the last pixel
+  EXPECT_EQ(image.Row(2)[5], 0);
+  const PixelPoint frame[] = {{6, 4}, {10, 4}, {10, 8}, {6, 8}};
+  raster.Polygon(frame, 2, 3);
+  EXPECT_EQ(count(2), 16);
+  EXPECT_EQ(count(3), 9);
+  // A shape far beyond the image fills it from edge to edge and harms nothing.
+  const PixelPoint wide[] = {{-50, -50}, {90, -50}, {90, 70}, {-50, 70}};
+  raster.Polygon(wide, 4, 5);
+  EXPECT_EQ(count(5), 120);
+  // A single point is no shape.
+  const PixelPoint one[] = {{3, 3}};
+  raster.Polygon(one, 6, 6);
+  EXPECT_EQ(count(6), 0);
+}
+
+}  // namespace
+}  // namespace pelorin::overlay
