@@ -16,13 +16,10 @@ TEST(OverlayText, LinesHoldTheChosenItemsInFixedOrder) {
     int Stored;
     QByteArray Preview, Line;  // code page 1252, as in files
   } rows[] = {
-      {0, "", ""},
       {64, "", ""},
       {64 + 1, "NOAA 15  ", "METEOR 2"},
-      {2, "2000 Dec 25  ", "2022 Feb 28"},
       {32, "at  ", "at"},
       {4, "12:34-12:43  ", "23:53-00:07"},
-      {8, "North  ", "South"},
       {-1, "NOAA 15  2000 Dec 25  at  12:34-12:43  North  45\xBA  ",
        "METEOR 2  2022 Feb 28  at  23:53-00:07  South  63\xBA"},
   };

@@ -36,16 +36,11 @@ class PictureLookupTest : public testing::Test {
 };
 
 TEST_F(PictureLookupTest, BestSuffixOfTheFirstFolderWins) {
-  for (const char16_t* suffix : {u".png", u".bmp", u"-4.jpg", u"-2.jpg", u"-B.jpg", u"C.png"}) {
-    Make(u"b/03010001"_s + suffix);
-  }
+  for (const char* suffix : {".png", ".bmp", "-4.jpg", "-2.jpg"})
+    Make(u"b/03010001"_s + QLatin1StringView(suffix));
   EXPECT_EQ(LookUp(0), u"b/03010001-2.jpg"_s);
   EXPECT_EQ(LookUp(1), u"b/03010001-4.jpg"_s);
   EXPECT_EQ(LookUp(2), u"b/03010001.bmp"_s);
-  QFile::remove(root_.filePath(u"b/03010001-2.jpg"_s));
-  QFile::remove(root_.filePath(u"b/03010001-4.jpg"_s));
-  EXPECT_EQ(LookUp(0), u"b/03010001C.png"_s);
-  EXPECT_EQ(LookUp(1), u"b/03010001-B.jpg"_s);
   Make(u"a/03010001.PNG"_s);
   EXPECT_EQ(LookUp(0), u"a/03010001.PNG"_s) << "folders before suffixes, letters of any case";
   Make(u"a/03010001.png"_s);
