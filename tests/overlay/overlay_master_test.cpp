@@ -16,14 +16,14 @@ namespace {
 
 void Silent(const QString&) {}
 
-QByteArray Number(int value, int bytes) {
+QByteArray Number(qint64 value, int bytes) {
   QByteArray text;
   for (int i = 0; i < bytes; ++i) text.append(static_cast<char>(value >> (8 * i)));
   return text;
 }
 
 QByteArray Record(int kind, const std::vector<PolyPoint>& points) {
-  QByteArray record = Number(static_cast<int>(points.size()), 4) + Number(kind, 1);
+  QByteArray record = Number(static_cast<qint64>(points.size()), 4) + Number(kind, 1);
   for (const PolyPoint& point : points) record += Number(point.Longitude, 2) + Number(point.Latitude, 2);
   return record;
 }
@@ -36,7 +36,7 @@ std::vector<PolyPoint> Square(int west, int south, int east, int north) {
   return {at(west, south), at(east, south), at(east, north), at(west, north)};
 }
 
-class CountriesFile : public testing::Test {
+class OverlayMasterFile : public testing::Test {
  protected:
   QString Path(const char* name) const { return folder_.filePath(QLatin1StringView(name)); }
   QString Write(const QByteArray& content) const {
@@ -48,7 +48,7 @@ class CountriesFile : public testing::Test {
   QTemporaryDir folder_;
 };
 
-TEST_F(CountriesFile, RecordsAreReadWithTheirBoxes) {
+TEST_F(OverlayMasterFile, RecordsAreReadWithTheirBoxes) {
   const auto polygons = LoadPolygons(
       Write(Record(1, {{-600, 30}, {-120, 40}}) + Record(8, Square(5, -9, 6, -8)) + Number(0, 5)));
   ASSERT_EQ(polygons.size(), 2u);
@@ -64,7 +64,7 @@ TEST_F(CountriesFile, RecordsAreReadWithTheirBoxes) {
   EXPECT_TRUE(LoadPolygons(Write("")).empty());
 }
 
-TEST_F(CountriesFile, DamageIsAClearErrorAndWritesNothing) {
+TEST_F(OverlayMasterFile, DamageIsAClearErrorAndWritesNothing) {
   const QByteArray good = Record(0, Square(0, 0, 10, 10));
   const struct {
     const char* label;
@@ -83,7 +83,7 @@ TEST_F(CountriesFile, DamageIsAClearErrorAndWritesNothing) {
   EXPECT_THROW(LoadPolygons(Path("missing.dat")), files::FileError);
 }
 
-TEST_F(CountriesFile, TheMasterShowsWhatTheFileSays) {
+TEST_F(OverlayMasterFile, TheMasterShowsWhatTheFileSays) {
   // Land with a lake in it; the same over the date line's west side; an open line; and a kind that is not
   // drawn.
   const QString countries = Write(Record(0, Square(21, 41, 29, 49)) + Record(8, Square(23, 43, 27, 47)) +

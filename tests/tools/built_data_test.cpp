@@ -97,8 +97,8 @@ TEST(BuiltCountries, NoCutIsSeenAsACoast) {
     }
     kept.front() = kept.back();
     for (std::size_t i = 1; i < kept.size(); ++i) {
-      const auto [west, east] = std::minmax(kept[i - 1].x(), kept[i].x());
-      const auto [north, south] = std::minmax(kept[i - 1].y(), kept[i].y());
+      const auto [west, east] = std::minmax({kept[i - 1].x(), kept[i].x()});
+      const auto [north, south] = std::minmax({kept[i - 1].y(), kept[i].y()});
       const bool along = south - north > 2 * (east - west) + 4;
       const bool inPicture = west < 7920 && east >= 0 && north < 3960;
       EXPECT_FALSE(inPicture && along && (east >= 7918 || west <= 1)) << west << ' ' << north << ' ' << south;
