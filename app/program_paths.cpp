@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <vector>
 
 namespace pelorin::app {
 namespace {
@@ -22,15 +23,24 @@ QString UserDataFolder() {
   return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + kOwnPlace;
 }
 
-QString FindDataFile(const QString& name, const QString& programFolder) {
+QString FindDataFile(const QStringList& names, const QString& programFolder) {
   const QDir program(programFolder);
-  for (const QDir& folder :
-       {QDir::current(), QDir(QDir::current().filePath(QStringLiteral(".."))), program,
-        QDir(program.filePath(QStringLiteral("../share/pelorin"))), QDir(UserDataFolder())}) {
-    const QString path = QDir::cleanPath(folder.absoluteFilePath(name));
-    if (QFileInfo(path).isFile()) return path;
+  const std::vector<QDir> users{QDir::current(), QDir(QDir::current().filePath(QStringLiteral("..")))};
+  const std::vector<QDir> installed{program, QDir(program.filePath(QStringLiteral("../share/pelorin"))),
+                                    QDir(UserDataFolder())};
+  for (const std::vector<QDir>& places : {users, installed}) {
+    for (const QString& name : names) {
+      for (const QDir& folder : places) {
+        const QString path = QDir::cleanPath(folder.absoluteFilePath(name));
+        if (QFileInfo(path).isFile()) return path;
+      }
+    }
   }
   return QString();
+}
+
+QString FindDataFile(const QString& name, const QString& programFolder) {
+  return FindDataFile(QStringList{name}, programFolder);
 }
 
 QString MasterFile(const QString& programFolder) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 /// Where the program and its files lie. Needs a QCoreApplication.
 namespace pelorin::app {
@@ -18,6 +19,9 @@ QString UserDataFolder();
 /// A file that the program reads, by its name. Looked for in the working folder, its parent, the program's
 /// folder, the installed "../share/pelorin" beside it, and the user's data folder; empty when none has it.
 QString FindDataFile(const QString& name, const QString& programFolder = ProgramFolder());
+/// The first of several names, best first. What lies in the working folder or its parent goes before
+/// everything that was installed.
+QString FindDataFile(const QStringList& names, const QString& programFolder = ProgramFolder());
 
 /// The overlay master, "Overlay.bmp": beside the program when it is there or can be written there, else in
 /// the user's cache folder, which is made.

@@ -1,5 +1,6 @@
 #include <QCoreApplication>
 #include <clocale>
+#include <cstdio>
 #include <exception>
 
 #include "cli/commands.h"
@@ -54,6 +55,9 @@ int Run(const QStringList& arguments) {
     if (name != QLatin1StringView(command.name)) continue;
     try {
       command.run(arguments.mid(2));
+      if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
+        throw Failure(QStringLiteral("Standard output takes no more; the results are not complete"));
+      }
       return 0;
     } catch (const HelpShown&) {
       return 0;

@@ -17,8 +17,6 @@ void RunMaster(const QStringList& list) {
                             list);
   const QString countries =
       arguments.Text(QStringLiteral("countries"), app::FindDataFile(QStringLiteral("Countries.dat")));
-  if (countries.isEmpty())
-    throw Failure(QStringLiteral("Countries.dat was not found; name it with --countries"));
   const QString output =
       arguments.Has(QStringLiteral("output")) ? arguments.Text(QStringLiteral("output")) : app::MasterFile();
   MakeMaster(countries, output);

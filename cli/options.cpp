@@ -6,6 +6,7 @@
 
 #include "app/program_paths.h"
 #include "app/registry_store.h"
+#include "cli/table.h"
 #include "orbit/element_file.h"
 #include "orbit/julian_date.h"
 #include "orbit/scalar_math.h"
@@ -15,8 +16,6 @@ namespace {
 
 /// Settings are the desktop's; this program has none of its own.
 const QString kDesktopName = QStringLiteral("Pelorin");
-
-void Print(const QString& text) { std::fputs(text.toUtf8().constData(), stdout); }
 
 /// Digits `at` … `at + length` of a text as a number. Raises UsageError.
 int Digits(const QString& text, qsizetype at, qsizetype length) {
@@ -68,7 +67,7 @@ Arguments::Arguments(const QString& command, const QString& description, const s
   if (parser_.isSet(help)) {
     QString text = parser_.helpText();
     text.replace(QCoreApplication::arguments().constFirst(), called);
-    Print(text);
+    PrintOut(text);
     throw HelpShown();
   }
   if (!parser_.positionalArguments().isEmpty()) {
@@ -192,8 +191,8 @@ double ParseMoment(const QString& text) {
   bool isNumber = false;
   const double jd = text.toDouble(&isNumber);
   if (isNumber) {
-    if (!(jd > 1e6 && jd < 4e6))
-      throw UsageError(QStringLiteral("'%1' is not a Julian date of our times").arg(text));
+    if (!(jd >= 2415020.5 && jd < 2524593.5))
+      throw UsageError(QStringLiteral("'%1' is not a Julian date from 1900 to 2199").arg(text));
     return jd;
   }
   QString plain = text;
@@ -220,26 +219,31 @@ orbit::TDateTime ParseStart(const QString& text) {
   });
 }
 
-orbit::TSatellite ChooseSet(const std::vector<orbit::TSatellite>& sets, const QString& name, double jd,
-                            const Arguments& arguments) {
+const orbit::TSatellite& FindSet(const std::vector<orbit::TSatellite>& sets, const QString& name, double jd,
+                                 const Arguments& arguments) {
   const std::string wanted = name.toStdString();
-  const orbit::TSatellite* set = arguments.Has(QStringLiteral("newest"))
-                                     ? orbit::NewestElementSet(sets, wanted)
-                                     : orbit::NearestElementSet(sets, wanted, jd);
+  const orbit::TSatellite* set = arguments.WantsNewest() ? orbit::NewestElementSet(sets, wanted)
+                                                         : orbit::NearestElementSet(sets, wanted, jd);
   if (!set) {
     throw Failure(
-        QStringLiteral("There is no satellite \"%1\" in %2; \"pelorin-cli elements\" lists what is there.")
+        QStringLiteral("There is no satellite \"%1\" in %2; \"pelorin-cli elements\" lists what is there")
             .arg(name, arguments.ElementsPath()));
   }
-  const double age = jd - set->Epoch;
+  return *set;
+}
+
+orbit::TSatellite ChooseSet(const std::vector<orbit::TSatellite>& sets, const QString& name, double jd,
+                            const Arguments& arguments) {
+  const orbit::TSatellite& set = FindSet(sets, name, jd, arguments);
+  const double age = jd - set.Epoch;
   Say(QStringLiteral("Elements: %1, number %2, set %3 from %4, epoch %5, %6 days %7.")
-          .arg(QString::fromStdString(set->Name), QString::fromStdString(set->CatalogueNumber),
-               QString::fromStdString(set->ElementSetNumber), QString::fromStdString(set->SourceFile),
+          .arg(QString::fromStdString(set.Name), QString::fromStdString(set.CatalogueNumber),
+               QString::fromStdString(set.ElementSetNumber), QString::fromStdString(set.SourceFile),
                QString::fromStdString(
-                   orbit::FormatDateTime("yyyy-mm-dd hh:nn", orbit::DateTimeOfJulianDate(set->Epoch))))
+                   orbit::FormatDateTime("yyyy-mm-dd hh:nn", orbit::DateTimeOfJulianDate(set.Epoch))))
           .arg(std::fabs(age), 0, 'f', 1)
           .arg(age < 0 ? QStringLiteral("newer") : QStringLiteral("old")));
-  return *set;
+  return set;
 }
 
 }  // namespace pelorin::cli

@@ -58,6 +58,8 @@ class Arguments {
 
   /// --station LAT,LON,HEIGHT_M and --min-elevation, or the settings' station.
   app::Station Station() const;
+  /// --newest, on commands that have it.
+  bool WantsNewest() const { return parser_.optionNames().contains(QStringLiteral("newest")); }
   /// --elements, or the settings' folder.
   QString ElementsPath() const;
   /// Every usable set of ElementsPath; says which are left out. Raises Failure when there is none.
@@ -81,8 +83,11 @@ double ParseMoment(const QString& text);
 /// "YYYYMMDDHHMMSS[.fff]".
 orbit::TDateTime ParseStart(const QString& text);
 
-/// The named satellite's set: nearest in time to a Julian date, or with --newest the latest. Says which it is
-/// and how old. Raises Failure when there is none.
+/// The named satellite's set: nearest in time to a Julian date, or with --newest the latest. Raises Failure
+/// when there is none.
+const orbit::TSatellite& FindSet(const std::vector<orbit::TSatellite>& sets, const QString& name, double jd,
+                                 const Arguments& arguments);
+/// The same, and says which it is and how old.
 orbit::TSatellite ChooseSet(const std::vector<orbit::TSatellite>& sets, const QString& name, double jd,
                             const Arguments& arguments);
 

@@ -23,7 +23,12 @@ using overlay::OverlayRequest;
 /// all.
 QStringList NamesForPass(const Arguments& arguments, const std::vector<orbit::TSatellite>& sets) {
   QStringList names = arguments.Texts(QStringLiteral("satellite"));
-  if (names.isEmpty()) names = arguments.Settings().SatelliteList;
+  if (names.isEmpty()) {
+    // An active satellite may have left the element files since.
+    for (const QString& name : arguments.Settings().SatelliteList) {
+      if (orbit::NewestElementSet(sets, name.toStdString())) names.append(name);
+    }
+  }
   if (names.isEmpty()) {
     for (const orbit::TSatellite& set : sets) names.append(QString::fromStdString(set.Name));
     names.removeDuplicates();
@@ -37,22 +42,21 @@ passes::ChosenPass FindPass(const Arguments& arguments, const std::vector<orbit:
                             const app::Station& station) {
   const QString passString = arguments.Text(QStringLiteral("pass"));
   const orbit::TDateTime time = [&] {
-    const QString form = QStringLiteral("--pass wants [YYYY]MMDDHHMM[SS]");
-    if (passString.size() < 8 || passString.size() > 14 || passString.size() % 2 != 0) throw UsageError(form);
     try {
       return orbit::ParseTimeString(passString.toStdString());
     } catch (const orbit::ConvertError& error) {
-      throw UsageError(form + QStringLiteral(": ") + QString::fromUtf8(error.what()));
+      throw UsageError(QStringLiteral("--pass wants [YYYY]MMDDHHMM[SS]: ") + QString::fromUtf8(error.what()));
     }
   }();
   const double jd = orbit::JulianDateOfDateTime(time);
   std::vector<orbit::TSatellite> satellites;
   for (const QString& name : NamesForPass(arguments, sets)) {
-    if (const auto* set = orbit::NearestElementSet(sets, name.toStdString(), jd)) satellites.push_back(*set);
+    satellites.push_back(FindSet(sets, name, jd, arguments));
   }
   std::vector<orbit::TSatellite*> pointers;
   for (orbit::TSatellite& satellite : satellites) pointers.push_back(&satellite);
-  const orbit::PassRequest day{orbit::DatePart(time), 1, 300, station.MinElevationDeg};
+  // Two days: a pass that rises before midnight and culminates after it belongs to the second.
+  const orbit::PassRequest day{orbit::DatePart(time), 2, 300, station.MinElevationDeg};
   const QStringList entries = passes::PassListEntries(pointers, station.Place, day);
   const app::PassMatch match = app::FindPassByString(passString, entries, time);
   if (match.Index < 0) throw Failure(app::NoMatchText(passString, match.Key));

@@ -17,12 +17,8 @@ bool IsPicture(const QString& path) {
 
 /// The first of the usual topography files, else a plain map of the world, else nothing.
 QString UsualGround() {
-  for (const QString& name :
-       {QStringLiteral("etopo5.elev"), QStringLiteral("etopo5"), QStringLiteral("UserMap.bmp")}) {
-    const QString path = app::FindDataFile(name);
-    if (!path.isEmpty()) return path;
-  }
-  return {};
+  const QString elevations = app::FindDataFile({QStringLiteral("etopo5.elev"), QStringLiteral("etopo5")});
+  return elevations.isEmpty() ? app::FindDataFile(QStringLiteral("UserMap.bmp")) : elevations;
 }
 
 }  // namespace
@@ -61,18 +57,19 @@ void LoadedSources::OpenGround(const QString& wanted) {
 
 void LoadedSources::OpenMaster(const QString& wanted) {
   if (wanted == QStringLiteral("none")) return;
-  const QString path = wanted.isEmpty() ? app::MasterFile() : wanted;
-  if (wanted.isEmpty() && !overlay::MasterIsValid(path)) {
-    const QString countries = app::FindDataFile(QStringLiteral("Countries.dat"));
-    if (countries.isEmpty()) {
-      Say(QStringLiteral(
-          "Countries.dat was not found, so the map has no coasts and borders and no ovl.bmp is written"));
-      return;
-    }
-    MakeMaster(countries, path);
+  if (!wanted.isEmpty()) {
+    master_ = overlay::MasterView::Open(wanted);
+    if (!master_) throw Failure(QStringLiteral("%1 is not an overlay master").arg(wanted));
+    return;
   }
-  master_ = overlay::MasterView::Open(path);
-  if (!master_) throw Failure(QStringLiteral("%1 is not an overlay master").arg(path));
+  const QString path = app::MasterFile();
+  try {
+    if (!overlay::MasterIsValid(path)) MakeMaster(app::FindDataFile(QStringLiteral("Countries.dat")), path);
+    master_ = overlay::MasterView::Open(path);
+  } catch (const std::exception& error) {
+    Say(QString::fromUtf8(error.what()));
+  }
+  if (!master_) Say(QStringLiteral("The map has no coasts and borders, and no ovl.bmp is written"));
 }
 
 overlay::OverlaySources LoadedSources::Sources() const {
@@ -81,6 +78,7 @@ overlay::OverlaySources LoadedSources::Sources() const {
 }
 
 void MakeMaster(const QString& countriesPath, const QString& masterPath) {
+  if (countriesPath.isEmpty()) throw Failure(QStringLiteral("Countries.dat was not found"));
   Say(QStringLiteral("Creating overlay master image, please wait..."));
   if (!overlay::GenerateMaster(countriesPath, masterPath, [](const QString&) {})) {
     throw Failure(QStringLiteral("There are no polygons in %1; nothing was written").arg(countriesPath));

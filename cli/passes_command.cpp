@@ -84,13 +84,8 @@ void RunPasses(const QStringList& list) {
   std::vector<orbit::TSatellite> satellites = orbit::NewestOfEach(arguments.ElementSets());
   std::vector<orbit::TSatellite*> chosen;
   for (const QString& name : arguments.Texts(QStringLiteral("satellite"))) {
-    const auto* found = orbit::NewestElementSet(satellites, name.toStdString());
-    if (!found) {
-      throw Failure(
-          QStringLiteral("There is no satellite \"%1\" in %2; \"pelorin-cli elements\" lists what is there.")
-              .arg(name, arguments.ElementsPath()));
-    }
-    chosen.push_back(&satellites[static_cast<std::size_t>(found - satellites.data())]);
+    const orbit::TSatellite& found = FindSet(satellites, name, 0, arguments);
+    chosen.push_back(&satellites[static_cast<std::size_t>(&found - satellites.data())]);
   }
   if (chosen.empty()) {
     for (orbit::TSatellite& satellite : satellites) chosen.push_back(&satellite);

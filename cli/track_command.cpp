@@ -12,6 +12,8 @@
 namespace pelorin::cli {
 namespace {
 
+constexpr int kMostSteps = 1000000;
+
 std::vector<Cell> RowAt(orbit::TSatellite& satellite, orbit::Observer observer, double jd) {
   const orbit::SatelliteState state = orbit::SatelliteStateKm(satellite, jd);
   const orbit::Vector &p = state.Position, &v = state.Velocity;
@@ -72,6 +74,13 @@ void RunTrack(const QStringList& list) {
   const orbit::Observer observer = arguments.Station().Place;
   orbit::TSatellite satellite = ChooseSet(arguments.ElementSets(), name, from, arguments);
 
+  // Every row before the first is written: a failure must not leave half a table behind.
+  const double steps = std::floor(seconds / step + 1e-9);
+  if (steps > kMostSteps)
+    throw UsageError(QStringLiteral("That would be %1 steps; %2 are the most").arg(steps).arg(kMostSteps));
+  std::vector<std::vector<Cell>> rows;
+  for (int i = 0; i <= static_cast<int>(steps); ++i)
+    rows.push_back(RowAt(satellite, observer, from + i * step / 86400));
   Table table({QStringLiteral("utc"),
                QStringLiteral("jd"),
                QStringLiteral("x_km"),
@@ -93,9 +102,7 @@ void RunTrack(const QStringList& list) {
                QStringLiteral("doppler_hz"),
                QStringLiteral("signal_dbm")},
               json);
-  const auto steps = static_cast<long>(std::floor(seconds / step + 1e-9));
-  for (long i = 0; i <= steps; ++i)
-    table.Add(RowAt(satellite, observer, from + static_cast<double>(i) * step / 86400));
+  for (const auto& row : rows) table.Add(row);
   table.Finish();
 }
 

@@ -16,13 +16,14 @@ using std::chrono::sys_days;
 
 constexpr sys_days kDayZero = std::chrono::year{1899} / 12 / 30;
 constexpr double kMillisecondsPerDay = 86400000;
+constexpr double kMostDays = 9e6;
 
-/// Two characters at `position`, or what is left of the text, as a number without a sign.
+/// `length` characters at `position` as a number without a sign.
 int NumberAt(std::string_view text, std::size_t position, std::size_t length) {
   const std::string_view field = position < text.size() ? text.substr(position, length) : std::string_view();
   unsigned value = 0;
   const auto [stop, error] = std::from_chars(field.data(), field.data() + field.size(), value);
-  if (error != std::errc() || stop != field.data() + field.size()) {
+  if (error != std::errc() || stop != field.data() + field.size() || field.size() != length) {
     throw ConvertError("'" + std::string(field) + "' is not a valid integer value");
   }
   return static_cast<int>(value);
@@ -52,7 +53,9 @@ TDateTime MakeDateTime(int year, int month, int day, int hour, int minute, int s
 }
 
 DateTimeFields TakeApart(TDateTime moment) {
-  const double milliseconds = std::round(moment.Days * kMillisecondsPerDay);
+  // Some 25,000 years either way: beyond, no calendar holds.
+  const double sane = moment.Days > -kMostDays && moment.Days < kMostDays ? moment.Days : 0;
+  const double milliseconds = std::round(sane * kMillisecondsPerDay);
   const double wholeDays = std::floor(milliseconds / kMillisecondsPerDay);
   const int rest = static_cast<int>(milliseconds - wholeDays * kMillisecondsPerDay);
   const std::chrono::year_month_day date{kDayZero + days{static_cast<int>(wholeDays)}};
@@ -108,6 +111,9 @@ TDateTime NowUTC() {
 }
 
 TDateTime ParseTimeString(std::string_view text, TDateTime now) {
+  if (text.size() < 8 || text.size() > 14 || text.size() % 2 != 0) {
+    throw ConvertError("'" + std::string(text) + "' is not a time as in 02231015 or 20220223101530");
+  }
   int year = TakeApart(now).Year;
   if (const int head = NumberAt(text, 0, 4); head >= 1231 && text.size() > 10) {
     year = head;

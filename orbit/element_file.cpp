@@ -124,6 +124,11 @@ std::vector<TSatellite> NewestOfEach(const std::vector<TSatellite>& sets) {
   std::vector<TSatellite> newest;
   std::unordered_map<std::string, std::size_t> byNumber;
   for (const TSatellite& set : sets) {
+    // Only a full number identifies a satellite; sets with a shorter one stand for themselves.
+    if (set.CatalogueNumber.size() != 5) {
+      newest.push_back(set);
+      continue;
+    }
     const auto [known, isNew] = byNumber.emplace(set.CatalogueNumber, newest.size());
     if (isNew) {
       newest.push_back(set);

@@ -1,6 +1,5 @@
 #include "orbit/julian_date.h"
 
-#include <algorithm>
 #include <cmath>
 #include <cstdint>
 
@@ -29,10 +28,12 @@ double JulianDateOfYear(int year) {
 }
 
 EpochParts SplitEpoch(double epoch) {
-  // Garbage in the epoch's columns must not become a year beyond every calendar.
-  const double thousands = std::clamp(std::trunc(epoch * 0.001), 0.0, 99.0);
+  // Garbage in the epoch's columns must not become a date beyond every calendar, or the newest of all sets.
+  if (!(epoch >= 0 && epoch < 100000)) epoch = 0;
+  const double thousands = std::trunc(epoch * 0.001);
   const int yy = static_cast<int>(thousands);
-  return {yy >= 57 ? yy + 1900 : yy + 2000, epoch - thousands * 1000};
+  const double day = epoch - thousands * 1000;
+  return {yy >= 57 ? yy + 1900 : yy + 2000, day < 367 ? day : 0};
 }
 
 double JulianDateOfEpoch(double epoch) {
@@ -62,6 +63,7 @@ std::string JulianDateToString(double jd, int places) {
   constexpr std::string_view months = "  JanFebMarAprMayJunJulAugSepOctNovDec";
   double day = std::floor(jd + 0.5);
   const std::int64_t unitsPerDay = RoundedUnits(1, places);
+  // A time that rounds to midnight belongs to the next day, whose 00:00 the time text shows.
   if (RoundedUnits(jd + 0.5 - day, places) >= unitsPerDay) day += 1;
   double a = day;
   if (day >= 2299161) {

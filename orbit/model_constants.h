@@ -8,7 +8,6 @@ inline constexpr double XKMPER = 6378.135;  ///< Earth's equatorial radius, km
 inline constexpr double AE = 1.0;           ///< distance unit, Earth radii
 inline constexpr double XKE =
     0.07436691613317341;  ///< √(3600 · 398600.8 / XKMPER³), (Earth radii)^1.5 per minute
-inline constexpr double J2 = 0.0010826158;              ///< second zonal harmonic
 inline constexpr double CK2 = 0.0005413079;             ///< ½ J2
 inline constexpr double k15CK2 = 0.00081196185;         ///< 1.5 CK2
 inline constexpr double k3CK2 = 0.0016239237;           ///< 3 CK2

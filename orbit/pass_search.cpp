@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdio>
 #include <optional>
 
 #include "orbit/comma_text.h"
@@ -42,19 +41,23 @@ class PassSearch {
   }
 
   std::vector<Pass> Run() {
-    if (!(period_ > 0) || !std::isfinite(period_)) return {};
-    const double step = 0.4 * period_, width = 0.4 * period_;
+    if (!(period_ >= kShortestPeriod) || !std::isfinite(period_)) return {};
+    const double step = 0.4 * period_;
     std::optional<Sample> culmination = NextCulmination(jd0_ - 1.2 * period_);
     if (!culmination) return {};
     // The first culmination counts too when it lies in the span, unless the next one found is the same again.
     std::optional<Sample> first = culmination;
     double t = culmination->jd;
     while (t <= jdEnd_) {
-      Maximum next = GoldenMaximum(kTolerance, width, t + 2 * step);
-      while (!next.converged) {
-        t += step;
-        if (t > jdEnd_) break;
-        next = GoldenMaximum(kTolerance, width, t);
+      // The windows, each a step wide, in the order of their numbers 2, 1, 3, 4, … steps after the last
+      // culmination: first where the next one is due, then from the beginning. A window's end is the next
+      // one's start to the bit.
+      const auto window = [&](int number) {
+        return GoldenMaximum(t + number * step, t + (number + 1) * step);
+      };
+      Maximum next = window(2);
+      for (int number = 1; !next.converged && t + number * step <= jdEnd_; ++number) {
+        if (number != 2) next = window(number);
       }
       if (first) {
         if (!next.converged || next.top.jd - first->jd > 0.2 * period_) DescribePass(*first);
@@ -68,6 +71,9 @@ class PassSearch {
   }
 
  private:
+  /// No orbit round the Earth is shorter; what claims to be would have more culminations than a search could
+  /// end with.
+  static constexpr double kShortestPeriod = 60.0 / 1440;
   static constexpr double kTolerance = 1.0 / 1440;        // one minute
   static constexpr double kEdgeTolerance = 0.33 / 86400;  // a third of a second
   static constexpr int kGoldenRounds = 15;
@@ -89,10 +95,12 @@ class PassSearch {
     return sample;
   }
 
-  Maximum GoldenMaximum(double tolerance, double width, double start) {
-    if (width < 0) return {};
-    Sample a = End(start), b = End(start + width);
-    for (int round = 0; round < kGoldenRounds && width > tolerance; ++round) {
+  /// The highest moment between `start` and `end`, to a minute; not converged when the top is not inside.
+  Maximum GoldenMaximum(double start, double end) {
+    if (end < start) return {};
+    Sample a = End(start), b = End(end);
+    double width = end - start;
+    for (int round = 0; round < kGoldenRounds && width > kTolerance; ++round) {
       const double nearer = b.value <= a.value ? 0.38 : 0.62;
       const Sample x = F(nearer * b.jd + (1 - nearer) * a.jd);
       if (round == 0 && (x.value < a.value || x.value < b.value)) break;
@@ -104,14 +112,14 @@ class PassSearch {
       }
       width = b.jd - a.jd;
     }
-    return {width <= tolerance, a};
+    return {width <= kTolerance, a};
   }
 
   /// Nothing when the windows run beyond the span: an orbit without culminations.
   std::optional<Sample> NextCulmination(double start) {
     const double width = 0.25 * period_;
     for (double t = start; t <= jdEnd_; t += width * 2 / 3) {
-      const Maximum maximum = GoldenMaximum(kTolerance, width, t);
+      const Maximum maximum = GoldenMaximum(t, t + width);
       if (maximum.converged) return maximum.top;
     }
     return std::nullopt;
@@ -134,8 +142,19 @@ class PassSearch {
   double FindRise(double tMax) { return FindEdge(tMax - period_ / 4, tMax, true); }
   double FindSet(double tMax) { return FindEdge(tMax, tMax + period_ / 4, false); }
 
+  /// Whether the satellite is up at both ends of the edges' search and all round its orbit: it has no rise
+  /// and no set.
+  bool NeverSets(double tMax) {
+    if (F(tMax - period_ / 4).value < 0 || F(tMax + period_ / 4).value < 0) return false;
+    constexpr int looks = 48;
+    for (int i = 0; i < looks; ++i) {
+      if (F(tMax + period_ * (static_cast<double>(i) / looks - 0.5)).value < 0) return false;
+    }
+    return true;
+  }
+
   void DescribePass(const Sample& top) {
-    if (!(top.value > 0) || top.jd > jdEnd_ || top.jd < jd0_) return;
+    if (!(top.value > 0) || top.jd > jdEnd_ || top.jd < jd0_ || NeverSets(top.jd)) return;
     Pass pass;
     pass.Aos = FindRise(top.jd);
     pass.Culmination = top.jd;
@@ -187,7 +206,7 @@ TrueCulmination RefineCulmination(TSatellite& satellite, const Observer& observe
   const auto elevation = [&](double jd) {
     return frame.Elevation(SatelliteStateKm(satellite, jd).Position, jd);
   };
-  // The elevation has one top between rise and set; golden-section search walks in on it.
+  // Golden-section search; a low satellite's elevation has a single top between rise and set.
   constexpr double tenthOfSecond = 0.1 / 86400;
   constexpr double golden = 0.6180339887498949;
   double low = pass.Aos, high = pass.Los;

@@ -32,7 +32,8 @@ struct PassRequest {
   double MinimumElevationDeg = 0;
 };
 
-/// Passes of one satellite in time order. Elements without an orbit have none.
+/// Passes of one satellite in time order. Elements without an orbit, and satellites that never set, have
+/// none.
 std::vector<Pass> SearchPasses(TSatellite& satellite, const Observer& observer, const PassRequest& request);
 
 /// The same as records in comma text.

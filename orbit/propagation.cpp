@@ -47,6 +47,9 @@ SatelliteState SatelliteStateKm(TSatellite& satellite, double julianDate) {
 }
 
 bool CanPropagate(TSatellite& satellite) {
+  // Below an hour a turn, no orbit; above a year's, none that the model was made for.
+  const double minutes = satellite.PeriodDays() * kMinutesPerDay;
+  if (!(minutes >= 60 && minutes <= 366 * kMinutesPerDay)) return false;
   const SatelliteState state = SatelliteStateKm(satellite, satellite.Epoch);
   return std::isfinite(state.Position.w) && std::isfinite(state.Velocity.w) && state.Position.w > XKMPER / 2;
 }

@@ -27,7 +27,7 @@ double Modulus(double x, double m) {
   double rest = x - std::trunc(x / m) * m;
   if (rest < 0) rest += m;
   // A tiny negative rest plus m rounds to m itself, which lies outside the range.
-  return rest < m ? rest : 0;
+  return rest >= m ? 0 : rest;
 }
 
 double FMod2p(double x) { return Modulus(x, kTwoPi); }

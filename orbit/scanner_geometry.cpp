@@ -40,6 +40,12 @@ double FamilyHalfAngle(ScannerFamily family) {
 
 double ScanAngleToGroundDistance(double alpha, double h) {
   const double t = Tan(alpha);
+  const double sinHorizonAngle = XKMPER / (XKMPER + h);
+  if (std::fabs(std::sin(alpha)) >= sinHorizonAngle) {
+    // The ray passes the Earth: the tangent of the central angle of the horizon.
+    const double cosHorizonAngle = std::sqrt(std::fmax(1 - sinHorizonAngle * sinHorizonAngle, 0));
+    return std::copysign(cosHorizonAngle / sinHorizonAngle * (XKMPER + h), alpha);
+  }
   const double b = -2 * (XKMPER + h) / t;
   const double c = h * h + 2 * XKMPER * h;
   const double a = 1 / (t * t) + 1;

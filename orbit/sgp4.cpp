@@ -10,8 +10,9 @@
 namespace pelorin::orbit {
 namespace {
 
-/// Two drag terms divide by the eccentricity. Their sum shifts perigee and anomaly against each other, which
-/// on a circle moves nothing: below this they are left out.
+/// Two drag terms divide by the eccentricity. They shift perigee and anomaly against each other by the same
+/// angle, which on a near circle moves nothing but grows without bound: below this they are left out (as in
+/// Vallado and others, 2006).
 constexpr double kSmallestEccentricity = 1e-4;
 
 /// Perigee (Earth radii) below which the drag is truncated: 220 km.

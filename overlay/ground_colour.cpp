@@ -19,44 +19,44 @@ bool HasDirectColours(const QImage& image) {
 }  // namespace
 
 GroundColours::GroundColours(GroundSource source, const MasterView* master, bool showOverlay)
-    : source_(source), master_(master), showOverlay_(showOverlay) {
-  if (source_.BaseImage && !HasDirectColours(*source_.BaseImage)) source_.BaseImage = nullptr;
-  if (source_.BaseImage && source_.BaseImage->isNull()) source_.BaseImage = nullptr;
+    : elevations_(source.Elevations), master_(master), showOverlay_(showOverlay) {
+  if (source.BaseImage && HasDirectColours(*source.BaseImage)) {
+    base_ = source.BaseImage->convertToFormat(QImage::Format_RGB32);
+  }
 }
 
-std::uint32_t GroundColours::BaseColour(int southMin, int eastMin) const {
-  if (source_.Elevations) {
-    if (!source_.Elevations->KnownLayout()) return kUnknownGroundColour;
+std::uint32_t GroundColours::BaseColour(int southMin, int eastMin, BaseRow& row) const {
+  if (elevations_) {
+    if (!elevations_->KnownLayout()) return kUnknownGroundColour;
     const ElevationColours& colours = AtlasColours();
-    const int elevation = source_.Elevations->ElevationAt(southMin, eastMin);
+    const int elevation = elevations_->ElevationAt(southMin, eastMin);
     return colours[static_cast<std::size_t>(std::clamp(elevation, 0, static_cast<int>(colours.size()) - 1))];
   }
-  if (source_.BaseImage) {
-    const QImage& image = *source_.BaseImage;
-    const auto scaled = [](int size, int minutes, int range) {
-      return std::min(static_cast<int>(std::int64_t{size} * minutes / range), size - 1);
-    };
-    return image.pixel(scaled(image.width(), (eastMin + 10800) % 21600, 21600),
-                       scaled(image.height(), southMin, 10800));
-  }
-  return 0;
+  if (base_.isNull()) return 0;
+  const auto scaled = [](int size, int minutes, int range) {
+    return std::min(static_cast<int>(std::int64_t{size} * minutes / range), size - 1);
+  };
+  const int number = scaled(base_.height(), southMin, 10800);
+  if (number != row.number) row = {number, reinterpret_cast<const QRgb*>(base_.constScanLine(number))};
+  return row.pixels[scaled(base_.width(), (eastMin + 10800) % 21600, 21600)];
 }
 
 void GroundColours::ColourLine(const GroundLine& line, std::span<std::uint32_t, kScanPositions> colours,
                                std::span<std::uint8_t, kScanPositions> indices) const {
+  BaseRow row;
   for (std::size_t i = 0; i < kScanPositions; ++i) {
     const int southMin = line.SouthMin[i], eastMin = line.EastMin[i];
     std::uint8_t index = kBackground;
     if (master_) {
       // The master's pixels stand for the points at their middle: the nearest one counts.
-      const int row = std::min((southMin * 22 + 30) / 60, kMasterHeight - 1);
+      const int masterRow = std::min((southMin * 22 + 30) / 60, kMasterHeight - 1);
       const int westMin = eastMin >= 10800 ? eastMin - 10800 : eastMin + 10800;
       const int column = (westMin * 22 + 30) / 60;
-      index = master_->Row(row)[column < kMasterWidth ? column : 0];
+      index = master_->Row(masterRow)[column < kMasterWidth ? column : 0];
     }
     indices[i] = index;
     const bool covered = showOverlay_ && master_ && index != kBackground;
-    colours[i] = kOpaque | (covered ? master_->Colours()[index] : BaseColour(southMin, eastMin));
+    colours[i] = kOpaque | (covered ? master_->Colours()[index] : BaseColour(southMin, eastMin, row));
   }
 }
 

@@ -31,9 +31,15 @@ class GroundColours {
                   std::span<std::uint8_t, kScanPositions> indices) const;
 
  private:
-  std::uint32_t BaseColour(int southMin, int eastMin) const;
+  /// The base image's pixels of one row; kept while points stay in the row.
+  struct BaseRow {
+    int number = -1;
+    const QRgb* pixels = nullptr;
+  };
+  std::uint32_t BaseColour(int southMin, int eastMin, BaseRow& row) const;
 
-  GroundSource source_;
+  const Topography* elevations_;
+  QImage base_;
   const MasterView* master_;
   bool showOverlay_;
 };

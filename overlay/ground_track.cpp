@@ -112,8 +112,9 @@ void FillGroundLine(const GroundTrack& track, const ScanDistances& distances, Gr
     east[i] = QuickAtan2(y, x) * minutesPerRadian + 21600.5;
   }
   for (std::size_t i = 0; i < kScanPositions; ++i) {
-    const auto southMin = static_cast<std::int32_t>(south[i]);
-    const auto eastMin = static_cast<std::int32_t>(east[i]);
+    // Written so that what is no number becomes 0: whatever comes in, the minutes point into maps.
+    const auto southMin = static_cast<std::int32_t>(south[i] > 0 && south[i] < 10801 ? south[i] : 0.0);
+    const auto eastMin = static_cast<std::int32_t>(east[i] > 0 && east[i] < 43201 ? east[i] : 0.0);
     line.SouthMin[i] = southMin > 10800 ? 10800 : southMin;
     line.EastMin[i] = eastMin >= 21600 ? eastMin - 21600 : eastMin;
   }

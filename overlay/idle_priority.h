@@ -2,8 +2,9 @@
 
 namespace pelorin::overlay {
 
-/// The process stands back behind all others while this lives, so that a long map does not slow a decoder
-/// down. Where the system refuses, nothing changes.
+/// While this lives, the calling thread counts as background work: the idle class on Windows, the batch class
+/// on Linux, which does not take the processor from a program that has just woken up, such as a decoder with
+/// new sound to work on. Where the system refuses, nothing changes.
 class IdlePriority {
  public:
   IdlePriority();

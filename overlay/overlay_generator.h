@@ -56,8 +56,8 @@ struct OverlayResult {
 /// After a line: how far the map is, and when it is worth repainting or moving a progress bar on.
 struct LineProgress {
   int Line;        ///< from 0
-  bool Repaint;    ///< ten seconds of the pass are full
-  bool NewMinute;  ///< a minute of the pass is full
+  bool Repaint;    ///< the line is the first of ten seconds, counted from the full minute
+  bool NewMinute;  ///< the line is the first of a minute
   const OverlayResult& SoFar;
 };
 

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <iterator>
 
-#include "files/text_file.h"
-
 namespace pelorin::passes {
 
 QStringList PassListEntries(const std::vector<orbit::TSatellite*>& satellites,
@@ -12,7 +10,7 @@ QStringList PassListEntries(const std::vector<orbit::TSatellite*>& satellites,
   QStringList entries;
   for (orbit::TSatellite* satellite : satellites) {
     for (const orbit::Pass& pass : SearchPasses(*satellite, observer, request)) {
-      entries.append(files::DecodeText(pass.Record.ToListEntry()));
+      entries.append(QString::fromStdString(pass.Record.ToListEntry()));
     }
   }
   entries.sort();

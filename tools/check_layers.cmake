@@ -1,7 +1,6 @@
 cmake_minimum_required(VERSION 3.25)
 # Fails when a source file includes across the house's arrows (docs/architecture.md).
 # Run as  cmake -DROOT=<checkout> -P tools/check_layers.cmake
-set(any_logic orbit files)
 set(may_orbit orbit)
 set(may_files files)
 set(may_image overlay/image files)

@@ -40,12 +40,17 @@ void SaveIndexedBitmap(const IndexedImage& image, const ColourTable& colours, co
   header.Width = image.Width;
   header.Height = image.Height;
   header.BitCount = kBitCount;
-  const QByteArray padding(rowBytes - image.Width, '\0');
   files::ReplaceFile(path, [&](QIODevice& file) {
-    file.write(WriteBitmapHeader(header) + colourBytes);
+    // Large pieces: every write is a call into the system.
+    constexpr qsizetype pieceBytes = 1 << 20;
+    QByteArray piece = WriteBitmapHeader(header) + colourBytes;
+    piece.reserve(pieceBytes + rowBytes);
     for (int row = image.Height - 1; row >= 0; --row) {
-      file.write(reinterpret_cast<const char*>(image.Row(row)), image.Width);
-      file.write(padding);
+      piece.append(reinterpret_cast<const char*>(image.Row(row)), image.Width);
+      piece.append(rowBytes - image.Width, '\0');
+      if (piece.size() < pieceBytes && row > 0) continue;
+      file.write(piece);
+      piece.resize(0);
     }
   });
 }

@@ -41,12 +41,18 @@ TEST(ScannerGeometry, TheTableEndsWhereTheScannerDoes) {
 }
 
 TEST(ScannerGeometry, ARayPastTheEarthEndsAtTheHorizon) {
-  // Exactly at the horizon the discriminant passes zero: the tangent point.
-  const double horizon = std::asin(XKMPER / (XKMPER + 850));
-  const double expected = std::tan(kPi / 2 - horizon) * (XKMPER + 850);
-  EXPECT_NEAR(ScanAngleToGroundDistance(horizon - 1e-9, 850), expected, 1);
-  EXPECT_TRUE(std::isfinite(ScanAngleToGroundDistance(horizon + 0.2, 850)));
-  EXPECT_NEAR(ScanAngleToGroundDistance(-0.5, 850), -ScanAngleToGroundDistance(0.5, 850), 1e-9);
+  for (const double height : {850.0, 2000.0, 20200.0, 35786.0}) {
+    const double horizon = std::asin(XKMPER / (XKMPER + height));
+    const double expected = std::tan(kPi / 2 - horizon) * (XKMPER + height);
+    EXPECT_NEAR(ScanAngleToGroundDistance(horizon * (1 - 1e-9), height), expected, expected * 1e-3) << height;
+    EXPECT_NEAR(ScanAngleToGroundDistance(horizon + 0.01, height), expected, 1e-6) << height;
+    EXPECT_NEAR(ScanAngleToGroundDistance(-1.2, height), -expected, 1e-6) << height;
+    TSatellite s;
+    s.Name = "NOAA 19";
+    BuildScanTable(s, kHalfLinePixels, height);
+    for (int i = 1; i <= kHalfLinePixels; ++i)
+      ASSERT_GE(CrossTrackOffset(s, i), CrossTrackOffset(s, i - 1)) << i;
+  }
 }
 
 }  // namespace

@@ -84,9 +84,7 @@ TEST(OverlayGenerator, ANorthBoundMapIsTheSouthBoundTurned) {
   const QTemporaryDir folder;
   const QImage world = CellWorld();
   const auto master = RowMaster(folder);
-  ASSERT_TRUE(master);
   OverlayRequest request = Pass();
-  request.ShowOverlay = true;
   request.LineLimit = 200;
   const OverlayResult south = GenerateOverlay(request, {{nullptr, &world}, &*master});
   request.SouthBound = false;
@@ -177,6 +175,12 @@ TEST(OverlayGenerator, LineRatesAndLimits) {
   const OverlayResult longer = GenerateOverlay(request, {});
   EXPECT_EQ(longer.LinesMade, 480);
   EXPECT_EQ(longer.Map.height(), 600);
+  // From far out the scanner's outer rays miss the Earth: they see its edge.
+  const QTemporaryDir folder;
+  const auto master = RowMaster(folder);
+  const QImage world = CellWorld();
+  request.Satellite = tests::ReferenceSatellite("EUTELSAT 1-F1");
+  EXPECT_EQ(GenerateOverlay(request, {{nullptr, &world}, &*master}).LinesMade, 240);
   request.Satellite.MeanMotion = 0;
   request.Satellite.Propagator = {};
   EXPECT_THROW(GenerateOverlay(request, {}), OverlayError);
