@@ -12,7 +12,14 @@ namespace pelorin::overlay {
 /// A point in minutes of arc, east and north positive.
 struct PolyPoint {
   std::int16_t Longitude, Latitude;
+
+  bool operator==(const PolyPoint&) const = default;
 };
+
+/// The kinds of record that we make; readers know more (TPolyObject).
+inline constexpr std::uint8_t kLandRecord = 0;
+inline constexpr std::uint8_t kBorderRecord = 1;
+inline constexpr std::uint8_t kWaterRecord = 8;
 
 /// Records may hold this many points; the master's drawing counts on it.
 inline constexpr int kMostPolyPoints = 15000;

@@ -13,20 +13,20 @@ namespace pelorin::tools {
 namespace {
 
 /// How much of each pixel is covered by records of one kind and not by later ones of the other: 0 … 255.
-QImage Coverage(const std::vector<CountryRecord>& records, RecordKind wanted, int width) {
+QImage Coverage(const std::vector<overlay::TPolyObject>& records, std::uint8_t wanted, int width) {
   QImage mask(width, width / 2, QImage::Format_Grayscale8);
   mask.fill(Qt::black);
   QPainter painter(&mask);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(Qt::NoPen);
   const double scale = width / 21600.0;
-  for (const CountryRecord& record : records) {
-    if (record.Kind == RecordKind::Border) continue;
+  for (const overlay::TPolyObject& record : records) {
+    if (record.IsOpenLine() || !(record.IsLand() || record.IsWater())) continue;
     std::vector<QPointF> outline;
-    for (const FilePoint& point : record.Points) {
+    for (const overlay::PolyPoint& point : record.Points) {
       outline.emplace_back((point.Longitude + 10800) * scale, (5400 - point.Latitude) * scale);
     }
-    painter.setBrush(record.Kind == wanted ? Qt::white : Qt::black);
+    painter.setBrush(record.IsWater() == (wanted == overlay::kWaterRecord) ? Qt::white : Qt::black);
     painter.drawPolygon(outline.data(), static_cast<int>(outline.size()));
   }
   return mask;
@@ -63,10 +63,11 @@ QRgb Rounded(const Colour& colour) {
 
 }  // namespace
 
-QImage RenderBackdrop(const std::vector<CountryRecord>& records, const ElevationGrid& heights, int width) {
+QImage RenderBackdrop(const std::vector<overlay::TPolyObject>& records, const ElevationGrid& heights,
+                      int width) {
   constexpr double kmPerDeg = 111.195;
-  const QImage landMask = Coverage(records, RecordKind::Land, width);
-  const QImage lakeMask = Coverage(records, RecordKind::Water, width);
+  const QImage landMask = Coverage(records, overlay::kLandRecord, width);
+  const QImage lakeMask = Coverage(records, overlay::kWaterRecord, width);
   QImage picture(width, width / 2, QImage::Format_RGB32);
   const auto latitudeOf = [width](int y) { return 90 - (y + 0.5) * 360 / width; };
   const auto northM = static_cast<float>(kmPerDeg * 1000 * 360 / width);

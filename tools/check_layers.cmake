@@ -9,7 +9,7 @@ set(may_map map orbit files overlay/image)
 set(may_overlay overlay orbit files overlay/image)
 set(may_passes passes orbit files)
 set(may_cli cli app map overlay overlay/image passes orbit files)
-set(may_tools tools overlay/image files)
+set(may_tools tools overlay overlay/image files)
 
 # What of Qt a room may name, as a pattern of header names after the leading Q.
 set(core_only "^(tEndian|ByteArray|String|StringList|StringView|File|FileInfo|Dir|IODevice|Buffer|SaveFile|LockFile|StandardPaths|DateTime|Date|Time|TimeZone|CoreApplication|CommandLineParser|CommandLineOption|Json.*|Debug|Locale|List|Map|Hash|Variant|StringDecoder|StringEncoder|StringConverter|TemporaryDir|SysInfo|Process|Timer|Settings)$")

@@ -18,7 +18,7 @@ constexpr int JpegQuality = 88;
 /// `large`, `user` and `small` are the files to write: 4096, 2048 and 1024 pixels wide.
 void MakeBackdrop(const char* countries, const char* topography, const char* large, const char* user,
                   const char* small) {
-  const auto records = DecodeRecords(files::ReadFile(QFile::decodeName(countries)));
+  const auto records = overlay::LoadPolygons(QFile::decodeName(countries));
   if (records.empty()) throw std::runtime_error("no records in the polygon file");
   const ElevationGrid heights(files::ReadFile(QFile::decodeName(topography)));
   const QImage picture = RenderBackdrop(records, heights, LargeWidth);

@@ -31,21 +31,21 @@ double SmallestKm2(Level level) {
   return 0;
 }
 
-RecordKind KindOf(Level level) {
-  return level == Level::Lake || level == Level::PondOnIsland ? RecordKind::Water : RecordKind::Land;
+std::uint8_t KindOf(Level level) {
+  return level == Level::Lake || level == Level::PondOnIsland ? overlay::kWaterRecord : overlay::kLandRecord;
 }
 
 void MakeCountries(const char* shorelineFile, const char* borderFile, const char* output) {
   std::vector<CountryRecord> records;
   for (const Shoreline& shoreline : ReadShorelines(shorelineFile)) {
     if (shoreline.AreaKm2 < SmallestKm2(shoreline.Kind)) continue;
-    for (std::vector<FilePoint>& shape : FileShapes(shoreline.Coast, ToleranceMin)) {
+    for (std::vector<overlay::PolyPoint>& shape : FileShapes(shoreline.Coast, ToleranceMin)) {
       records.push_back({KindOf(shoreline.Kind), std::move(shape)});
     }
   }
   for (const Points& border : ReadNationalBorders(borderFile)) {
-    std::vector<FilePoint> line = Round(Simplify(border, ToleranceMin, false), false);
-    if (line.size() >= 2) records.push_back({RecordKind::Border, std::move(line)});
+    std::vector<overlay::PolyPoint> line = Round(Simplify(border, ToleranceMin, false), false);
+    if (line.size() >= 2) records.push_back({overlay::kBorderRecord, std::move(line)});
   }
   files::ReplaceFile(QFile::decodeName(output), EncodeRecords(records));
 }

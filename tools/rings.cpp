@@ -216,29 +216,30 @@ Points Simplify(const Points& line, double toleranceMin, bool closed) {
   return kept;
 }
 
-std::vector<FilePoint> Round(const Points& line, bool closed) {
-  std::vector<FilePoint> rounded;
+std::vector<overlay::PolyPoint> Round(const Points& line, bool closed) {
+  std::vector<overlay::PolyPoint> rounded;
   for (const PointMin& point : line) {
-    const FilePoint next{static_cast<std::int16_t>(std::lround(point.Longitude)),
-                         static_cast<std::int16_t>(std::lround(point.Latitude))};
+    const overlay::PolyPoint next{static_cast<std::int16_t>(std::lround(point.Longitude)),
+                                  static_cast<std::int16_t>(std::lround(point.Latitude))};
     if (rounded.empty() || next != rounded.back()) rounded.push_back(next);
   }
   while (closed && rounded.size() > 1 && rounded.front() == rounded.back()) rounded.pop_back();
   return rounded;
 }
 
-std::vector<std::vector<FilePoint>> FileShapes(const Ring& ring, double toleranceMin) {
+std::vector<std::vector<overlay::PolyPoint>> FileShapes(const Ring& ring, double toleranceMin) {
   constexpr double step = 1.1;
   for (double tolerance = toleranceMin;; tolerance *= step) {
     // A coast round the pole is not closed in longitude; its two ends stay as they are.
     const Ring simple{ring.Polygon, Simplify(ring.Outline, tolerance, !ring.RoundPole), ring.RoundPole};
-    std::vector<std::vector<FilePoint>> shapes;
+    std::vector<std::vector<overlay::PolyPoint>> shapes;
     for (const Points& shape : CutToMap(simple)) {
-      std::vector<FilePoint> rounded = Round(shape, true);
+      std::vector<overlay::PolyPoint> rounded = Round(shape, true);
       if (rounded.size() >= 3) shapes.push_back(std::move(rounded));
     }
-    const bool fits =
-        std::all_of(shapes.begin(), shapes.end(), [&](const auto& s) { return s.size() <= MaxRecordPoints; });
+    const bool fits = std::all_of(shapes.begin(), shapes.end(), [&](const auto& s) {
+      return s.size() <= static_cast<std::size_t>(overlay::kMostPolyPoints);
+    });
     if (fits) return shapes;
   }
 }

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "overlay/countries.h"
+
 /// Coastlines put together from pieces and cut to the map. Pure geometry: no files, no pictures.
 ///
 /// The source divides the Earth into bins and every coast into segments that end at bin edges. Here the
@@ -66,21 +68,11 @@ std::vector<Points> CutToMap(const Ring& ring);
 /// through the points kept. The first and the last point stay, and a ring's farthest from the first.
 Points Simplify(const Points& line, double toleranceMin, bool closed);
 
-/// Minutes as the file stores them.
-struct FilePoint {
-  std::int16_t Longitude = 0;
-  std::int16_t Latitude = 0;
-  bool operator==(const FilePoint&) const = default;
-};
-
 /// Rounded to whole minutes without repeated points; of a closed shape also not the first one at the end.
-std::vector<FilePoint> Round(const Points& line, bool closed);
-
-/// The largest number of points in one record of `Countries.dat`.
-inline constexpr std::size_t MaxRecordPoints = 15000;
+std::vector<overlay::PolyPoint> Round(const Points& line, bool closed);
 
 /// A ring as shapes for the file: simplified by `toleranceMin`, and by more until every shape fits into
 /// a record, cut, rounded. What rounding leaves without an area is left out.
-std::vector<std::vector<FilePoint>> FileShapes(const Ring& ring, double toleranceMin);
+std::vector<std::vector<overlay::PolyPoint>> FileShapes(const Ring& ring, double toleranceMin);
 
 }  // namespace pelorin::tools

@@ -21,9 +21,10 @@ ElevationGrid TwoHemispheres(std::int16_t east, std::int16_t west) {
 
 TEST(Backdrop, PutsLandLakeAndSeaInTheirPlaces) {
   const ElevationGrid heights = TwoHemispheres(-6000, -100);
-  const std::vector<CountryRecord> records = {
-      {RecordKind::Land, {{600, 600}, {3600, 600}, {3600, 3000}, {600, 3000}}},
-      {RecordKind::Water, {{1200, 1200}, {1800, 1200}, {1800, 1800}, {1200, 1800}}}};
+  std::vector<overlay::TPolyObject> records(2);
+  records[0].Points = {{600, 600}, {3600, 600}, {3600, 3000}, {600, 3000}};
+  records[1].Kind = overlay::kWaterRecord;
+  records[1].Points = {{1200, 1200}, {1800, 1200}, {1800, 1800}, {1200, 1800}};
   const QImage picture = RenderBackdrop(records, heights, 360);  // a pixel a degree
   ASSERT_EQ(picture.size(), QSize(360, 180));
   const auto at = [&](int latitude, int longitude) {

@@ -7,15 +7,15 @@
 #include <cstdlib>
 
 #include "files/read_file.h"
-#include "tools/countries_file.h"
+#include "overlay/countries.h"
 #include "tools/elevation_grid.h"
+#include "tools/rings.h"
 
 namespace pelorin::tools {
 namespace {
 
-const std::vector<CountryRecord>& Records() {
-  static const auto records =
-      DecodeRecords(files::ReadFile(QStringLiteral(PELORIN_BUILT_DATA "/Countries.dat")));
+const std::vector<overlay::TPolyObject>& Records() {
+  static const auto records = overlay::LoadPolygons(QStringLiteral(PELORIN_BUILT_DATA "/Countries.dat"));
   return records;
 }
 
@@ -23,29 +23,29 @@ const std::vector<CountryRecord>& Records() {
 std::string SurfaceAt(double latitudeDeg, double longitudeDeg) {
   const QPoint place(qRound(longitudeDeg * 60), qRound(latitudeDeg * 60));
   std::string surface = "sea";
-  for (const CountryRecord& record : Records()) {
+  for (const overlay::TPolyObject& record : Records()) {
     QPolygon outline;
-    for (const FilePoint& point : record.Points) outline << QPoint(point.Longitude, point.Latitude);
-    if (record.Kind == RecordKind::Border || !outline.containsPoint(place, Qt::OddEvenFill)) continue;
-    surface = record.Kind == RecordKind::Water ? "lake" : "land";
+    for (const overlay::PolyPoint& point : record.Points) outline << QPoint(point.Longitude, point.Latitude);
+    if (record.Kind == overlay::kBorderRecord || !outline.containsPoint(place, Qt::OddEvenFill)) continue;
+    surface = record.Kind == overlay::kWaterRecord ? "lake" : "land";
   }
   return surface;
 }
 
 TEST(BuiltCountries, RecordsKeepTheLimits) {
   std::size_t lands = 0, lakes = 0, islandsInLakes = 0, borders = 0;
-  for (const CountryRecord& record : Records()) {
-    EXPECT_LE(record.Points.size(), MaxRecordPoints);
-    EXPECT_GE(record.Points.size(), record.Kind == RecordKind::Border ? 2U : 3U);
-    for (const FilePoint& point : record.Points) {
+  for (const overlay::TPolyObject& record : Records()) {
+    EXPECT_LE(record.Points.size(), static_cast<std::size_t>(overlay::kMostPolyPoints));
+    EXPECT_GE(record.Points.size(), record.Kind == overlay::kBorderRecord ? 2U : 3U);
+    for (const overlay::PolyPoint& point : record.Points) {
       ASSERT_TRUE(point.Longitude >= WestCutMin && point.Longitude <= EastCutMin &&
                   std::abs(point.Latitude) <= 5400);
     }
-    if (record.Kind == RecordKind::Water) ++lakes;
-    if (record.Kind == RecordKind::Border) ++borders;
+    if (record.Kind == overlay::kWaterRecord) ++lakes;
+    if (record.Kind == overlay::kBorderRecord) ++borders;
     // Drawing order: lakes over land, borders over everything.
-    EXPECT_TRUE(record.Kind == RecordKind::Border || borders == 0);
-    if (record.Kind == RecordKind::Land) ++(lakes == 0 ? lands : islandsInLakes);
+    EXPECT_TRUE(record.Kind == overlay::kBorderRecord || borders == 0);
+    if (record.Kind == overlay::kLandRecord) ++(lakes == 0 ? lands : islandsInLakes);
   }
   EXPECT_GT(lands, 5000U);
   EXPECT_GT(lakes, 1500U);
@@ -86,10 +86,10 @@ TEST(BuiltCountries, PlacesAreWhatTheyAre) {
 
 TEST(BuiltCountries, NoCutIsSeenAsACoast) {
   // As the overlay master draws: 22 pixels a degree, points less than two pixels from the last one left out.
-  for (const CountryRecord& record : Records()) {
-    if (record.Kind == RecordKind::Border) continue;
+  for (const overlay::TPolyObject& record : Records()) {
+    if (record.Kind == overlay::kBorderRecord) continue;
     std::vector<QPoint> kept{{-1, -1}};
-    for (const FilePoint& point : record.Points) {
+    for (const overlay::PolyPoint& point : record.Points) {
       const QPoint next(qRound((point.Longitude + 10800) * 22 / 60.0),
                         qRound((5400 - point.Latitude) * 22 / 60.0));
       const QPoint step = next - kept.back();

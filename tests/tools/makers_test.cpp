@@ -30,7 +30,7 @@ TEST(Makers, RefuseBadInputAndLeaveTheOldFile) {
       {"make_topography", {missing, old}, "missing: cannot open"},
       {"make_topography", {garbled, old}, "garbled: cannot open"},
       {"make_backdrop", {missing, heights, old, old, old}, "missing"},
-      {"make_backdrop", {garbled, heights, old, old, old}, "unknown kind"},
+      {"make_backdrop", {garbled, heights, old, old, old}, "is damaged"},
       {"make_backdrop", {countries, garbled, old, old, old}, "wrong size"},
   };
   for (const Row& row : rows) {

@@ -129,8 +129,9 @@ TEST(Rings, AreSimplifiedUntilTheyFit) {
   const auto shapes = FileShapes(ring, 0.1);
   ASSERT_EQ(shapes.size(), 2U);  // one on each side of 180°
   const std::size_t largest = std::max(shapes[0].size(), shapes[1].size());
-  EXPECT_LE(largest, MaxRecordPoints);
-  EXPECT_GT(largest, MaxRecordPoints / 3);  // no more was given up than needed
+  EXPECT_LE(largest, static_cast<std::size_t>(overlay::kMostPolyPoints));
+  EXPECT_GT(largest,
+            static_cast<std::size_t>(overlay::kMostPolyPoints) / 3);  // no more was given up than needed
 }
 
 TEST(Rings, SimplifyingKeepsWhatIsFarFromTheLine) {
@@ -143,8 +144,8 @@ TEST(Rings, SimplifyingKeepsWhatIsFarFromTheLine) {
 
 TEST(Rings, RoundingLeavesNoPointTwice) {
   const Points line = {{-10.6, 5.2}, {-11.4, 4.8}, {3, 4}, {20.4, -7.6}, {-10.8, 5.4}};
-  EXPECT_EQ(Round(line, false), (std::vector<FilePoint>{{-11, 5}, {3, 4}, {20, -8}, {-11, 5}}));
-  EXPECT_EQ(Round(line, true), (std::vector<FilePoint>{{-11, 5}, {3, 4}, {20, -8}}));
+  EXPECT_EQ(Round(line, false), (std::vector<overlay::PolyPoint>{{-11, 5}, {3, 4}, {20, -8}, {-11, 5}}));
+  EXPECT_EQ(Round(line, true), (std::vector<overlay::PolyPoint>{{-11, 5}, {3, 4}, {20, -8}}));
 }
 
 }  // namespace
