@@ -4,54 +4,30 @@
 
 #include "orbit/model_constants.h"
 #include "orbit/scalar_math.h"
+#include "orbit/small_turn.h"
 
 namespace pelorin::orbit {
-namespace {
-
-struct SinCos {
-  double sin, cos;
-};
-
-/// Sine and cosine of a known angle turned by a small one. Short-period corrections are thousandths of a
-/// radian, where five terms give every bit of a double for a third of the cost of the library's pair.
-SinCos TurnedBy(SinCos angle, double small) {
-  double s, c;
-  if (std::fabs(small) < 0.02) {
-    const double q = small * small;
-    s = small * (1 - q / 6 * (1 - q / 20 * (1 - q / 42)));
-    c = 1 - q / 2 * (1 - q / 12 * (1 - q / 30 * (1 - q / 56)));
-  } else {
-    s = std::sin(small);
-    c = std::cos(small);
-  }
-  return {angle.sin * c + angle.cos * s, angle.cos * c - angle.sin * s};
-}
-
-}  // namespace
-
 void StateFromMeanOrbit(const OrbitTerms& k, const MeanOrbit& mean, Vector& position, Vector& velocity) {
   const double a = mean.a;
 
   // Long-period terms.
-  const double axn = mean.e * std::cos(mean.omega);
+  const SinCos perigee = SinCosOf(mean.omega);
+  const double axn = mean.e * perigee.cos;
   const double temp = 1 / (a * (1 - mean.e * mean.e));
-  const double ayn = mean.e * std::sin(mean.omega) + temp * k.aycof;
+  const double ayn = mean.e * perigee.sin + temp * k.aycof;
   const double xlt = mean.xl + temp * k.xlcof * axn;
 
-  // Kepler's equation for the anomaly from the node, by Newton's steps. The loop ends with a step of 1e-6 at
-  // the most, and the last step itself is taken by turning the sine and cosine at hand: what is left is below
-  // 1e-12.
+  // Kepler's equation for the anomaly from the node, by Newton's steps until one is 1e-6 at the most. The
+  // last one counts, too: what is left then is below 1e-12.
   const double capu = FMod2p(xlt - mean.xnode);
   double epw = capu;
-  SinCos e{0, 1};
-  double change = 0;
+  SinCos e = SinCosOf(epw);
   for (int i = 0; i < 10; ++i) {
-    e = {std::sin(epw), std::cos(epw)};
-    change = (capu - ayn * e.cos + axn * e.sin - epw) / (1 - axn * e.cos - ayn * e.sin);
-    if (!(std::fabs(change) > 1e-6)) break;
+    const double change = (capu - ayn * e.cos + axn * e.sin - epw) / (1 - axn * e.cos - ayn * e.sin);
     epw += change;
+    e = TurnedBy(e, change);
+    if (!(std::fabs(change) > 1e-6)) break;
   }
-  e = TurnedBy(e, change);
   const double ecose = axn * e.cos + ayn * e.sin;
   const double esine = axn * e.sin - ayn * e.cos;
 
@@ -84,7 +60,7 @@ void StateFromMeanOrbit(const OrbitTerms& k, const MeanOrbit& mean, Vector& posi
   const double rfdotk = rfdot + xn * temp1 * (k.x1mth2 * cos2u + 1.5 * k.x3thm1);
 
   // Orientation.
-  const SinCos node{std::sin(xnodek), std::cos(xnodek)};
+  const SinCos node = SinCosOf(xnodek);
   const double xmx = -node.sin * ik.cos;
   const double xmy = node.cos * ik.cos;
   const Vector along{xmx * uk.sin + node.cos * uk.cos, xmy * uk.sin + node.sin * uk.cos, ik.sin * uk.sin, 0};

@@ -6,6 +6,7 @@
 #include "orbit/model_constants.h"
 #include "orbit/orbit_terms.h"
 #include "orbit/scalar_math.h"
+#include "orbit/small_turn.h"
 
 namespace pelorin::orbit {
 namespace {
@@ -59,24 +60,25 @@ void Sgp4(const Sgp4State& s, double tsince, Vector& position, Vector& velocity)
   double tempe = t.bstar * t.c4 * tsince;
   double templ = t.t2cof * tsq;
   if (!s.simplified) {
-    const double delm = s.xmcof * (Cube(1 + s.eta * std::cos(xmdf)) - s.delmo);
+    const SinCos mean = SinCosOf(xmdf);
+    const double delm = s.xmcof * (Cube(1 + s.eta * mean.cos) - s.delmo);
     const double shift = s.omgcof * tsince + delm;
     xmp = xmdf + shift;
     omega = omgadf - shift;
     const double tcube = tsq * tsince;
     const double tfour = tsq * tsq;
     tempa -= s.d2 * tsq + s.d3 * tcube + s.d4 * tfour;
-    tempe += t.bstar * s.c5 * (std::sin(xmp) - s.sinmo);
+    tempe += t.bstar * s.c5 * (TurnedBy(mean, shift).sin - s.sinmo);
     templ += s.t3cof * tcube + tfour * (s.t4cof + tsince * s.t5cof);
   }
-  const MeanOrbit mean{t.aodp * tempa * tempa,
-                       t.eo - tempe,
-                       omega,
-                       xnode,
-                       xmp + omega + xnode + t.xnodp * templ,
-                       t.sinio,
-                       t.cosio};
-  StateFromMeanOrbit(t, mean, position, velocity);
+  const MeanOrbit orbit{t.aodp * tempa * tempa,
+                        t.eo - tempe,
+                        omega,
+                        xnode,
+                        xmp + omega + xnode + t.xnodp * templ,
+                        t.sinio,
+                        t.cosio};
+  StateFromMeanOrbit(t, orbit, position, velocity);
 }
 
 }  // namespace pelorin::orbit
