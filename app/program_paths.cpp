@@ -43,13 +43,18 @@ QString FindDataFile(const QString& name, const QString& programFolder) {
   return FindDataFile(QStringList{name}, programFolder);
 }
 
-QString MasterFile(const QString& programFolder) {
+QStringList MasterFiles(const QString& programFolder) {
   const QString name = QStringLiteral("Overlay.bmp");
-  const QString beside = QDir(programFolder).filePath(name);
-  if (QFileInfo(beside).isFile() || QFileInfo(programFolder).isWritable()) return beside;
   const QString cache = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) + kOwnPlace;
   QDir().mkpath(cache);
-  return QDir(cache).filePath(name);
+  const QString beside = QDir(programFolder).filePath(name), cached = QDir(cache).filePath(name);
+  return QFileInfo(programFolder).isWritable() || QFileInfo(beside).isFile() ? QStringList{beside, cached}
+                                                                             : QStringList{cached};
+}
+
+QString MasterFile(const QString& programFolder) {
+  return QFileInfo(programFolder).isWritable() ? MasterFiles(programFolder).constFirst()
+                                               : MasterFiles(programFolder).constLast();
 }
 
 }  // namespace pelorin::app

@@ -23,8 +23,11 @@ QString FindDataFile(const QString& name, const QString& programFolder = Program
 /// everything that was installed.
 QString FindDataFile(const QStringList& names, const QString& programFolder = ProgramFolder());
 
-/// The overlay master, "Overlay.bmp": beside the program when it is there or can be written there, else in
-/// the user's cache folder, which is made.
+/// Where the overlay master, "Overlay.bmp", may lie, in the order of the search: beside the program, if it is
+/// there or can be written there, then in the user's cache folder, which is made.
+QStringList MasterFiles(const QString& programFolder = ProgramFolder());
+
+/// Where a new overlay master is written.
 QString MasterFile(const QString& programFolder = ProgramFolder());
 
 }  // namespace pelorin::app

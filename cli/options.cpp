@@ -14,6 +14,9 @@
 namespace pelorin::cli {
 namespace {
 
+/// Elements are good for a map of a few lines' error this long.
+constexpr double kGoodDays = 14;
+
 /// Settings are the desktop's; this program has none of its own.
 const QString kDesktopName = QStringLiteral("Pelorin");
 
@@ -63,7 +66,11 @@ Arguments::Arguments(const QString& command, const QString& description, const s
     parser_.addOption(added);
   }
   const QString called = QStringLiteral("pelorin-cli ") + command;
-  if (!parser_.parse(QStringList{called} + arguments)) throw UsageError(parser_.errorText());
+  if (!parser_.parse(QStringList{called} + arguments)) {
+    QString text = parser_.errorText();
+    while (text.endsWith(QLatin1Char('.'))) text.chop(1);
+    throw UsageError(text);
+  }
   if (parser_.isSet(help)) {
     QString text = parser_.helpText();
     text.replace(QCoreApplication::arguments().constFirst(), called);
@@ -89,7 +96,8 @@ double Arguments::Number(const QString& name, double otherwise, double least, do
   bool fits = false;
   const double number = parser_.value(name).toDouble(&fits);
   if (!fits || !(number >= least && number <= most)) {
-    throw UsageError(QStringLiteral("--%1 wants a number from %2 to %3").arg(name).arg(least).arg(most));
+    throw UsageError(QStringLiteral("--%1 wants a number from %2 to %3")
+                         .arg(name, QString::number(least, 'g', 10), QString::number(most, 'g', 10)));
   }
   return number;
 }
@@ -130,7 +138,12 @@ app::Station Arguments::Station() const {
   if (parser_.optionNames().contains(minElevation)) {
     texts.MinElevation = QString::number(Number(minElevation, 0, -90, 90));
   }
-  return app::EnterStation(texts);
+  const app::Station station = app::EnterStation(texts);
+  if (parser_.optionNames().contains(minElevation) && station.Texts.MinElevation != texts.MinElevation) {
+    Say(QStringLiteral("A minimum elevation is 0 to 10 degrees: %1 is taken")
+            .arg(station.Texts.MinElevation));
+  }
+  return station;
 }
 
 QString Arguments::ElementsPath() const {
@@ -232,17 +245,26 @@ const orbit::TSatellite& FindSet(const std::vector<orbit::TSatellite>& sets, con
   return *set;
 }
 
+void WarnOfAge(double days) {
+  if (std::fabs(days) <= kGoodDays) return;
+  Say(QStringLiteral("Warning: elements %1 days away from the time asked for. Maps are some 6 lines off "
+                     "after 14 days and 25 after 30; "
+                     "take sets of those days.")
+          .arg(std::fabs(days), 0, 'f', 0));
+}
+
 orbit::TSatellite ChooseSet(const std::vector<orbit::TSatellite>& sets, const QString& name, double jd,
                             const Arguments& arguments) {
   const orbit::TSatellite& set = FindSet(sets, name, jd, arguments);
   const double age = jd - set.Epoch;
-  Say(QStringLiteral("Elements: %1, number %2, set %3 from %4, epoch %5, %6 days %7.")
+  Say(QStringLiteral("Elements: %1, number %2, set %3 from %4, epoch %5, %6 days %7 the pass.")
           .arg(QString::fromStdString(set.Name), QString::fromStdString(set.CatalogueNumber),
                QString::fromStdString(set.ElementSetNumber), QString::fromStdString(set.SourceFile),
                QString::fromStdString(
                    orbit::FormatDateTime("yyyy-mm-dd hh:nn", orbit::DateTimeOfJulianDate(set.Epoch))))
           .arg(std::fabs(age), 0, 'f', 1)
-          .arg(age < 0 ? QStringLiteral("newer") : QStringLiteral("old")));
+          .arg(age < 0 ? QStringLiteral("after") : QStringLiteral("before")));
+  WarnOfAge(age);
   return set;
 }
 

@@ -87,7 +87,9 @@ orbit::TDateTime ParseStart(const QString& text);
 /// when there is none.
 const orbit::TSatellite& FindSet(const std::vector<orbit::TSatellite>& sets, const QString& name, double jd,
                                  const Arguments& arguments);
-/// The same, and says which it is and how old.
+/// A word of warning when elements are used this many days from their epoch, and that is too many.
+void WarnOfAge(double days);
+/// FindSet, and says which set it is and how old.
 orbit::TSatellite ChooseSet(const std::vector<orbit::TSatellite>& sets, const QString& name, double jd,
                             const Arguments& arguments);
 

@@ -1,10 +1,13 @@
 #include <QDir>
+#include <QFileInfo>
+#include <algorithm>
 
 #include "app/command_line.h"
 #include "cli/commands.h"
 #include "cli/options.h"
 #include "cli/overlay_sources.h"
 #include "cli/table.h"
+#include "files/file_error.h"
 #include "orbit/element_file.h"
 #include "orbit/julian_date.h"
 #include "orbit/scalar_math.h"
@@ -59,13 +62,23 @@ passes::ChosenPass FindPass(const Arguments& arguments, const std::vector<orbit:
   const orbit::PassRequest day{orbit::DatePart(time), 2, 300, station.MinElevationDeg};
   const QStringList entries = passes::PassListEntries(pointers, station.Place, day);
   const app::PassMatch match = app::FindPassByString(passString, entries, time);
-  if (match.Index < 0) throw Failure(app::NoMatchText(passString, match.Key));
-  Say(QStringLiteral("Pass: ") + entries[match.Index]);
+  if (match.Index < 0) {
+    throw Failure(
+        app::NoMatchText(passString, match.Key) +
+        QStringLiteral(
+            ". Searched: passes of %1 satellites on %2 and the day after; a year goes before the month")
+            .arg(satellites.size())
+            .arg(QString::fromStdString(orbit::FormatDateTime("yyyy-mm-dd", time))));
+  }
+  Say(QStringLiteral(
+          "Pass: %1; its map begins at the whole minute. When the second is known, --start lays it exactly.")
+          .arg(entries[match.Index]));
   return passes::ParseSelectedPass(entries[match.Index], day.Start);
 }
 
 /// Start, length, direction and elements of the pass, however it was named.
-OverlayRequest DescribePass(const Arguments& arguments, const app::Station& station) {
+/// A map of `lines` rows, if that is not 0, is as many minutes long as they take.
+OverlayRequest DescribePass(const Arguments& arguments, const app::Station& station, int lines) {
   const auto sets = arguments.ElementSets();
   OverlayRequest request;
   request.Station = station.Place;
@@ -83,7 +96,10 @@ OverlayRequest DescribePass(const Arguments& arguments, const app::Station& stat
   } else {
     name = arguments.Required(QStringLiteral("satellite"));
     request.Start = ParseStart(arguments.Required(QStringLiteral("start")));
-    request.DurationMinutes = arguments.Whole(QStringLiteral("minutes"), 15, 1, 30);
+    const int linesPerMinute =
+        FindSet(sets, name, orbit::JulianDateOfDateTime(request.Start), arguments).LinesPerMinute;
+    const int usual = lines > 0 ? std::clamp((lines + linesPerMinute - 1) / linesPerMinute, 1, 30) : 15;
+    request.DurationMinutes = arguments.Whole(QStringLiteral("minutes"), usual, 1, 30);
   }
   const orbit::TDateTime middle{request.Start.Days + request.DurationMinutes / 2880.0};
   request.Satellite = ChooseSet(sets, name, orbit::JulianDateOfDateTime(middle), arguments);
@@ -93,6 +109,27 @@ OverlayRequest DescribePass(const Arguments& arguments, const app::Station& stat
     request.SouthBound = overlay::IsSouthBoundAt(request.Satellite, middle);
   }
   return request;
+}
+
+/// A received picture; what is wrong with one is told with its name.
+QImage LoadReceived(const QString& path) {
+  try {
+    return image::LoadPicture(path);
+  } catch (const files::FileError& error) {
+    const QString text = error.Text();
+    throw Failure(text.contains(path) ? text : path + QStringLiteral(": ") + text);
+  }
+}
+
+/// Says which of a map's files in the results folder are not this map's.
+void TellOfOlderFiles(const QString& folder, const QStringList& written) {
+  for (const QString& name :
+       {QStringLiteral("ovl.bmp"), QStringLiteral("pass.dat"), QStringLiteral("ovl.txt")}) {
+    const QString path = QDir(folder).filePath(name);
+    if (!written.contains(path) && QFileInfo::exists(path)) {
+      Say(QStringLiteral("%1 is of an earlier map and was left as it is").arg(path));
+    }
+  }
 }
 
 }  // namespace
@@ -113,7 +150,8 @@ void RunOverlay(const QStringList& list) {
        {QStringLiteral("pass"), QStringLiteral("[YYYY]MMDDHHMM[SS]"),
         QStringLiteral("The pass that rose then, UTC; implies --pass-details.")},
        {QStringLiteral("minutes"), QStringLiteral("N"),
-        QStringLiteral("Length of the map, 1 to 30. Default: 15, or as long as the pass.")},
+        QStringLiteral(
+            "Length of the map, 1 to 30. Default: as long as the pass, the rows or the picture, else 15.")},
        {QStringLiteral("direction"), QStringLiteral("auto|north|south"),
         QStringLiteral("North-bound maps are turned by 180 degrees. Default: auto, as the satellite moves.")},
        StationOption(),
@@ -139,14 +177,17 @@ void RunOverlay(const QStringList& list) {
   if (arguments.Has(QStringLiteral("lines")) && arguments.Has(QStringLiteral("picture"))) {
     throw UsageError(QStringLiteral("--lines and --picture exclude each other"));
   }
-  OverlayRequest request = DescribePass(arguments, arguments.Station());
   const app::SettingsSnapshot& settings = arguments.Settings();
-  request.LineLimit = arguments.Whole(QStringLiteral("lines"), 0, 1, 20000);
+  int lines = arguments.Whole(QStringLiteral("lines"), 0, 1, 20000);
+  int width = overlay::kUsualLineWidth;
   if (arguments.Has(QStringLiteral("picture"))) {
-    const QImage picture = image::LoadPicture(arguments.Text(QStringLiteral("picture")));
-    request.LineLimit = picture.height();
-    request.Width = std::max(picture.width(), overlay::kUsualLineWidth);
+    const QImage picture = LoadReceived(arguments.Text(QStringLiteral("picture")));
+    lines = picture.height();
+    width = std::max(picture.width(), width);
   }
+  OverlayRequest request = DescribePass(arguments, arguments.Station(), lines);
+  request.LineLimit = lines;
+  request.Width = width;
   request.ShowOverlay = settings.ShowOverlay || arguments.Has(QStringLiteral("show-overlay"));
   request.PassDetails = settings.SavePassDetails || arguments.Has(QStringLiteral("pass-details")) ||
                         arguments.Has(QStringLiteral("pass"));
@@ -160,13 +201,14 @@ void RunOverlay(const QStringList& list) {
   }
   const LoadedSources sources(arguments);
   const overlay::OverlayResult result = overlay::GenerateOverlay(request, sources.Sources());
-  Say(QStringLiteral("Map: %1 lines, %2-bound, from %3 UTC.")
+  Say(QStringLiteral("Map: %1 lines of %2, %3-bound, from %4 UTC.")
           .arg(result.LinesMade)
+          .arg(result.Map.height())
           .arg(request.SouthBound ? QStringLiteral("south") : QStringLiteral("north"),
                QString::fromStdString(orbit::FormatDateTime("yyyy mmm dd, hh:nn:ss", request.Start))));
-  for (const QString& path : overlay::WriteOverlayOutputs(result, request.PassDetails, results)) {
-    PrintOut(path + QLatin1Char('\n'));
-  }
+  const QStringList written = overlay::WriteOverlayOutputs(result, request.PassDetails, results);
+  for (const QString& path : written) PrintOut(path + QLatin1Char('\n'));
+  TellOfOlderFiles(results, written);
 }
 
 }  // namespace pelorin::cli

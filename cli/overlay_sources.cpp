@@ -62,12 +62,18 @@ void LoadedSources::OpenMaster(const QString& wanted) {
     if (!master_) throw Failure(QStringLiteral("%1 is not an overlay master").arg(wanted));
     return;
   }
-  const QString path = app::MasterFile();
-  try {
-    if (!overlay::MasterIsValid(path)) MakeMaster(app::FindDataFile(QStringLiteral("Countries.dat")), path);
-    master_ = overlay::MasterView::Open(path);
-  } catch (const std::exception& error) {
-    Say(QString::fromUtf8(error.what()));
+  const QStringList places = app::MasterFiles();
+  for (const QString& path : places) {
+    if (!master_) master_ = overlay::MasterView::Open(path);
+  }
+  for (const QString& path : places) {
+    if (master_) break;
+    try {
+      MakeMaster(app::FindDataFile(QStringLiteral("Countries.dat")), path);
+      master_ = overlay::MasterView::Open(path);
+    } catch (const std::exception& error) {
+      Say(QString::fromUtf8(error.what()));
+    }
   }
   if (!master_) Say(QStringLiteral("The map has no coasts and borders, and no ovl.bmp is written"));
 }

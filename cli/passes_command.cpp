@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cmath>
 
 #include "cli/commands.h"
 #include "cli/options.h"
@@ -71,7 +72,8 @@ void RunPasses(const QStringList& list) {
         QStringLiteral("Only passes longer than this. Default: 300.")},
        {QStringLiteral("satellite"), QStringLiteral("NAME"),
         QStringLiteral("Only this satellite; may be given several times. Default: all.")},
-       {QStringLiteral("format"), QStringLiteral("text|csv|json"), QStringLiteral("Default: text.")}},
+       {QStringLiteral("format"), QStringLiteral("text|csv|json"), QStringLiteral("Default: text.")},
+       NewestOption()},
       list);
   const QString format = arguments.Choice(
       QStringLiteral("format"), {QStringLiteral("text"), QStringLiteral("csv"), QStringLiteral("json")});
@@ -81,15 +83,24 @@ void RunPasses(const QStringList& list) {
                                             : orbit::DatePart(orbit::NowUTC()),
       arguments.Whole(QStringLiteral("days"), 1, 1, 366),
       arguments.Whole(QStringLiteral("min-seconds"), 300, 0, 86400), station.MinElevationDeg};
-  std::vector<orbit::TSatellite> satellites = orbit::NewestOfEach(arguments.ElementSets());
+  const double middle = orbit::JulianDateOfDateTime(request.Start) + request.Days / 2.0;
+  std::vector<orbit::TSatellite> satellites = arguments.WantsNewest()
+                                                  ? orbit::NewestOfEach(arguments.ElementSets())
+                                                  : orbit::NearestOfEach(arguments.ElementSets(), middle);
   std::vector<orbit::TSatellite*> chosen;
   for (const QString& name : arguments.Texts(QStringLiteral("satellite"))) {
-    const orbit::TSatellite& found = FindSet(satellites, name, 0, arguments);
+    const orbit::TSatellite& found = FindSet(satellites, name, middle, arguments);
     chosen.push_back(&satellites[static_cast<std::size_t>(&found - satellites.data())]);
   }
   if (chosen.empty()) {
     for (orbit::TSatellite& satellite : satellites) chosen.push_back(&satellite);
   }
+
+  double oldest = 0;
+  for (const orbit::TSatellite* satellite : chosen) {
+    if (std::fabs(middle - satellite->Epoch) > std::fabs(oldest)) oldest = middle - satellite->Epoch;
+  }
+  WarnOfAge(oldest);
 
   std::vector<FoundPass> passes;
   for (orbit::TSatellite* satellite : chosen) {

@@ -35,8 +35,8 @@ void RunPicture(const QStringList& list) {
                      QString::fromUtf8(error.what()));
   }
   if (found.isEmpty()) {
-    throw Failure(
-        QStringLiteral("There is no picture of %1 in %2").arg(key, folders.join(QStringLiteral(", "))));
+    throw Failure(QStringLiteral("There is no picture of %1 in %2; name other folders with --folders")
+                      .arg(key, folders.join(QStringLiteral(", "))));
   }
   PrintOut(found + QLatin1Char('\n'));
 }

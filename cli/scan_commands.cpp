@@ -21,6 +21,8 @@ void RunScan(const QStringList& list) {
   orbit::TSatellite satellite;
   satellite.SetIdentity(arguments.Required(QStringLiteral("satellite")).toStdString(), "");
   arguments.Required(QStringLiteral("height"));
+  Say(QStringLiteral("Scan half-angle for that name: %1 degrees.")
+          .arg(orbit::FamilyHalfAngle(orbit::ScannerFamilyOf(satellite.Name))));
   orbit::BuildScanTable(satellite, kHalfLinePixels,
                         arguments.Number(QStringLiteral("height"), 0, 100, 50000));
   Table table({QStringLiteral("pixel"), QStringLiteral("distance_km")}, false);

@@ -42,6 +42,30 @@ bool TakeLine(std::string_view& text, std::string_view& line) {
   return true;
 }
 
+bool IsNewer(const TSatellite& a, const TSatellite& b) { return a.Epoch > b.Epoch; }
+
+auto NearerTo(double jd) {
+  return [jd](const TSatellite& a, const TSatellite& b) {
+    return std::fabs(a.Epoch - jd) < std::fabs(b.Epoch - jd);
+  };
+}
+
+template <class Better>
+std::vector<TSatellite> BestOfEach(const std::vector<TSatellite>& sets, Better better) {
+  std::vector<TSatellite> best;
+  std::unordered_map<std::string, std::size_t> byNumber;
+  for (const TSatellite& set : sets) {
+    const bool numbered = set.CatalogueNumber.size() == 5;
+    const auto [known, isNew] = byNumber.emplace(numbered ? set.CatalogueNumber : std::string(), best.size());
+    if (isNew || !numbered) {
+      best.push_back(set);
+    } else if (better(set, best[known->second])) {
+      best[known->second] = set;
+    }
+  }
+  return best;
+}
+
 template <class Better>
 const TSatellite* BestSet(const std::vector<TSatellite>& sets, std::string_view name, Better better) {
   const std::string wanted = UpperCased(Trimmed(name));
@@ -59,6 +83,8 @@ void ReadElementTriples(
     const std::function<void(std::string_view, std::string_view, std::string_view)>& take) {
   const std::string whole = ReadWhole(file);
   std::string_view rest = whole, name, line1, line2;
+  // Editors like to put a byte order mark before the first name.
+  if (rest.starts_with("\xEF\xBB\xBF")) rest.remove_prefix(3);
   while (TakeLine(rest, name)) {
     TakeLine(rest, line1);
     TakeLine(rest, line2);
@@ -111,32 +137,19 @@ std::vector<TSatellite> ReadAllElementSets(const fs::path& fileOrFolder, std::ve
 }
 
 const TSatellite* NearestElementSet(const std::vector<TSatellite>& sets, std::string_view name, double jd) {
-  return BestSet(sets, name, [jd](const TSatellite& a, const TSatellite& b) {
-    return std::fabs(a.Epoch - jd) < std::fabs(b.Epoch - jd);
-  });
+  return BestSet(sets, name, NearerTo(jd));
 }
 
 const TSatellite* NewestElementSet(const std::vector<TSatellite>& sets, std::string_view name) {
-  return BestSet(sets, name, [](const TSatellite& a, const TSatellite& b) { return a.Epoch > b.Epoch; });
+  return BestSet(sets, name, IsNewer);
 }
 
 std::vector<TSatellite> NewestOfEach(const std::vector<TSatellite>& sets) {
-  std::vector<TSatellite> newest;
-  std::unordered_map<std::string, std::size_t> byNumber;
-  for (const TSatellite& set : sets) {
-    // Only a full number identifies a satellite; sets with a shorter one stand for themselves.
-    if (set.CatalogueNumber.size() != 5) {
-      newest.push_back(set);
-      continue;
-    }
-    const auto [known, isNew] = byNumber.emplace(set.CatalogueNumber, newest.size());
-    if (isNew) {
-      newest.push_back(set);
-    } else if (set.Epoch > newest[known->second].Epoch) {
-      newest[known->second] = set;
-    }
-  }
-  return newest;
+  return BestOfEach(sets, IsNewer);
+}
+
+std::vector<TSatellite> NearestOfEach(const std::vector<TSatellite>& sets, double jd) {
+  return BestOfEach(sets, NearerTo(jd));
 }
 
 }  // namespace pelorin::orbit

@@ -47,7 +47,10 @@ const TSatellite* NearestElementSet(const std::vector<TSatellite>& sets, std::st
 /// The set of the named satellite with the latest epoch, or null.
 const TSatellite* NewestElementSet(const std::vector<TSatellite>& sets, std::string_view name);
 
-/// The newest set of each catalogue number, in the order in which the numbers first appear.
+/// One set of each satellite, in the order in which the satellites first appear: the newest, or the one
+/// nearest to a Julian date. Satellites are told apart by their 5-character catalogue number; a set without a
+/// full one stands for itself.
 std::vector<TSatellite> NewestOfEach(const std::vector<TSatellite>& sets);
+std::vector<TSatellite> NearestOfEach(const std::vector<TSatellite>& sets, double jd);
 
 }  // namespace pelorin::orbit

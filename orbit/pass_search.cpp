@@ -76,7 +76,9 @@ class PassSearch {
   static constexpr double kShortestPeriod = 60.0 / 1440;
   static constexpr double kTolerance = 1.0 / 1440;        // one minute
   static constexpr double kEdgeTolerance = 0.33 / 86400;  // a third of a second
+  /// Enough for the windows of low orbits. Those of deep-space orbits are hours wide.
   static constexpr int kGoldenRounds = 15;
+  static constexpr int kDeepSpaceRounds = 45;
 
   /// No moment is propagated twice while its neighbours are still in use: windows share their ends.
   Sample F(double jd) {
@@ -100,7 +102,8 @@ class PassSearch {
     if (end < start) return {};
     Sample a = End(start), b = End(end);
     double width = end - start;
-    for (int round = 0; round < kGoldenRounds && width > kTolerance; ++round) {
+    const int rounds = satellite_.IsDeepSpace ? kDeepSpaceRounds : kGoldenRounds;
+    for (int round = 0; round < rounds && width > kTolerance; ++round) {
       const double nearer = b.value <= a.value ? 0.38 : 0.62;
       const Sample x = F(nearer * b.jd + (1 - nearer) * a.jd);
       if (round == 0 && (x.value < a.value || x.value < b.value)) break;
@@ -139,26 +142,36 @@ class PassSearch {
     }
     return mid;
   }
-  double FindRise(double tMax) { return FindEdge(tMax - period_ / 4, tMax, true); }
-  double FindSet(double tMax) { return FindEdge(tMax, tMax + period_ / 4, false); }
-
-  /// Whether the satellite is up at both ends of the edges' search and all round its orbit: it has no rise
-  /// and no set.
-  bool NeverSets(double tMax) {
-    if (F(tMax - period_ / 4).value < 0 || F(tMax + period_ / 4).value < 0) return false;
-    constexpr int looks = 48;
-    for (int i = 0; i < looks; ++i) {
-      if (F(tMax + period_ * (static_cast<double>(i) / looks - 0.5)).value < 0) return false;
+  /// A moment below the horizon before (`side` −1) or after (+1) the culmination, and the moment next to it
+  /// that may be above. A quarter of a turn away every low satellite has set; high ones are looked for all
+  /// round their orbit. Nothing for one that never sets.
+  struct Bracket {
+    double below, above;
+  };
+  std::optional<Bracket> BracketEdge(double tMax, int side) {
+    constexpr int looks = 24;
+    double above = tMax;
+    for (int look = 0; look <= looks; ++look) {
+      const double t = tMax + side * period_ * (0.25 + 0.75 * look / looks);
+      if (F(t).value < 0) return Bracket{t, above};
+      above = t;
     }
-    return true;
+    return std::nullopt;
+  }
+  std::optional<double> FindRise(double tMax) {
+    const auto bracket = BracketEdge(tMax, -1);
+    return bracket ? std::optional(FindEdge(bracket->below, bracket->above, true)) : std::nullopt;
+  }
+  std::optional<double> FindSet(double tMax) {
+    const auto bracket = BracketEdge(tMax, 1);
+    return bracket ? std::optional(FindEdge(bracket->above, bracket->below, false)) : std::nullopt;
   }
 
   void DescribePass(const Sample& top) {
-    if (!(top.value > 0) || top.jd > jdEnd_ || top.jd < jd0_ || NeverSets(top.jd)) return;
-    Pass pass;
-    pass.Aos = FindRise(top.jd);
-    pass.Culmination = top.jd;
-    pass.Los = FindSet(top.jd);
+    if (!(top.value > 0) || top.jd > jdEnd_ || top.jd < jd0_) return;
+    const std::optional<double> rise = FindRise(top.jd), set = FindSet(top.jd);
+    if (!rise || !set) return;
+    Pass pass{*rise, top.jd, *set, {}};
     const double duration = std::round((pass.Los - pass.Aos) * 86400);
     if (!(duration > request_.MinimumDurationSeconds)) return;
     Geodetic below;

@@ -47,11 +47,12 @@ SatelliteState SatelliteStateKm(TSatellite& satellite, double julianDate) {
 }
 
 bool CanPropagate(TSatellite& satellite) {
-  // Below an hour a turn, no orbit; above a year's, none that the model was made for.
   const double minutes = satellite.PeriodDays() * kMinutesPerDay;
-  if (!(minutes >= 60 && minutes <= 366 * kMinutesPerDay)) return false;
+  if (!(minutes > 0 && minutes <= 366 * kMinutesPerDay)) return false;
+  const double semiMajorAxis = std::pow(XKE / satellite.MeanMotion, kTwoThirds);
+  if (!(semiMajorAxis * (1 - satellite.Eccentricity) >= AE)) return false;
   const SatelliteState state = SatelliteStateKm(satellite, satellite.Epoch);
-  return std::isfinite(state.Position.w) && std::isfinite(state.Velocity.w) && state.Position.w > XKMPER / 2;
+  return std::isfinite(state.Velocity.w) && state.Position.w > XKMPER * 0.99;
 }
 
 }  // namespace pelorin::orbit

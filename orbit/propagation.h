@@ -25,8 +25,8 @@ void ConvertSatState(Vector& position, Vector& velocity);
 /// Propagate and ConvertSatState in one step.
 SatelliteState SatelliteStateKm(TSatellite& satellite, double julianDate);
 
-/// Whether the elements describe an orbit at all: at the epoch the satellite is a finite distance outside the
-/// Earth's core.
+/// Whether the elements describe an orbit at all: a turn of at most a year, a perigee above the ground, and a
+/// position at the epoch.
 bool CanPropagate(TSatellite& satellite);
 
 }  // namespace pelorin::orbit
