@@ -44,21 +44,25 @@ std::vector<Span> WatchTheSky(TSatellite& satellite, const Observer& observer, d
 TEST(PassSearch, FindsWhatWatchingTheSkyFinds) {
   const struct {
     const char* label;
+    const char* satellite;
     Observer observer;
     double minElevationDeg;
-  } rows[] = {{"Edinburgh", kEdinburgh, 1.5},
-              {"Longyearbyen", ObserverFromDegrees(78.22, 15.65, 450), 0},
-              {"Quito", ObserverFromDegrees(-0.2, -78.5, 2850), 5}};
+  } rows[] = {{"Edinburgh", "NOAA 12", kEdinburgh, 1.5},
+              {"Longyearbyen", "NOAA 12", ObserverFromDegrees(78.22, 15.65, 450), 0},
+              {"Quito", "NOAA 12", ObserverFromDegrees(-0.2, -78.5, 2850), 5},
+              {"hours above the horizon", "MOLNIYA 1-83", kEdinburgh, 1.5}};
   for (const auto& row : rows) {
-    TSatellite satellite = tests::ReferenceSatellite("NOAA 12");
-    const double jd0 = JulianDateOfDateTime(DatePart(kStart));
-    const auto passes = SearchPasses(satellite, row.observer, {kStart, 3, 300, row.minElevationDeg});
+    TSatellite satellite = tests::ReferenceSatellite(row.satellite);
+    const TDateTime start = DateTimeOfJulianDate(satellite.Epoch);
+    const double jd0 = JulianDateOfDateTime(DatePart(start));
+    const auto passes = SearchPasses(satellite, row.observer, {start, 3, 300, row.minElevationDeg});
     Observer observer = row.observer;
     std::size_t expected = 0;
     for (const Span& span :
-         WatchTheSky(satellite, observer, jd0 - 0.03, jd0 + 3.03, Radians(row.minElevationDeg))) {
-      const double culmination = (span.rise + span.set) / 2;
-      if (culmination < jd0 + 0.002 || culmination > jd0 + 2.998 || (span.set - span.rise) * 86400 < 330)
+         WatchTheSky(satellite, observer, jd0 - 0.5, jd0 + 3.5, Radians(row.minElevationDeg))) {
+      const double culmination = (span.rise + span.set) / 2, unsure = 0.002 + 0.3 * (span.set - span.rise);
+      if (culmination < jd0 + unsure || culmination > jd0 + 3 - unsure ||
+          (span.set - span.rise) * 86400 < 330)
         continue;
       ++expected;
       const bool found = std::any_of(passes.begin(), passes.end(), [&](const Pass& pass) {
@@ -68,7 +72,7 @@ TEST(PassSearch, FindsWhatWatchingTheSkyFinds) {
       EXPECT_TRUE(found) << row.label << ": missed the pass of " << JulianDateToString(span.rise, 0) << " "
                          << TimeOfDayToString(span.rise + 0.5 - std::floor(span.rise + 0.5), 0, true);
     }
-    EXPECT_GT(expected, 5u) << row.label;
+    EXPECT_GT(expected, 3u) << row.label;
     EXPECT_LE(passes.size(), expected + 2) << row.label;
     for (const Pass& pass : passes) {
       EXPECT_LT(pass.Aos, pass.Culmination);
