@@ -257,7 +257,7 @@ orbit::TSatellite ChooseSet(const std::vector<orbit::TSatellite>& sets, const QS
                             const Arguments& arguments) {
   const orbit::TSatellite& set = FindSet(sets, name, jd, arguments);
   const double age = jd - set.Epoch;
-  Say(QStringLiteral("Elements: %1, number %2, set %3 from %4, epoch %5, %6 days %7 the pass.")
+  Say(QStringLiteral("Elements: %1, number %2, set %3 from %4, epoch %5, %6 days %7 the time asked for.")
           .arg(QString::fromStdString(set.Name), QString::fromStdString(set.CatalogueNumber),
                QString::fromStdString(set.ElementSetNumber), QString::fromStdString(set.SourceFile),
                QString::fromStdString(

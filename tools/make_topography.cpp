@@ -25,7 +25,7 @@ void MakeTopography(const std::string& source, const char* output) {
     throw std::runtime_error(source + ": not a 5-minute grid of the whole Earth");
   }
   const std::vector<int> heights = file.Integers("ROSE");
-  QByteArray bytes(ElevationGrid::Rows * ElevationGrid::Columns * qsizetype{sizeof(std::int16_t)}, '\0');
+  QByteArray bytes(qsizetype{sizeof(std::int16_t)} * ElevationGrid::Rows * ElevationGrid::Columns, '\0');
   char* at = bytes.data();
   // From the north pole down; the last source row, the south pole, has no place in the file.
   for (int row = 0; row < ElevationGrid::Rows; ++row) {

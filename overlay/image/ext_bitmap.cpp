@@ -25,7 +25,7 @@ void MendPalette(QByteArray& file) {
   const std::uint32_t used = header->ColoursUsed;
   if (header->ColoursImportant != used || (used != 200 && used != 224)) return;
   const std::uint32_t endOfPalette = BitmapHeader::kSize + used * kEntrySize;
-  file.remove(endOfPalette, (kFullPalette - used) * kEntrySize);
+  file.remove(endOfPalette, qsizetype{kFullPalette - used} * kEntrySize);
   SetPixelOffset(file, endOfPalette);
 }
 

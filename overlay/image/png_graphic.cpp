@@ -71,9 +71,9 @@ QImage TPngGraphic::Image() const {
   const std::uint8_t* samples = picture_.Samples.data();
   for (int y = 0; y < picture_.Height; ++y) {
     auto* row = reinterpret_cast<QRgb*>(image.scanLine(y));
-    for (int x = 0; x < picture_.Width; ++x, samples += picture_.Channels * step) {
+    for (int x = 0; x < picture_.Width; ++x, samples += std::ptrdiff_t{picture_.Channels} * step) {
       const auto sample = [&](int channel) {
-        const std::uint8_t* at = samples + channel * step;
+        const std::uint8_t* at = samples + std::ptrdiff_t{channel} * step;
         return step == 1 ? int{*at} : ReadDeepSample(at);
       };
       const int alpha = hasAlpha ? kOpaque - sample(picture_.Channels - 1) : kOpaque;
