@@ -41,6 +41,10 @@ build_preset() (
   exec 9>"build/.lock-$1"
   flock 9
   local output="build/$1.log"
+  # A checkout that was moved or copied takes no build along.
+  if [ -f "build/$1/CMakeCache.txt" ] && ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$PWD" "build/$1/CMakeCache.txt"; then
+    rm -rf "build/$1"
+  fi
   if [ ! -f "build/$1/build.ninja" ]; then
     say "Configuring $1 ..."
     cmake --preset "$1" >"$output" 2>&1 || { rm -f "build/$1/build.ninja"; tail -20 "$output" >&2; exit 1; }
