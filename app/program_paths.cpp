@@ -46,15 +46,15 @@ QString FindDataFile(const QString& name, const QString& programFolder) {
 QStringList MasterFiles(const QString& programFolder) {
   const QString name = QStringLiteral("Overlay.bmp");
   const QString cache = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) + kOwnPlace;
-  QDir().mkpath(cache);
   const QString beside = QDir(programFolder).filePath(name), cached = QDir(cache).filePath(name);
-  return QFileInfo(programFolder).isWritable() || QFileInfo(beside).isFile() ? QStringList{beside, cached}
-                                                                             : QStringList{cached};
+  const bool writable = QFileInfo(programFolder).isWritable();
+  if (!writable) QDir().mkpath(cache);
+  return writable || QFileInfo(beside).isFile() ? QStringList{beside, cached} : QStringList{cached};
 }
 
 QString MasterFile(const QString& programFolder) {
-  return QFileInfo(programFolder).isWritable() ? MasterFiles(programFolder).constFirst()
-                                               : MasterFiles(programFolder).constLast();
+  const QStringList places = MasterFiles(programFolder);
+  return QFileInfo(programFolder).isWritable() ? places.constFirst() : places.constLast();
 }
 
 }  // namespace pelorin::app

@@ -24,7 +24,8 @@ QString FindDataFile(const QString& name, const QString& programFolder = Program
 QString FindDataFile(const QStringList& names, const QString& programFolder = ProgramFolder());
 
 /// Where the overlay master, "Overlay.bmp", may lie, in the order of the search: beside the program, if it is
-/// there or can be written there, then in the user's cache folder, which is made.
+/// there or can be written there, then in the user's cache folder, which is made when the program's cannot be
+/// written.
 QStringList MasterFiles(const QString& programFolder = ProgramFolder());
 
 /// Where a new overlay master is written.

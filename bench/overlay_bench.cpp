@@ -16,6 +16,8 @@ namespace orbit = pelorin::orbit;
 
 const QString kCountries = QStringLiteral(PELORIN_BUILT_DATA "/Countries.dat");
 
+bool AnyMemory(const QString&) { return true; }
+
 orbit::TSatellite Noaa19() {
   std::vector<orbit::RejectedSet> rejected;
   return *orbit::NewestElementSet(orbit::ReadAllElementSets(PELORIN_DEMO_ELEMENTS, rejected), "NOAA 19");
@@ -30,7 +32,8 @@ struct Pass {
 
   Pass() {
     const QString path = folder.filePath(QStringLiteral("Overlay.bmp"));
-    GenerateMaster(kCountries, path, [](const QString&) {});
+    GenerateMaster(
+        kCountries, path, [](const QString&) {}, AnyMemory);
     master = MasterView::Open(path);
     request.Satellite = Noaa19();
     request.Station = orbit::ObserverFromDegrees(55.905, -3.2, 150);
@@ -104,7 +107,9 @@ BENCHMARK(MasterFromCountries)->Unit(benchmark::kMillisecond);
 void WriteMasterFile(benchmark::State& state) {
   const QTemporaryDir folder;
   const QString path = folder.filePath(QStringLiteral("Overlay.bmp"));
-  for (auto _ : state) GenerateMaster(kCountries, path, [](const QString&) {});
+  for (auto _ : state)
+    GenerateMaster(
+        kCountries, path, [](const QString&) {}, AnyMemory);
 }
 BENCHMARK(WriteMasterFile)->Unit(benchmark::kMillisecond);
 

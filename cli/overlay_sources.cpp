@@ -86,7 +86,13 @@ overlay::OverlaySources LoadedSources::Sources() const {
 void MakeMaster(const QString& countriesPath, const QString& masterPath) {
   if (countriesPath.isEmpty()) throw Failure(QStringLiteral("Countries.dat was not found"));
   Say(QStringLiteral("Creating overlay master image, please wait..."));
-  if (!overlay::GenerateMaster(countriesPath, masterPath, [](const QString&) {})) {
+  // Nobody may be there to answer, and slow is better than no map.
+  const auto goOn = [](const QString&) {
+    Say(QStringLiteral("Little memory is free; this may take many minutes"));
+    return true;
+  };
+  if (!overlay::GenerateMaster(
+          countriesPath, masterPath, [](const QString&) {}, goOn)) {
     throw Failure(QStringLiteral("There are no polygons in %1; nothing was written").arg(countriesPath));
   }
 }

@@ -1,7 +1,6 @@
 #include "orbit/element_fields.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 
 namespace pelorin::orbit {
@@ -9,24 +8,24 @@ namespace {
 
 constexpr char DigitOf(int number) { return static_cast<char>('0' + number % 10); }
 
-/// A field with its blanks filled, on the stack: element files are read by the thousand. A leading "+",
-/// which std::from_chars refuses, is left out.
-class FilledField {
- public:
-  FilledField(std::string_view line, int firstColumn, int length) {
-    const auto first = static_cast<std::size_t>(firstColumn - 1);
-    if (first >= line.size()) return;
-    const std::string_view field = line.substr(first, std::min<std::size_t>(length, text_.size()));
-    for (const char c : field) text_[size_++] = c == ' ' ? '0' : c;
-    if (size_ > 1 && text_[0] == '+' && text_[1] != '-' && text_[1] != '+') begin_ = 1;
-  }
-  const char* begin() const { return text_.data() + begin_; }
-  const char* end() const { return text_.data() + size_; }
+/// The columns of a field with their blanks filled, without a leading "+", which std::from_chars refuses.
+/// Fields are short enough to stay out of the heap.
+std::string FilledField(std::string_view line, int firstColumn, int length) {
+  const auto first = static_cast<std::size_t>(firstColumn - 1);
+  std::string field(first < line.size() ? line.substr(first, static_cast<std::size_t>(length))
+                                        : std::string_view());
+  ZeroFill(field);
+  if (field.size() > 1 && field[0] == '+' && field[1] != '-' && field[1] != '+') field.erase(0, 1);
+  return field;
+}
 
- private:
-  std::array<char, 32> text_{};
-  std::size_t begin_ = 0, size_ = 0;
-};
+/// The whole of a field as a number, or 0.
+template <class Number>
+Number WholeOrZero(const std::string& field) {
+  Number value = 0;
+  const auto [stop, error] = std::from_chars(field.data(), field.data() + field.size(), value);
+  return error == std::errc() && stop == field.data() + field.size() ? value : 0;
+}
 
 }  // namespace
 
@@ -52,21 +51,13 @@ std::string UpperCased(std::string_view text) {
 }
 
 int IntegerField(std::string_view line, int firstColumn, int length) {
-  const FilledField field(line, firstColumn, length);
-  int value = 0;
-  const auto [stop, error] = std::from_chars(field.begin(), field.end(), value);
-  return error == std::errc() && stop == field.end() ? value : 0;
+  return WholeOrZero<int>(FilledField(line, firstColumn, length));
 }
 
 double RealField(std::string_view line, int firstColumn, int length) {
-  const FilledField field(line, firstColumn, length);
+  const std::string field = FilledField(line, firstColumn, length);
   // "inf" and "nan" are numbers to from_chars and never to an element line.
-  const bool plain = std::all_of(field.begin(), field.end(), [](char c) {
-    return (c >= '0' && c <= '9') || c == '.' || c == '-' || c == '+' || c == 'e' || c == 'E';
-  });
-  double value = 0;
-  const auto [stop, error] = std::from_chars(field.begin(), field.end(), value);
-  return plain && error == std::errc() && stop == field.end() ? value : 0;
+  return field.find_first_not_of("0123456789.+-eE") == std::string::npos ? WholeOrZero<double>(field) : 0;
 }
 
 }  // namespace pelorin::orbit

@@ -86,7 +86,10 @@ image::IndexedImage DrawMaster(const std::vector<TPolyObject>& polygons, const M
   return master;
 }
 
-bool GenerateMaster(const QString& countriesPath, const QString& masterPath, const MasterStatus& status) {
+bool GenerateMaster(const QString& countriesPath, const QString& masterPath, const MasterStatus& status,
+                    const ConfirmLowMemory& confirm, std::optional<int> availableMb) {
+  if (availableMb && *availableMb < kMasterMemoryMb && !confirm(LowMemoryQuestion(*availableMb)))
+    return false;
   const std::vector<TPolyObject> polygons = LoadPolygons(countriesPath);
   if (polygons.empty()) return false;
   const image::IndexedImage master = DrawMaster(polygons, status);

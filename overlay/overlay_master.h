@@ -2,10 +2,12 @@
 
 #include <QString>
 #include <functional>
+#include <optional>
 #include <vector>
 
 #include "overlay/countries.h"
 #include "overlay/image/indexed_bitmap.h"
+#include "overlay/physical_memory.h"
 
 /// Making the overlay master: the whole Earth at 22 pixels per degree with grid, land, lakes and boundaries.
 namespace pelorin::overlay {
@@ -36,9 +38,15 @@ using MasterStatus = std::function<void(const QString&)>;
 /// The master in memory: grid first, then the polygons in their order.
 image::IndexedImage DrawMaster(const std::vector<TPolyObject>& polygons, const MasterStatus& status);
 
-/// Draws the master from a `Countries.dat` and saves it write-protected, replacing what was there. Without
-/// polygons nothing is written and the result is false. Raises FileError.
-bool GenerateMaster(const QString& countriesPath, const QString& masterPath, const MasterStatus& status);
+/// Asked whether to go on although memory is short; false ends the making.
+using ConfirmLowMemory = std::function<bool(const QString& question)>;
+
+/// Draws the master from a `Countries.dat` and saves it write-protected, replacing what was there. With less
+/// than 6 megabytes free (`availableMb`; nothing where the system does not tell) `confirm` is asked first.
+/// Without consent or without polygons nothing is written and the result is false. Raises FileError.
+bool GenerateMaster(const QString& countriesPath, const QString& masterPath, const MasterStatus& status,
+                    const ConfirmLowMemory& confirm,
+                    std::optional<int> availableMb = AvailablePhysicalMemoryMb());
 
 /// True exactly when the file can be read and has the size of a master.
 bool MasterIsValid(const QString& path);

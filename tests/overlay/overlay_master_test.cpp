@@ -15,6 +15,7 @@ namespace pelorin::overlay {
 namespace {
 
 void Silent(const QString&) {}
+bool Never(const QString&) { return false; }
 
 QByteArray Number(qint64 value, int bytes) {
   QByteArray text;
@@ -75,11 +76,12 @@ TEST_F(OverlayMasterFile, DamageIsAClearErrorAndWritesNothing) {
               {"giant count", Number(0x40000000, 4) + good},
               {"one point too many", Number(15001, 4) + QByteArray(1 + 15001 * 4, 'x')}};
   for (const auto& row : rows) {
-    EXPECT_THROW(GenerateMaster(Write(row.content), Path("Overlay.bmp"), Silent), files::FileError)
+    EXPECT_THROW(GenerateMaster(Write(row.content), Path("Overlay.bmp"), Silent, Never, 100),
+                 files::FileError)
         << row.label;
     EXPECT_FALSE(QFile::exists(Path("Overlay.bmp"))) << row.label;
   }
-  EXPECT_FALSE(GenerateMaster(Write(""), Path("Overlay.bmp"), Silent));
+  EXPECT_FALSE(GenerateMaster(Write(""), Path("Overlay.bmp"), Silent, Never, 100));
   EXPECT_THROW(LoadPolygons(Path("missing.dat")), files::FileError);
 }
 
@@ -90,8 +92,16 @@ TEST_F(OverlayMasterFile, TheMasterShowsWhatTheFileSays) {
                                   Record(4, Square(-180, -49, -171, -41)) +
                                   Record(1, {{-6000, 300}, {-5700, 300}}) + Record(2, Square(51, 1, 59, 9)));
   QStringList said;
-  ASSERT_TRUE(
-      GenerateMaster(countries, Path("Overlay.bmp"), [&](const QString& text) { said.append(text); }));
+  const auto refuse = [&](const QString& question) {
+    said.append(question);
+    return false;
+  };
+  EXPECT_FALSE(GenerateMaster(countries, Path("Overlay.bmp"), Silent, refuse, 5));
+  EXPECT_TRUE(said.value(0).startsWith(
+      QStringLiteral("Less than 6 MB physical memory available (5 MB found).  Gen")));
+  EXPECT_FALSE(QFile::exists(Path("Overlay.bmp")));
+  ASSERT_TRUE(GenerateMaster(
+      countries, Path("Overlay.bmp"), [&](const QString& text) { said.append(text); }, Never, 6));
   EXPECT_TRUE(said.contains(QStringLiteral("Overlay master image, generating country bondaries 20%")));
   EXPECT_EQ(QFile(Path("Overlay.bmp")).size(), 31364278);
   EXPECT_FALSE(QFile::permissions(Path("Overlay.bmp")) & QFile::WriteOwner);
@@ -130,7 +140,7 @@ TEST_F(OverlayMasterFile, TheMasterShowsWhatTheFileSays) {
   ASSERT_TRUE(file.resize(kMasterFileSize - 1));
   file.setPermissions(QFile::ReadOwner);
   EXPECT_FALSE(MasterIsValid(Path("Overlay.bmp")));
-  EXPECT_TRUE(GenerateMaster(countries, Path("Overlay.bmp"), Silent));
+  EXPECT_TRUE(GenerateMaster(countries, Path("Overlay.bmp"), Silent, Never, 100));
   EXPECT_TRUE(MasterIsValid(Path("Overlay.bmp")));
 }
 
