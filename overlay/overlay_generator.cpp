@@ -37,10 +37,19 @@ class HeightFollowingTable {
   double builtFor_ = std::nan("");
 };
 
-/// Degrees of elevation above the station.
-double ElevationDegAt(orbit::TSatellite& satellite, const orbit::Observer& station, double jd) {
-  return orbit::Degrees(
-      orbit::ElevationFrame(station).Elevation(orbit::SatelliteStateKm(satellite, jd).Position, jd));
+/// Degrees of elevation in the middle of the pass that is up at `visibleJd`, between its rise and its set to
+/// ten seconds; a map may show a part of the pass only.
+double ElevationDegOfPass(orbit::TSatellite& satellite, const orbit::Observer& station, double visibleJd) {
+  constexpr double step = 10 / kSecondsPerDay;
+  constexpr int mostSteps = 360;
+  const orbit::ElevationFrame frame(station);
+  const auto elevationAt = [&](double jd) {
+    return frame.Elevation(orbit::SatelliteStateKm(satellite, jd).Position, jd);
+  };
+  int rise = 0, set = 0;
+  while (rise > -mostSteps && elevationAt(visibleJd + (rise - 1) * step) >= 0) --rise;
+  while (set < mostSteps && elevationAt(visibleJd + (set + 1) * step) >= 0) ++set;
+  return orbit::Degrees(elevationAt(visibleJd + (rise + set) * step / 2));
 }
 
 QString PassDataLine(orbit::TDateTime time, const orbit::Geodetic& below) {
@@ -68,7 +77,6 @@ OverlayResult GenerateOverlay(OverlayRequest request, const OverlaySources& sour
   const int lines = std::min(limit, passLines);
   const int width = std::max(request.Width, kImageEnd);
   const double startJd = orbit::JulianDateOfDateTime(request.Start);
-  const double endJd = startJd + request.DurationMinutes / 1440.0;
   const orbit::DateTimeFields startFields = orbit::TakeApart(request.Start);
 
   OverlayResult result;
@@ -112,9 +120,8 @@ OverlayResult GenerateOverlay(OverlayRequest request, const OverlaySources& sour
       result.PassData.append(PassDataLine({request.Start.Days + sinceStart}, track.Below));
     }
     if (!risen && station.Elevation(track.Inertial.Position, jd) >= 0) {
-      // The middle between rise and end stands for the pass: there the satellite is near its highest.
       risen = true;
-      result.ElevationDeg = ElevationDegAt(satellite, request.Station, (jd + endJd) / 2);
+      result.ElevationDeg = ElevationDegOfPass(satellite, request.Station, jd);
     }
     result.LinesMade = line + 1;
     const bool repaint = std::fmod(seconds, 10) < secondsPerLine;

@@ -50,7 +50,7 @@ struct OverlayResult {
   int LinesMade = 0;
   QStringList PassData;     ///< per line: time, latitude and longitude of the sub-satellite point in degrees
   QStringList TextLines;    ///< the three text lines, when details are wanted
-  double ElevationDeg = 0;  ///< the elevation that the text lines tell; 0 if the satellite never rises
+  double ElevationDeg = 0;  ///< elevation in the middle of the pass, for the text lines; 0 if none is seen
 };
 
 /// After a line: how far the map is, and when it is worth repainting or moving a progress bar on.

@@ -194,18 +194,18 @@ TEST(OverlayGenerator, DirectionAndElevationAreThoseOfThePass) {
   };
   EXPECT_EQ(IsSouthBoundAt(request.Satellite, request.Start), latitudeAfter(1) < latitudeAfter(0));
   request.PassDetails = true;
-  request.DurationMinutes = 30;
+  request.DurationMinutes = 1;  // a part of the pass tells of the whole
   request.TextItems = {kTextName | kTextDirection, kTextElevation, 0};
   const OverlayResult result = GenerateOverlay(request, {});
   double highest = -90;
-  for (double minute = 0; minute < 30; minute += 0.1) {
+  for (double minute = -20; minute < 30; minute += 0.1) {
     const double jd = orbit::JulianDateOfDateTime(request.Start) + minute / 1440;
     const orbit::Vector position = TrackAt(request.Satellite, jd).Inertial.Position;
     highest =
         std::fmax(highest, orbit::Degrees(orbit::ElevationFrame(request.Station).Elevation(position, jd)));
   }
   ASSERT_GT(highest, 0) << "the pass must be seen";
-  EXPECT_LE(result.ElevationDeg, highest + 0.01);
+  EXPECT_NEAR(result.ElevationDeg, highest, 1);
   ASSERT_EQ(result.TextLines.size(), 3);
   EXPECT_EQ(result.TextLines[0], QStringLiteral("NOAA 12  South"));
   EXPECT_EQ(result.TextLines[1], QString::number(result.ElevationDeg, 'f', 0) + QChar(0xBA));
