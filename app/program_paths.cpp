@@ -23,6 +23,18 @@ QString UserDataFolder() {
   return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + kOwnPlace;
 }
 
+DefaultFolders FoldersFor(const QString& programFolder) {
+  if (QFileInfo(programFolder).isWritable())
+    return {WithSeparator(programFolder), WithSeparator(programFolder)};
+  const QDir user(UserDataFolder());
+  return {user.filePath(QStringLiteral("elements/")), user.filePath(QStringLiteral("results/"))};
+}
+
+QString WithSeparator(const QString& folder) {
+  const bool ends = folder.isEmpty() || folder.endsWith(u'/') || folder.endsWith(QDir::separator());
+  return ends ? folder : folder + QDir::separator();
+}
+
 QString FindDataFile(const QStringList& names, const QString& programFolder) {
   const QDir program(programFolder);
   const std::vector<QDir> users{QDir::current(), QDir(QDir::current().filePath(QStringLiteral("..")))};

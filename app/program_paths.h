@@ -16,6 +16,16 @@ QString ProgramName();
 /// folder. Need not exist.
 QString UserDataFolder();
 
+/// Where element files are looked for and results go until the user says otherwise, each with a "/" at its
+/// end: the program's folder if it can be written, or else folders in the user's data. Makes none of them.
+struct DefaultFolders {
+  QString Elements, Results;
+};
+DefaultFolders FoldersFor(const QString& programFolder = ProgramFolder());
+
+/// The folder's path with a "/" at its end; an empty path stays empty.
+QString WithSeparator(const QString& folder);
+
 /// A file that the program reads, by its name. Looked for in the working folder, its parent, the program's
 /// folder, the installed "../share/pelorin" beside it, and the user's data folder; empty when none has it.
 QString FindDataFile(const QString& name, const QString& programFolder = ProgramFolder());

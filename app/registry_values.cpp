@@ -1,5 +1,7 @@
 #include "app/registry_values.h"
 
+#include <utility>
+
 namespace pelorin::app {
 
 QString SettingsKeyPath(const QString& programName) {
@@ -15,20 +17,26 @@ TRegistryBoolean::TRegistryBoolean(const RegistryStore& store, const QString& ke
     : TRegistryVariable(store, keyPath, valueName),
       Value(store.ReadInteger(keyPath, valueName).value_or(defaultValue ? 1 : 0) != 0) {}
 
-TRegistryBoolean::~TRegistryBoolean() { store_.WriteInteger(keyPath_, valueName_, Value ? 1 : 0); }
+void TRegistryBoolean::Release() {
+  if (!std::exchange(isReleased_, true)) store_.WriteInteger(keyPath_, valueName_, Value ? 1 : 0);
+}
 
 TRegistryInteger::TRegistryInteger(const RegistryStore& store, const QString& keyPath,
                                    const QString& valueName, std::int32_t defaultValue)
     : TRegistryVariable(store, keyPath, valueName),
       Value(store.ReadInteger(keyPath, valueName).value_or(defaultValue)) {}
 
-TRegistryInteger::~TRegistryInteger() { store_.WriteInteger(keyPath_, valueName_, Value); }
+void TRegistryInteger::Release() {
+  if (!std::exchange(isReleased_, true)) store_.WriteInteger(keyPath_, valueName_, Value);
+}
 
 TRegistryString::TRegistryString(const RegistryStore& store, const QString& keyPath, const QString& valueName,
                                  const QString& defaultValue)
     : TRegistryVariable(store, keyPath, valueName),
       Value(store.ReadString(keyPath, valueName).value_or(defaultValue)) {}
 
-TRegistryString::~TRegistryString() { store_.WriteString(keyPath_, valueName_, Value); }
+void TRegistryString::Release() {
+  if (!std::exchange(isReleased_, true)) store_.WriteString(keyPath_, valueName_, Value);
+}
 
 }  // namespace pelorin::app

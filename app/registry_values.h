@@ -13,6 +13,9 @@ QString SettingsKeyPath(const QString& programName);
 
 /// A setting that lives as long as its object: read from the store when it is made, written back when it is
 /// destroyed. In between `Value` is the owner's to read and to assign. The store must outlive it.
+///
+/// `Release` writes it back before its time, for owners to whom the order matters; what is assigned
+/// afterwards is lost.
 class TRegistryVariable {
  public:
   TRegistryVariable(const TRegistryVariable&) = delete;
@@ -25,6 +28,7 @@ class TRegistryVariable {
   const RegistryStore& store_;
   const QString keyPath_;
   const QString valueName_;
+  bool isReleased_ = false;
 };
 
 /// Each keeps its default when the store has no such value, or one of another kind.
@@ -32,7 +36,8 @@ class TRegistryBoolean : public TRegistryVariable {
  public:
   TRegistryBoolean(const RegistryStore& store, const QString& keyPath, const QString& valueName,
                    bool defaultValue);
-  ~TRegistryBoolean();
+  ~TRegistryBoolean() { Release(); }
+  void Release();
 
   bool Value;
 };
@@ -41,7 +46,8 @@ class TRegistryInteger : public TRegistryVariable {
  public:
   TRegistryInteger(const RegistryStore& store, const QString& keyPath, const QString& valueName,
                    std::int32_t defaultValue);
-  ~TRegistryInteger();
+  ~TRegistryInteger() { Release(); }
+  void Release();
 
   std::int32_t Value;
 };
@@ -50,7 +56,8 @@ class TRegistryString : public TRegistryVariable {
  public:
   TRegistryString(const RegistryStore& store, const QString& keyPath, const QString& valueName,
                   const QString& defaultValue);
-  ~TRegistryString();
+  ~TRegistryString() { Release(); }
+  void Release();
 
   QString Value;
 };

@@ -28,10 +28,10 @@ class Settings::Maker {
   const QString keyPath_;
 };
 
-Settings::Settings(const RegistryStore& store, const QString& programName, const QString& programFolder)
-    : Settings(Maker(store, programName), programFolder) {}
+Settings::Settings(const RegistryStore& store, const QString& programName, const DefaultFolders& folders)
+    : Settings(Maker(store, programName), folders) {}
 
-Settings::Settings(const Maker& make, const QString& programFolder)
+Settings::Settings(const Maker& make, const DefaultFolders& folders)
     : ObserverLatitude(make.Text("ObserverLatitude", QStringLiteral("55.905"))),
       ObserverLongitude(make.Text("ObserverLongitude", QStringLiteral("-3.2"))),
       ObserverHeight(make.Text("ObserverHeight", QString::fromUtf16(kHeightNeverSaved))),
@@ -40,8 +40,8 @@ Settings::Settings(const Maker& make, const QString& programFolder)
       ShowOverlay(make.Boolean("ShowOverlay", false)),
       OvlTextLine{make.Integer("OvlTextLine1", 0), make.Integer("OvlTextLine2", 0),
                   make.Integer("OvlTextLine3", 0)},
-      TwoLineDataPath(make.Text("TwoLineDataPath", programFolder)),
-      ResultsPath(make.Text("ResultsPath", programFolder)),
+      TwoLineDataPath(make.Text("TwoLineDataPath", folders.Elements)),
+      ResultsPath(make.Text("ResultsPath", folders.Results)),
       SatelliteList(make.Text("SatelliteList", QString())),
       PrimarySatellite(make.Text("PrimarySatellite", QString())),
       FootprintShowLevel(make.Integer("FootprintShowLevel", 1)),
@@ -49,9 +49,9 @@ Settings::Settings(const Maker& make, const QString& programFolder)
       ImagePathList(make.Text("ImagePathList", QStringLiteral("C:\\Dunlow\\BMP\\"))) {}
 
 SettingsSnapshot ReadSettings(const RegistryStore& store, const QString& programName,
-                              const QString& programFolder) {
+                              const DefaultFolders& folders) {
   const RegistryStore quiet = store.ReadOnly();
-  const Settings settings(quiet, programName, programFolder);
+  const Settings settings(quiet, programName, folders);
   SettingsSnapshot snapshot;
   snapshot.Station = {settings.ObserverLatitude.Value, settings.ObserverLongitude.Value,
                       settings.ObserverHeight.Value, settings.MinPassElevation.Value};

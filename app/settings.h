@@ -4,6 +4,7 @@
 #include <QStringList>
 #include <array>
 
+#include "app/program_paths.h"
 #include "app/registry_values.h"
 #include "app/station_entry.h"
 
@@ -12,9 +13,8 @@ namespace pelorin::app {
 /// Everything that the program remembers, in the order in which start-up reads it. Made at start-up, written
 /// back as its members go at shutdown.
 struct Settings {
-  /// `programFolder` ends with a separator; it is where element files are looked for and results go until the
-  /// user says otherwise.
-  Settings(const RegistryStore& store, const QString& programName, const QString& programFolder);
+  /// `folders` are where element files are looked for and results go until the user says otherwise.
+  Settings(const RegistryStore& store, const QString& programName, const DefaultFolders& folders);
 
   TRegistryString ObserverLatitude;   ///< degrees, north positive, as typed
   TRegistryString ObserverLongitude;  ///< degrees, east positive, as typed
@@ -33,7 +33,7 @@ struct Settings {
 
  private:
   class Maker;
-  Settings(const Maker& make, const QString& programFolder);
+  Settings(const Maker& make, const DefaultFolders& folders);
 };
 
 /// The same settings as plain values, for programs that only look.
@@ -52,7 +52,7 @@ struct SettingsSnapshot {
 
 /// What the program of that name saved last, or the defaults. Writes nothing.
 SettingsSnapshot ReadSettings(const RegistryStore& store, const QString& programName,
-                              const QString& programFolder);
+                              const DefaultFolders& folders);
 
 /// Notes in the store where the program lies: key "\Software\Quillfen\App Paths", the program's name, the
 /// executable's full path.

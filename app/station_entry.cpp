@@ -12,9 +12,10 @@ constexpr double kDefaultHeightM = 150;
 constexpr double kDefaultMinElevationDeg = 1.5;
 constexpr double kHighestMinElevationDeg = 10;
 
+/// Whoever writes decimals with a comma may do so; it cannot part thousands in a number of this size.
 double NumberOr(const QString& text, double defaultValue) {
   bool isNumber = false;
-  const double number = text.trimmed().toDouble(&isNumber);
+  const double number = text.trimmed().replace(u',', u'.').toDouble(&isNumber);
   return isNumber && std::isfinite(number) ? number : defaultValue;
 }
 

@@ -4,6 +4,11 @@
 #include <QTimeZone>
 
 namespace pelorin::app {
+namespace {
+
+constexpr int kLongestName = 32;
+
+}  // namespace
 
 TimeZoneDetails LocalTimeZone() {
   const QTimeZone zone = QTimeZone::systemTimeZone();
@@ -16,8 +21,10 @@ TimeZoneDetails LocalTimeZone() {
   const QDateTime standard = daylightInJanuary ? july : january;
   const QDateTime daylight = daylightInJanuary ? january : july;
   return {zone.offsetFromUtc(standard) / 60, zone.offsetFromUtc(daylight) / 60,
-          zone.displayName(QTimeZone::StandardTime, QTimeZone::ShortName),
-          zone.displayName(QTimeZone::DaylightTime, QTimeZone::ShortName)};
+          zone.displayName(QTimeZone::StandardTime, QTimeZone::ShortName).left(kLongestName),
+          zone.displayName(QTimeZone::DaylightTime, QTimeZone::ShortName).left(kLongestName),
+          zone.isDaylightTime(QDateTime::currentDateTimeUtc()) ? TimeZoneDetails::Time::Daylight
+                                                               : TimeZoneDetails::Time::Standard};
 }
 
 }  // namespace pelorin::app

@@ -55,7 +55,7 @@ void Say(const QString& text) { std::fputs((text + QLatin1Char('\n')).toUtf8().c
 
 Arguments::Arguments(const QString& command, const QString& description, const std::vector<Option>& options,
                      const QStringList& arguments)
-    : settings_(app::ReadSettings(app::RegistryStore(), kDesktopName, app::ProgramFolder())) {
+    : settings_(app::ReadSettings(app::RegistryStore(), kDesktopName, app::FoldersFor())) {
   parser_.setApplicationDescription(description);
   const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
                                 QStringLiteral("Show this help."));

@@ -34,6 +34,7 @@ class TSatellite {
   bool Valid = false;             ///< a pair of element lines has been read
   double ScanHalfAngle = 45.0;    ///< degrees
   bool IsNoaaScanner = false;
+  bool Active = false;  ///< the user follows it
 
   PropagatorState Propagator;  ///< private to propagation
 

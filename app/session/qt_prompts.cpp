@@ -1,0 +1,97 @@
+#include "app/session/qt_prompts.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPushButton>
+#include <utility>
+
+namespace pelorin::session {
+namespace {
+
+/// A bare CR parts lines in the texts; boxes want LF.
+QString Lines(QString text) {
+  return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
+}
+
+/// Whatever is in front: a dialog, the main window, or the start-up window.
+QWidget* Front() {
+  QWidget* modal = QApplication::activeModalWidget();
+  return modal != nullptr ? modal : QApplication::activeWindow();
+}
+
+}  // namespace
+
+QtPrompts::QtPrompts(const QString& title, std::function<void(int)> showHelp)
+    : title_(title), showHelp_(std::move(showHelp)) {}
+
+int QtPrompts::Ask(QMessageBox& box, int helpContext) {
+  box.setWindowTitle(title_);
+  box.setTextFormat(Qt::PlainText);
+  box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+  if (helpContext > 0) {
+    QAbstractButton* help = box.addButton(QMessageBox::Help);
+    help->disconnect();
+    QObject::connect(help, &QAbstractButton::clicked, &box, [this, helpContext] { Help(helpContext); });
+  }
+  return box.exec();
+}
+
+void QtPrompts::Message(const QString& text) {
+  QMessageBox box(QMessageBox::Information, QString(), Lines(text), QMessageBox::Ok, Front());
+  Ask(box, 0);
+}
+
+void QtPrompts::Error(const QString& text) {
+  QMessageBox box(QMessageBox::Critical, QString(), Lines(text), QMessageBox::Ok, Front());
+  Ask(box, 0);
+}
+
+void QtPrompts::Warning(const QString& text, int helpContext) {
+  QMessageBox box(QMessageBox::Warning, QString(), Lines(text), QMessageBox::Ok, Front());
+  box.setEscapeButton(QMessageBox::Ok);
+  Ask(box, helpContext);
+}
+
+bool QtPrompts::RetryOrIgnore(const QString& text, int helpContext) {
+  QMessageBox box(QMessageBox::Warning, QString(), Lines(text), QMessageBox::Retry | QMessageBox::Ignore,
+                  Front());
+  box.setDefaultButton(QMessageBox::Retry);
+  box.setEscapeButton(QMessageBox::Ignore);
+  return Ask(box, helpContext) == QMessageBox::Retry;
+}
+
+bool QtPrompts::Confirm(const QString& text, int helpContext) {
+  QMessageBox box(QMessageBox::Question, QString(), Lines(text), QMessageBox::Yes | QMessageBox::No, Front());
+  box.setDefaultButton(QMessageBox::Yes);
+  box.setEscapeButton(QMessageBox::No);
+  return Ask(box, helpContext) == QMessageBox::Yes;
+}
+
+std::optional<QString> QtPrompts::ChooseFolder(const QString& title, const QString& startFolder) {
+  const QString chosen = QFileDialog::getExistingDirectory(Front(), title, startFolder);
+  if (chosen.isEmpty()) return std::nullopt;
+  return QDir::toNativeSeparators(chosen);
+}
+
+std::optional<QString> QtPrompts::OpenFile(const QString& title, const QString& startFolder,
+                                           const QStringList& filters, int filter) {
+  QString selected = filters.value(filter);
+  const QString chosen = QFileDialog::getOpenFileName(Front(), title, startFolder,
+                                                      filters.join(QStringLiteral(";;")), &selected);
+  if (chosen.isEmpty()) return std::nullopt;
+  return chosen;
+}
+
+std::optional<QString> QtPrompts::SaveFile(const QString& title, const QString& startPath,
+                                           const QStringList& filters) {
+  const QString chosen =
+      QFileDialog::getSaveFileName(Front(), title, startPath, filters.join(QStringLiteral(";;")));
+  if (chosen.isEmpty()) return std::nullopt;
+  return chosen;
+}
+
+void QtPrompts::Help(int context) { showHelp_(context); }
+
+}  // namespace pelorin::session

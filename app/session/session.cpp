@@ -1,0 +1,78 @@
+#include "app/session/session.h"
+
+#include <filesystem>
+#include <utility>
+
+namespace pelorin::session {
+
+Session::Session(app::Settings& settings, Prompts& boxes, Shell& window, Clock now)
+    : Settings(settings),
+      Boxes(boxes),
+      Window(window),
+      Now(std::move(now)),
+      satellites_(std::make_unique<orbit::TSatelliteList>(std::filesystem::path())),
+      following_(std::make_unique<app::ActiveSatellites>(*satellites_)) {}
+
+orbit::TDateTime Session::LocalNow() const { return {Now().Days + TimeZone.OffsetMinutesInForce() / 1440.0}; }
+
+std::vector<orbit::TSatellite*> Session::ActiveSatellites() const {
+  std::vector<orbit::TSatellite*> satellites;
+  for (const app::NamedSatellite& entry : Active()) satellites.push_back(entry.Satellite);
+  return satellites;
+}
+
+int Session::SelectedIndex() const {
+  const std::vector<app::NamedSatellite>& active = Active();
+  for (std::size_t index = 0; index < active.size(); ++index) {
+    if (active[index].Satellite == selected_) return static_cast<int>(index);
+  }
+  return -1;
+}
+
+void Session::LoadSatellites(const QString& folder) {
+  auto satellites = std::make_unique<orbit::TSatelliteList>(std::filesystem::path(folder.toStdU16String()));
+  selected_ = nullptr;
+  following_ = std::make_unique<app::ActiveSatellites>(*satellites);
+  satellites_ = std::move(satellites);
+}
+
+void Session::RestoreActive() {
+  following_->Restore(Settings.SatelliteList.Value);
+  RefreshActiveSatellites();
+}
+
+void Session::Activate(const QString& name) {
+  if (following_->Activate(name)) RefreshActiveSatellites();
+}
+
+void Session::Deactivate(const QString& name) {
+  if (following_->Deactivate(name)) RefreshActiveSatellites();
+}
+
+void Session::RefreshActiveSatellites() {
+  Settings.SatelliteList.Value = following_->CommaText();
+  Q_EMIT ActiveSatellitesChanged();
+  ChooseSatellite(following_->IndexOf(Settings.PrimarySatellite.Value));
+}
+
+void Session::ChooseSatellite(int index) {
+  PictureKey.clear();
+  const bool isChosen = index >= 0 && index < static_cast<int>(Active().size());
+  const app::NamedSatellite chosen =
+      isChosen ? Active()[static_cast<std::size_t>(index)] : app::NamedSatellite();
+  selected_ = chosen.Satellite;
+  Settings.PrimarySatellite.Value = chosen.Name;
+  Q_EMIT SatelliteChosen();
+}
+
+void Session::SetPassDirection(bool southBound) {
+  Pass.SouthBound = southBound;
+  Q_EMIT PassDirectionChanged();
+}
+
+void Session::SetPassDuration(int minutes) {
+  Pass.PassDurationMinutes = minutes;
+  Q_EMIT PassDurationChanged();
+}
+
+}  // namespace pelorin::session

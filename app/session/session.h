@@ -1,0 +1,117 @@
+#pragma once
+
+#include <QObject>
+#include <functional>
+#include <memory>
+
+#include "app/active_satellites.h"
+#include "app/session/prompts.h"
+#include "app/session/shell.h"
+#include "app/settings.h"
+#include "app/station_entry.h"
+#include "app/time_zone.h"
+#include "orbit/date_time.h"
+#include "orbit/satellite_list.h"
+
+namespace pelorin::session {
+
+/// Where the map's time comes from.
+enum class Timeframe { RealTime = 0, FromFile = 1, Manual = 2 };
+
+/// The pass that map, picture and flight are about.
+struct PassChoice {
+  orbit::TDateTime
+      PassListDate;              ///< start of the pass list; its year is that of every pass read back from it
+  int DaysAhead = 1;             ///< days that the list covers, 1 … 28
+  orbit::TDateTime PassStart;    ///< UTC, to the minute
+  int PassDurationMinutes = 15;  ///< 1 … 30
+  bool SouthBound = false;       ///< moving south
+  double FlightTimeOffset = 0;   ///< days from the clock to the flight's time
+};
+
+/// The moment that the world map shows.
+struct MapMoment {
+  orbit::TDateTime CurrentTime;  ///< UTC
+  Timeframe Mode = Timeframe::RealTime;
+  Timeframe ModeToRestore = Timeframe::RealTime;  ///< selected again when the map is shown again
+  bool PacificCentred = false;                    ///< drawn with 180° in the middle
+};
+
+struct RunFlags {
+  bool CommandLineMode = false;  ///< started with a pass to make
+  bool PassListMade = false;     ///< there has been a pass list
+  bool AutomaticRun = false;     ///< the pass of the command line was found: make its map, then close
+  bool Closing = false;          ///< the window goes; long loops end
+  bool AbortRequested = false;   ///< Escape was pressed in the main window
+};
+
+/// What the pages share: one for the main window's life, made by it. Records are read and written freely;
+/// what others must hear of goes through the functions, which emit a signal. Connections are direct: when a
+/// function returns, every page has followed.
+class Session : public QObject {
+  Q_OBJECT
+
+ public:
+  /// The clock, in UTC.
+  using Clock = std::function<orbit::TDateTime()>;
+
+  Session(app::Settings& settings, Prompts& boxes, Shell& window, Clock now);
+
+  app::Settings& Settings;
+  Prompts& Boxes;
+  Shell& Window;
+  const Clock Now;
+
+  app::Station Station;
+  app::TimeZoneDetails TimeZone;
+  PassChoice Pass;
+  MapMoment Map;
+  RunFlags Run;
+  QString PictureKey;  ///< "mmddhhnn" or the name of a picture file
+
+  /// The clock on the wall, as a moment; element ages are counted by it.
+  orbit::TDateTime LocalNow() const;
+
+  /// Never null; empty until LoadSatellites.
+  const orbit::TSatelliteList& Satellites() const { return *satellites_; }
+  /// The lists of Available and Active.
+  const app::ActiveSatellites& Following() const { return *following_; }
+  const std::vector<app::NamedSatellite>& Active() const { return following_->Active(); }
+  /// The satellites to compute with.
+  std::vector<orbit::TSatellite*> ActiveSatellites() const;
+  /// Or null.
+  orbit::TSatellite* SelectedSatellite() const { return selected_; }
+  /// Place of the selected satellite in Active(), or −1.
+  int SelectedIndex() const;
+
+  /// Reads the folder's element files. Raises orbit::ReadError; the earlier satellites then stay.
+  void LoadSatellites(const QString& folder);
+  /// Makes active what the settings name.
+  void RestoreActive();
+
+  /// Moves a satellite between Available and Active and lets every chooser follow.
+  void Activate(const QString& name);
+  void Deactivate(const QString& name);
+  /// Saves the active names, fills the choosers and chooses the primary satellite, if it is active.
+  void RefreshActiveSatellites();
+
+  /// Selects the satellite at a place of Active(), −1 for none, as the primary one. Forgets the picture's
+  /// key.
+  void ChooseSatellite(int index);
+
+  void SetPassDirection(bool southBound);
+  void SetPassDuration(int minutes);
+
+ Q_SIGNALS:
+  void ActiveSatellitesChanged();
+  void SatelliteChosen();
+  void PassDirectionChanged();
+  void PassDurationChanged();
+
+ private:
+  std::unique_ptr<orbit::TSatelliteList> satellites_;
+  std::unique_ptr<app::ActiveSatellites> following_;
+  orbit::TSatellite* selected_ = nullptr;
+};
+
+}  // namespace pelorin::session

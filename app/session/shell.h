@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QString>
+
+#include "orbit/date_time.h"
+
+namespace pelorin::session {
+
+/// The pages of the main window, in their order.
+enum class Page { Setup, WorldMap, Debug, GroundPath, Flight };
+
+/// What a page may ask of the main window, and through it of the other pages, which it does not know.
+class Shell {
+ public:
+  virtual ~Shell() = default;
+
+  virtual void ShowPage(Page page) = 0;
+  virtual Page CurrentPage() const = 0;
+
+  /// The application's title, which stands for the window where it is shown by its name only. The window's
+  /// caption stays.
+  virtual void SetTitle(const QString& title) = 0;
+
+  virtual void SetStatus(const QString& text) = 0;
+  virtual QString Status() const = 0;
+
+  /// Reads the station's boxes into Session::Station.
+  virtual void UpdateObserverDetails() = 0;
+
+  /// Sets the world map to a moment, as if its pickers had been turned to it.
+  virtual void SetMapTime(orbit::TDateTime moment) = 0;
+  /// Gives the keyboard to "Make picture..." of the world map, and presses it.
+  virtual void FocusMakePicture() = 0;
+  virtual void MakePictureFromMap() = 0;
+
+  /// Presses "Make map" of the ground-path page.
+  virtual void MakeMap() = 0;
+
+  /// Ends a running flight and returns when it has ended.
+  virtual void StopFlight() = 0;
+  /// Gives the keyboard to the flight's start button.
+  virtual void FocusRunFlight() = 0;
+
+  /// The dialogs that belong to other pages' rooms.
+  virtual void PrintPassList() = 0;
+  virtual void UpdateElements() = 0;
+
+  /// Lets the user choose when a flight starts; false when cancelled. `start` is in UTC.
+  virtual bool AskFlightStart(orbit::TDateTime& start) = 0;
+};
+
+}  // namespace pelorin::session
