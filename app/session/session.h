@@ -15,9 +15,6 @@
 
 namespace pelorin::session {
 
-/// Where the map's time comes from.
-enum class Timeframe { RealTime = 0, FromFile = 1, Manual = 2 };
-
 /// The pass that map, picture and flight are about.
 struct PassChoice {
   orbit::TDateTime

@@ -4,7 +4,12 @@
 
 #include "orbit/date_time.h"
 
+class QPrinter;
+
 namespace pelorin::session {
+
+/// Where the map's time comes from.
+enum class Timeframe { RealTime = 0, FromFile = 1, Manual = 2 };
 
 /// The pages of the main window, in their order.
 enum class Page { Setup, WorldMap, Debug, GroundPath, Flight };
@@ -33,8 +38,13 @@ class Shell {
   virtual void FocusMakePicture() = 0;
   virtual void MakePictureFromMap() = 0;
 
+  /// Shows the ground-path page for a moment and a satellite (its place among the active ones, or −1), and has
+  /// it look for the picture.
+  virtual void ShowGroundPath(orbit::TDateTime moment, int satellite) = 0;
   /// Presses "Make map" of the ground-path page.
   virtual void MakeMap() = 0;
+  /// Selects the map's timeframe, so that it does not move by itself or goes on.
+  virtual void SetTimeframe(Timeframe mode) = 0;
 
   /// Ends a running flight and returns when it has ended.
   virtual void StopFlight() = 0;
@@ -44,6 +54,12 @@ class Shell {
   /// The dialogs that belong to other pages' rooms.
   virtual void PrintPassList() = 0;
   virtual void UpdateElements() = 0;
+
+  /// One for the program's life, so that what was set up for one print applies to the next.
+  virtual QPrinter& Printer() = 0;
+
+  /// Ends the program as if the user had closed the window.
+  virtual void CloseWindow() = 0;
 
   /// Lets the user choose when a flight starts; false when cancelled. `start` is in UTC.
   virtual bool AskFlightStart(orbit::TDateTime& start) = 0;
