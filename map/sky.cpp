@@ -1,0 +1,99 @@
+#include "map/sky.h"
+
+#include <cmath>
+#include <optional>
+#include <thread>
+
+#include "orbit/julian_date.h"
+#include "orbit/model_constants.h"
+#include "orbit/observer.h"
+#include "orbit/scalar_math.h"
+#include "orbit/sun.h"
+
+namespace pelorin::map {
+namespace {
+
+/// Beyond, the Sun's pull is stronger than the Earth's: the radius of its sphere of influence (Hill), km.
+constexpr double kFarthestKm = 1.5e6;
+constexpr qsizetype kNamesInTip = 12;
+
+double MapLongitudeDeg(double longitude) {
+  return orbit::Degrees(longitude > orbit::kPi ? longitude - orbit::kTwoPi : longitude);
+}
+
+/// Where the satellite is at `jd`, if anywhere; `state` goes with it.
+std::optional<PlaceBelow> Locate(orbit::TSatellite& satellite, double jd, orbit::SatelliteState& state) {
+  try {
+    state = orbit::SatelliteStateKm(satellite, jd);
+  } catch (const orbit::MathError&) {
+    return std::nullopt;
+  }
+  if (!(state.Position.w <= kFarthestKm) || !std::isfinite(state.Velocity.w)) return std::nullopt;
+  orbit::Geodetic below;
+  orbit::SatLatLonAlt(state.Position, jd, below);
+  if (!(below.Altitude >= 0)) return std::nullopt;
+  return PlaceBelow{orbit::Degrees(below.Latitude), MapLongitudeDeg(below.Longitude), below.Altitude};
+}
+
+PlaceBelow SubSolarPlace(double jd) {
+  orbit::Vector sun;
+  orbit::SunPosition(jd, sun);
+  double latitude = 0, longitude = 0;
+  orbit::SatGeocentricLatLon(sun, jd, latitude, longitude);
+  return {orbit::Degrees(latitude), MapLongitudeDeg(longitude), 0};
+}
+
+}  // namespace
+
+const TrackedSatellite* Sky::Find(const orbit::TSatellite* satellite) const {
+  for (const TrackedSatellite& tracked : Satellites) {
+    if (tracked.Satellite == satellite) return &tracked;
+  }
+  return nullptr;
+}
+
+Sky SkyAt(const std::vector<orbit::TSatellite*>& satellites, orbit::TDateTime time, int trailMinutes) {
+  Sky sky;
+  sky.Jd = orbit::JulianDateOfDateTime(time);
+  sky.Sun = SubSolarPlace(sky.Jd);
+  sky.Satellites.reserve(satellites.size());
+  for (orbit::TSatellite* satellite : satellites) {
+    TrackedSatellite tracked;
+    tracked.Satellite = satellite;
+    if (const auto now = Locate(*satellite, sky.Jd, tracked.State)) {
+      tracked.Now = *now;
+      tracked.Trail.reserve(static_cast<std::size_t>(trailMinutes));
+      orbit::SatelliteState before;
+      for (int minute = trailMinutes; minute > 0; --minute) {
+        const auto place = Locate(*satellite, sky.Jd - minute / orbit::kMinutesPerDay, before);
+        if (place) tracked.Trail.push_back(*place);
+      }
+      sky.Satellites.push_back(std::move(tracked));
+    } else {
+      sky.NotDrawable.append(QString::fromStdString(satellite->Name));
+    }
+    std::this_thread::yield();  // a long list shall not starve a receiver's program
+  }
+  return sky;
+}
+
+const Sky& SkyKeeper::At(const std::vector<orbit::TSatellite*>& satellites, orbit::TDateTime time,
+                         int trailMinutes) {
+  if (time != time_ || trailMinutes > trailMinutes_ || satellites != satellites_) {
+    sky_ = SkyAt(satellites, time, trailMinutes);
+    satellites_ = satellites;
+    time_ = time;
+    trailMinutes_ = trailMinutes;
+  }
+  return sky_;
+}
+
+QString NotDrawableTip(const QStringList& names) {
+  if (names.isEmpty()) return QString();
+  const QString tip = QStringLiteral("Not drawable: ") +
+                      names.first(qMin(names.size(), kNamesInTip)).join(QStringLiteral(", "));
+  return names.size() > kNamesInTip ? tip + QStringLiteral(" and %1 more").arg(names.size() - kNamesInTip)
+                                    : tip;
+}
+
+}  // namespace pelorin::map

@@ -1,0 +1,102 @@
+#include "map/map_clock.h"
+
+#include <gtest/gtest.h>
+
+#include <QDateTime>
+#include <QFile>
+#include <QLocale>
+#include <QTemporaryDir>
+
+#include "files/file_error.h"
+#include "map/local_time_hint.h"
+#include "orbit/scalar_math.h"
+
+namespace pelorin::map {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+std::string Text(orbit::TDateTime time) { return orbit::FormatDateTime("yyyy-mm-dd hh:nn:ss.zzz", time); }
+
+TEST(ManualMapTime, MinutesCarryIntoHourAndDate) {
+  const struct {
+    const char *Label, *Before, *Date;
+    int Hour, Minute;
+    const char* After;
+  } rows[] = {
+      {"up over the year's end", "20011231235930", "20011231000000", 23, 0, "2002-01-01 00:00:00.000"},
+      {"down over midnight", "20010301000000", "20010301000000", 0, 59, "2001-02-28 23:59:00.000"},
+      {"up within the day", "20010412175901", "20010412000000", 17, 0, "2001-04-12 18:00:00.000"},
+      {"down within the day", "20010412170059", "20010412000000", 17, 59, "2001-04-12 16:59:00.000"},
+      {"hour and minute typed", "20010412175901", "20010412000000", 18, 0, "2001-04-12 18:00:00.000"},
+      {"58 to 0 is no step", "20010412175801", "20010412000000", 17, 0, "2001-04-12 17:00:00.000"},
+      {"date picked with a time in it", "20010412175837", "20010514101112", 17, 58,
+       "2001-05-14 17:58:00.000"},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(Text(ManualMapTime(orbit::ParseTimeString(row.Date), row.Hour, row.Minute,
+                                 orbit::ParseTimeString(row.Before))),
+              row.After)
+        << row.Label;
+  }
+}
+
+TEST(MapTimeOfPicture, IsInTheNameAndTheFilesDate) {
+  const QTemporaryDir folder;
+  const struct {
+    QString Name;
+    const char* Time;  // null: not a time
+  } rows[] = {
+      {u"12311759.jpg"_s, "2001-12-31 17:59:00.000"},
+      {u"04121830a4.png"_s, "2001-04-12 18:30:00.000"},
+      {u"02291015.jpg"_s, nullptr},
+      {u"04122430.jpg"_s, nullptr},
+      {u"0412.jpg"_s, nullptr},
+      {u"Märzbild1.bmp"_s, nullptr},
+      {u"+4-21830.jpg"_s, nullptr},
+      {u"0412183"_s, nullptr},
+  };
+  for (const auto& row : rows) {
+    const QString path = folder.filePath(row.Name);
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_TRUE(file.setFileTime(QDateTime(QDate(2001, 11, 15), QTime(8, 0)), QFile::FileModificationTime));
+    if (row.Time) {
+      EXPECT_EQ(Text(MapTimeOfPicture(path)), row.Time);
+    } else {
+      EXPECT_THROW(MapTimeOfPicture(path), orbit::ConvertError) << row.Name.toStdString();
+    }
+  }
+  EXPECT_THROW(MapTimeOfPicture(folder.filePath(u"12311758.jpg"_s)), files::FileError);
+}
+
+TEST(StepInterval, IsAnythingATimerCanCount) {
+  EXPECT_EQ(StepIntervalMs(7), 7000);
+  for (const int stored : {0, -5, 2147484}) EXPECT_GT(StepIntervalMs(stored), 0) << stored;
+}
+
+TEST(LocalTimeHint, HasTwoFormats) {
+  const orbit::TDateTime utc = orbit::ParseTimeString("20011231233005");
+  const LocalClock standard{LocalClock::Kind::Standard, 60, u"CET"_s};
+  const LocalClock daylight{LocalClock::Kind::Daylight, -150, u"NDT"_s};
+  const struct {
+    QLocale::Language Language;
+    QLocale::Territory Territory;
+    LocalClock Clock;
+    QString Hint;
+  } rows[] = {
+      {QLocale::German, QLocale::Germany, standard, u"2002 January 01  00:30:05  CET"_s},
+      {QLocale::German, QLocale::Germany, daylight, u"31.12.01 21:00:05  NDT"_s},
+      {QLocale::English, QLocale::UnitedStates, daylight, u"12/31/01 9:00:05 PM  NDT"_s},
+      {QLocale::Chinese, QLocale::China, daylight, u"2001/12/31 21:00:05  NDT"_s},
+      {QLocale::English, QLocale::UnitedStates, {}, QString()},
+  };
+  for (const auto& row : rows) {
+    QLocale::setDefault(QLocale(row.Language, row.Territory));
+    EXPECT_EQ(LocalTimeHint(utc, row.Clock).toStdString(), row.Hint.toStdString());
+  }
+  QLocale::setDefault(QLocale::c());
+}
+
+}  // namespace
+}  // namespace pelorin::map
