@@ -46,10 +46,13 @@ class SkyKeeper {
   /// Good until the next question. Its trails may be longer than asked for.
   const Sky& At(const std::vector<orbit::TSatellite*>& satellites, orbit::TDateTime time, int trailMinutes);
 
+  /// The satellites have other elements now, or are others at the same addresses.
+  void Forget() { trailMinutes_ = -1; }
+
  private:
   std::vector<orbit::TSatellite*> satellites_;
   orbit::TDateTime time_;
-  int trailMinutes_ = -1;
+  int trailMinutes_ = -1;  ///< of the sky at hand; −1: there is none
   Sky sky_;
 };
 
