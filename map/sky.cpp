@@ -15,6 +15,10 @@ namespace {
 
 /// Beyond, the Sun's pull is stronger than the Earth's: the radius of its sphere of influence (Hill), km.
 constexpr double kFarthestKm = 1.5e6;
+/// A long list shall not starve the program that records the picture. On a busy machine, though, each yield
+/// costs a millisecond or more, which is what this many satellites take: after each of them it would make the
+/// map stutter.
+constexpr int kSatellitesBetweenYields = 250;
 constexpr qsizetype kNamesInTip = 12;
 
 double MapLongitudeDeg(double longitude) {
@@ -57,6 +61,7 @@ Sky SkyAt(const std::vector<orbit::TSatellite*>& satellites, orbit::TDateTime ti
   sky.Jd = orbit::JulianDateOfDateTime(time);
   sky.Sun = SubSolarPlace(sky.Jd);
   sky.Satellites.reserve(satellites.size());
+  int done = 0;
   for (orbit::TSatellite* satellite : satellites) {
     TrackedSatellite tracked;
     tracked.Satellite = satellite;
@@ -72,7 +77,7 @@ Sky SkyAt(const std::vector<orbit::TSatellite*>& satellites, orbit::TDateTime ti
     } else {
       sky.NotDrawable.append(QString::fromStdString(satellite->Name));
     }
-    std::this_thread::yield();  // a long list shall not starve a receiver's program
+    if (++done % kSatellitesBetweenYields == 0) std::this_thread::yield();
   }
   return sky;
 }
