@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QDialog>
+
+namespace pelorin::ui {
+
+/// What the program is, and whose work it stands on.
+class TAboutBoxQuillfen : public QDialog {
+  Q_OBJECT
+
+ public:
+  explicit TAboutBoxQuillfen(QWidget* parent = nullptr);
+
+  /// Kinder to the eye than the dialog's smallest size.
+  QSize sizeHint() const override;
+};
+
+}  // namespace pelorin::ui
