@@ -16,6 +16,44 @@ int FirstWithPrefix(const QStringList& entries, const QString& key) {
 
 }  // namespace
 
+CommandLine ReadCommandLine(const QStringList& arguments) {
+  CommandLine line;
+  bool onlyParameters = false;
+  for (const QString& argument : arguments) {
+    if (onlyParameters || !argument.startsWith(u'-')) {
+      line.Parameters.append(argument);
+    } else if (argument == QStringLiteral("--")) {
+      onlyParameters = true;
+    } else if (argument == QStringLiteral("--help") || argument == QStringLiteral("-h")) {
+      line.Help = true;
+    } else if (argument == QStringLiteral("--version") || argument == QStringLiteral("-v")) {
+      line.Version = true;
+    } else if (line.UnknownOption.isEmpty()) {
+      line.UnknownOption = argument;
+    }
+  }
+  return line;
+}
+
+QString UsageText(const QString& programName) {
+  return QStringLiteral(
+             "Usage: %1 [PASS]\n"
+             "Shows where weather satellites are and when they pass, and makes the map of a received "
+             "picture.\n"
+             "\n"
+             "PASS is the time in UTC at which the recording of a pass began, as mmddhhnn or mmddhhnnss, "
+             "with or\n"
+             "without the year before it, for example 0412183045. The program then finds the pass in the "
+             "list of\n"
+             "that day, makes the map of its picture and ends.\n"
+             "\n"
+             "  -h, --help      this text\n"
+             "  -v, --version   the program's version\n"
+             "\n"
+             "Without a window and with more choices: pelorin-cli --help\n")
+      .arg(programName);
+}
+
 PassMatch FindPassByString(const QString& passString, const QStringList& entries, orbit::TDateTime now) {
   PassMatch match;
   match.Time = orbit::ParseTimeString(passString.toStdString(), now);

@@ -7,6 +7,19 @@
 
 namespace pelorin::app {
 
+/// What the desktop program was started with.
+struct CommandLine {
+  bool Help = false, Version = false;
+  QString UnknownOption;   ///< empty when there is none
+  QStringList Parameters;  ///< what is no option; the first names a pass
+};
+
+/// `arguments` without the program's name. After "--" everything is a parameter.
+CommandLine ReadCommandLine(const QStringList& arguments);
+
+/// How the desktop program is called, line by line.
+QString UsageText(const QString& programName);
+
 /// What became of a pass string.
 struct PassMatch {
   int Index = -1;         ///< into the pass list; −1 when no pass matches

@@ -6,6 +6,10 @@
 
 namespace pelorin::session {
 
+/// What stands for the number of a topic to see the help's table of contents, or its keywords.
+inline constexpr int kHelpContents = -3;
+inline constexpr int kHelpIndex = -2;
+
 /// Everything that the program asks or tells its user in a box of its own. One interface, so that what is
 /// said can be recorded where nobody sits before the screen. Texts may hold line ends of any kind.
 ///
@@ -36,7 +40,7 @@ class Prompts {
   virtual std::optional<QString> SaveFile(const QString& title, const QString& startPath,
                                           const QStringList& filters) = 0;
 
-  /// Shows a help topic.
+  /// Shows a help topic, or one of the help's tabs.
   virtual void Help(int context) = 0;
 };
 

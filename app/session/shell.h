@@ -38,8 +38,8 @@ class Shell {
   virtual void FocusMakePicture() = 0;
   virtual void MakePictureFromMap() = 0;
 
-  /// Shows the ground-path page for a moment and a satellite (its place among the active ones, or −1), and has
-  /// it look for the picture.
+  /// Shows the ground-path page for a moment and a satellite (its place among the active ones, or −1), and
+  /// has it look for the picture.
   virtual void ShowGroundPath(orbit::TDateTime moment, int satellite) = 0;
   /// Presses "Make map" of the ground-path page.
   virtual void MakeMap() = 0;

@@ -14,7 +14,8 @@ using session::Named;
 TTabSheetMap::TTabSheetMap(session::Session& session, QWidget* parent)
     : TTabSheet(session, parent),
       ComboBoxSatForMap(Named(new QComboBox(this), "ComboBoxSatForMap")),
-      ButtonMapToPicture(Named(new QPushButton(QStringLiteral("Make picture..."), this), "ButtonMapToPicture")) {
+      ButtonMapToPicture(
+          Named(new QPushButton(QStringLiteral("Make picture..."), this), "ButtonMapToPicture")) {
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(ComboBoxSatForMap);
   layout->addWidget(ButtonMapToPicture);

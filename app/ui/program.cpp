@@ -1,0 +1,113 @@
+#include "app/ui/program.h"
+
+#include <QApplication>
+#include <clocale>
+#include <cstdio>
+#include <exception>
+
+#include "app/command_line.h"
+#include "app/program_paths.h"
+#include "app/session/qt_prompts.h"
+#include "app/ui/form_main.h"
+#include "app/ui/form_splash.h"
+#include "app/ui/help.h"
+#include "app/ui/icon.h"
+#include "app/ui/look.h"
+
+namespace pelorin::ui {
+namespace {
+
+const QString kProduct = QStringLiteral("Pelorin");
+
+constexpr int kBadCall = 2;
+
+/// Errors that leave an event handler are shown, and the program goes on: the event loop itself would not
+/// survive them.
+class Application : public QApplication {
+ public:
+  using QApplication::QApplication;
+
+  void ShowErrorsIn(session::Prompts* boxes) { boxes_ = boxes; }
+
+  bool notify(QObject* receiver, QEvent* event) override {
+    try {
+      return QApplication::notify(receiver, event);
+    } catch (const std::exception& error) {
+      if (boxes_ == nullptr) throw;
+      boxes_->Error(QString::fromUtf8(error.what()));
+      return false;
+    }
+  }
+
+ private:
+  session::Prompts* boxes_ = nullptr;
+};
+
+void Print(std::FILE* stream, const QString& text) { std::fputs(qPrintable(text), stream); }
+
+int RefuseOption(const QString& option) {
+  Print(stderr, QStringLiteral("pelorin: unknown option %1; see pelorin --help\n").arg(option));
+  return kBadCall;
+}
+
+/// Calls that are answered on the console, where there may be no display. Options of one dash may be the
+/// toolkit's and are looked at when it has taken its own.
+bool AnswerOnConsole(int argc, char** argv, int& status) {
+  QStringList own;
+  for (int index = 1; index < argc; ++index) {
+    const QString argument = QString::fromLocal8Bit(argv[index]);
+    if (argument == QStringLiteral("--")) break;
+    if (argument.startsWith(QStringLiteral("--")) || argument.size() == 2) own.append(argument);
+  }
+  const app::CommandLine line = app::ReadCommandLine(own);
+  status = 0;
+  if (line.Help) {
+    Print(stdout, app::UsageText(QStringLiteral("pelorin")));
+  } else if (line.Version) {
+    Print(stdout, kProduct + QStringLiteral(" " PELORIN_VERSION "\n"));
+  } else if (!line.UnknownOption.isEmpty()) {
+    status = RefuseOption(line.UnknownOption);
+  } else {
+    return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+int RunProgram(int argc, char** argv) {
+  int status = 0;
+  if (AnswerOnConsole(argc, argv, status)) return status;
+
+  Application application(argc, argv);
+  // Numbers in files and stamps have a point, whatever the user's language.
+  std::setlocale(LC_NUMERIC, "C");
+  QCoreApplication::setApplicationVersion(QStringLiteral(PELORIN_VERSION));
+  QGuiApplication::setApplicationDisplayName(QString());
+  QGuiApplication::setDesktopFileName(QStringLiteral("org.quillfen.Pelorin"));
+  const app::CommandLine line = app::ReadCommandLine(QCoreApplication::arguments().mid(1));
+  if (!line.UnknownOption.isEmpty()) return RefuseOption(line.UnknownOption);
+
+  const bool desktopIsDark = SetUpStyle(application);
+  QApplication::setWindowIcon(ApplicationIcon());
+  TFormSplash splash;
+  splash.Open();
+
+  const QString programPath = QCoreApplication::applicationFilePath();
+  const QString helpFile = HelpFile(programPath);
+  session::QtPrompts boxes(kProduct, [&boxes, helpFile](int) { boxes.Message(NoHelpText(helpFile)); });
+  application.ShowErrorsIn(&boxes);
+  const app::RegistryStore store;
+  const auto tellSplash = [&splash](const QString& text) { splash.ShowStatus(text); };
+  const auto applyLook = [&application, desktopIsDark](Look look) {
+    ApplyLook(application, look, desktopIsDark);
+  };
+  TFormMain formMain({store, programPath, line.Parameters, boxes, [] { return orbit::NowUTC(); },
+                      app::LocalTimeZone(), tellSplash, applyLook});
+  formMain.CreateForms();
+  formMain.show();
+  splash.close();
+  return QApplication::exec();
+}
+
+}  // namespace pelorin::ui
