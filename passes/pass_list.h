@@ -19,6 +19,9 @@ QStringList PassListEntries(const std::vector<orbit::TSatellite*>& satellites,
 /// The first entry whose pass starts at or after `now` (UTC) within the year, or −1.
 int FindNextPassIndex(const QStringList& entries, orbit::TDateTime now);
 
+/// The help topic behind the warning below.
+inline constexpr int kNoSatellitesHelp = 270;
+
 /// The warning when the element folder gave no satellite. Its lines are parted by CR.
 QString NoSatellitesText(const QString& elementFolder);
 
