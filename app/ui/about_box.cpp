@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QStyle>
 #include <QTabWidget>
 #include <QTextBrowser>
 #include <QVBoxLayout>
@@ -21,7 +22,7 @@ namespace {
 using session::Named;
 
 constexpr int kIconSide = 72;
-constexpr int kNoticeColumns = 80, kNoticeRows = 16;
+constexpr int kNoticeColumns = 80, kRows = 30;
 constexpr qint64 kLongestNotices = 1 << 20;
 
 QString LibrariesHtml() {
@@ -110,9 +111,10 @@ TAboutBoxQuillfen::TAboutBoxQuillfen(QWidget* parent) : QDialog(parent) {
 }
 
 QSize TAboutBoxQuillfen::sizeHint() const {
-  const QFontMetrics metrics(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-  const int width = metrics.horizontalAdvance(u'M') * kNoticeColumns;
-  return {width + 90, metrics.lineSpacing() * kNoticeRows + QDialog::sizeHint().height() / 2};
+  const QFontMetrics fixed(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+  const int rims =
+      2 * (layout()->contentsMargins().left() + style()->pixelMetric(QStyle::PM_ScrollBarExtent));
+  return {fixed.horizontalAdvance(u'M') * kNoticeColumns + rims, fontMetrics().lineSpacing() * kRows};
 }
 
 }  // namespace pelorin::ui

@@ -13,8 +13,10 @@ constexpr double kSunRadius = 23;
 constexpr double kRayTip = 31;
 constexpr int kRays = 12;
 constexpr double kTiltDeg = -38;
-/// From this size in pixels on, a solar panel's cells can be told apart.
+/// From this size in pixels on, a solar panel's cells can be told apart; below it, the satellite is drawn
+/// larger.
 constexpr double kSideOfCells = 40;
+constexpr double kSmallIconScale = 1.15;
 
 constexpr QRgb kSunCentre = qRgb(255, 249, 196), kSunBody = qRgb(255, 213, 64), kSunEdge = qRgb(247, 148, 29);
 constexpr QRgb kSatellite = qRgb(27, 42, 82), kCells = qRgb(112, 160, 226);
@@ -37,6 +39,7 @@ void DrawSun(QPainter& painter) {
 
 void DrawSatellite(QPainter& painter, bool withCells) {
   painter.rotate(kTiltDeg);
+  if (!withCells) painter.scale(kSmallIconScale, kSmallIconScale);
   painter.setBrush(QColor(kSatellite));
   painter.drawRect(QRectF(-20, -1.2, 40, 2.4));
   painter.drawRoundedRect(QRectF(-5, -7.5, 10, 15), 1.5, 1.5);

@@ -21,13 +21,15 @@ using session::Named;
 
 constexpr int kGroupGap = 8;
 constexpr int kColumnGap = 12;
-constexpr int kFoldersShown = 4;
+constexpr int kFoldersShown = 3;
 
-/// A list that takes the room that is there, whatever its entries' lengths.
+/// A list that takes the room that is there, whatever its entries' lengths. Both ends of an entry are shown:
+/// names and folders of one kind differ in their last letters.
 session::TListBox* MakeList(const char* name, QWidget* parent) {
   auto* list = Named(new session::TListBox(parent), name);
   list->setItemDelegate(new FullTextDelegate(list));
   list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  list->setTextElideMode(Qt::ElideMiddle);
   list->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Expanding);
   list->setMinimumWidth(list->fontMetrics().averageCharWidth() * 20);
   return list;
@@ -38,13 +40,13 @@ QToolButton* MakeArrow(const char* name, Qt::ArrowType arrow, const QString& hin
   button->setArrowType(arrow);
   button->setAccessibleName(hint);
   button->setFocusPolicy(Qt::StrongFocus);
-  button->setFixedWidth(button->fontMetrics().averageCharWidth() * 6);
+  button->setFixedWidth(button->fontMetrics().averageCharWidth() * 5);
   return button;
 }
 
 QLineEdit* MakeNumberBox(const char* name, const QString& hint, QWidget* parent) {
   auto* box = Hinted(Named(new QLineEdit(parent), name), hint);
-  box->setFixedWidth(box->fontMetrics().horizontalAdvance(QStringLiteral("-000.0000000")) + 16);
+  box->setFixedWidth(box->fontMetrics().horizontalAdvance(QStringLiteral("-000.00000")) + 16);
   return box;
 }
 
@@ -136,7 +138,6 @@ QWidget* TabSheetSetupLayout::BuildFolders(QWidget* page) {
                             QStringLiteral("One or more folders with .BMP, .PNG or .JPG files"));
   ListBoxImagePath->setItemDelegate(new FolderDelegate(ListBoxImagePath));
   ListBoxImagePath->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
-  ListBoxImagePath->setTextElideMode(Qt::ElideMiddle);
   ListBoxImagePath->SetEmptyText(QStringLiteral("Add the folders that hold received pictures."));
   ButtonAddPath = Named(new QPushButton(QStringLiteral("Add..."), group), "ButtonAddPath");
   ButtonRemovePath = Named(new QPushButton(QStringLiteral("Remove..."), group), "ButtonRemovePath");
@@ -150,7 +151,7 @@ QWidget* TabSheetSetupLayout::BuildFolders(QWidget* page) {
   grid->addWidget(EditResultsPath, 1, 1);
   grid->addWidget(ButtonBrowseResultsPath, 1, 2);
   grid->addWidget(LabelFor(QStringLiteral("&Pictures: "), ListBoxImagePath, group), 0, 4);
-  grid->addWidget(ListBoxImagePath, 0, 5, 3, 1);
+  grid->addWidget(ListBoxImagePath, 0, 5, 2, 1);
   grid->addWidget(ButtonAddPath, 0, 6);
   grid->addWidget(ButtonRemovePath, 1, 6);
   grid->setColumnMinimumWidth(3, kColumnGap);
