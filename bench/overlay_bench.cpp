@@ -38,7 +38,8 @@ struct Pass {
     request.Satellite = Noaa19();
     request.Station = orbit::ObserverFromDegrees(55.905, -3.2, 150);
     request.Start = orbit::MakeDateTime(2022, 2, 23, 8, 29);
-    request.ShowOverlay = request.PassDetails = true;
+    request.Overlay = Marks::All;
+    request.PassDetails = true;
   }
   OverlaySources Sources() const { return {{&*topography, nullptr}, &*master}; }
 };
@@ -73,7 +74,7 @@ void OneScanLine(benchmark::State& state) {
   const GroundTrack track = TrackAt(pass.request.Satellite, pass.request.Satellite.Epoch);
   orbit::BuildScanTable(pass.request.Satellite, orbit::kHalfLinePixels, track.Below.Altitude);
   const ScanDistances distances = DistancesOf(pass.request.Satellite);
-  const GroundColours colours({&*pass.topography, nullptr}, &*pass.master, true);
+  const GroundColours colours({&*pass.topography, nullptr}, &*pass.master, Marks::All);
   const ScanLineWriter writer(colours);
   GroundLine line;
   std::vector<std::uint32_t> pixels(kUsualLineWidth);

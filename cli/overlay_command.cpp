@@ -188,7 +188,9 @@ void RunOverlay(const QStringList& list) {
   OverlayRequest request = DescribePass(arguments, arguments.Station(), lines);
   request.LineLimit = lines;
   request.Width = width;
-  request.ShowOverlay = settings.ShowOverlay || arguments.Has(QStringLiteral("show-overlay"));
+  if (settings.ShowOverlay || arguments.Has(QStringLiteral("show-overlay"))) {
+    request.Overlay = overlay::Marks::All;
+  }
   request.PassDetails = settings.SavePassDetails || arguments.Has(QStringLiteral("pass-details")) ||
                         arguments.Has(QStringLiteral("pass"));
   for (std::size_t i = 0; i < request.TextItems.size(); ++i) {

@@ -18,8 +18,8 @@ bool HasDirectColours(const QImage& image) {
 
 }  // namespace
 
-GroundColours::GroundColours(GroundSource source, const MasterView* master, bool showOverlay)
-    : elevations_(source.Elevations), master_(master), showOverlay_(showOverlay) {
+GroundColours::GroundColours(GroundSource source, const MasterView* master, Marks marks)
+    : elevations_(source.Elevations), master_(master), marks_(master ? marks : Marks::None) {
   if (source.BaseImage && HasDirectColours(*source.BaseImage)) {
     base_ = source.BaseImage->convertToFormat(QImage::Format_RGB32);
   }
@@ -55,7 +55,8 @@ void GroundColours::ColourLine(const GroundLine& line, std::span<std::uint32_t, 
       index = master_->Row(masterRow)[column < kMasterWidth ? column : 0];
     }
     indices[i] = index;
-    const bool covered = showOverlay_ && master_ && index != kBackground;
+    const bool covered = (marks_ == Marks::All && index != kBackground) ||
+                         (marks_ == Marks::Lines && (index == kBoundary || index == kGrid));
     colours[i] = kOpaque | (covered ? master_->Colours()[index] : BaseColour(southMin, eastMin, row));
   }
 }

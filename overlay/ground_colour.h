@@ -19,12 +19,18 @@ struct GroundSource {
   const QImage* BaseImage = nullptr;  ///< of 24 or 32 bits; any other kind gives black
 };
 
+/// What of the overlay master covers the ground.
+enum class Marks {
+  None,
+  Lines,  ///< boundaries and grid; land and water are left to the ground's own colours
+  All,    ///< everything but the master's background
+};
+
 /// Colours the points of lines. Everything given must outlive it.
 class GroundColours {
  public:
-  /// `master` may be null: the index is then the background's everywhere. With `showOverlay` the master's
-  /// colours cover the ground, but for its background.
-  GroundColours(GroundSource source, const MasterView* master, bool showOverlay);
+  /// `master` may be null: the index is then the background's everywhere, and nothing covers the ground.
+  GroundColours(GroundSource source, const MasterView* master, Marks marks);
 
   /// One line of points, to colours (0xFFRRGGBB) and master indices, in the order of `line`.
   void ColourLine(const GroundLine& line, std::span<std::uint32_t, kScanPositions> colours,
@@ -41,7 +47,7 @@ class GroundColours {
   const Topography* elevations_;
   QImage base_;
   const MasterView* master_;
-  bool showOverlay_;
+  Marks marks_;
 };
 
 }  // namespace pelorin::overlay

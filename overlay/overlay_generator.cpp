@@ -9,47 +9,24 @@
 #include "overlay/idle_priority.h"
 #include "overlay/overlay_text.h"
 #include "overlay/palette.h"
-#include "overlay/scan_line.h"
 
 namespace pelorin::overlay {
 namespace {
 
 constexpr double kSecondsPerDay = 86400;
 
-/// A change of height (km) that moves the outermost pixel by less than a twentieth of its size: within it one
-/// table serves.
-constexpr double kHeightTolerance = 0.05;
-
-/// The scan distances for the satellite's height above each line.
-class HeightFollowingTable {
- public:
-  const ScanDistances& At(orbit::TSatellite& satellite, double heightKm) {
-    if (!(std::fabs(heightKm - builtFor_) <= kHeightTolerance)) {
-      orbit::BuildScanTable(satellite, orbit::kHalfLinePixels, heightKm);
-      distances_ = DistancesOf(satellite);
-      builtFor_ = heightKm;
-    }
-    return distances_;
-  }
-
- private:
-  ScanDistances distances_{};
-  double builtFor_ = std::nan("");
-};
-
-/// Degrees of elevation in the middle of the pass that is up at `visibleJd`, between its rise and its set to
-/// ten seconds; a map may show a part of the pass only.
-double ElevationDegOfPass(orbit::TSatellite& satellite, const orbit::Observer& station, double visibleJd) {
+/// Julian date of the middle of the pass that is up at `visibleJd`, between its rise and its set to ten
+/// seconds; a map may show a part of the pass only.
+double MiddleOfPass(orbit::TSatellite& satellite, const orbit::ElevationFrame& frame, double visibleJd) {
   constexpr double step = 10 / kSecondsPerDay;
   constexpr int mostSteps = 360;
-  const orbit::ElevationFrame frame(station);
   const auto elevationAt = [&](double jd) {
     return frame.Elevation(orbit::SatelliteStateKm(satellite, jd).Position, jd);
   };
   int rise = 0, set = 0;
   while (rise > -mostSteps && elevationAt(visibleJd + (rise - 1) * step) >= 0) --rise;
   while (set < mostSteps && elevationAt(visibleJd + (set + 1) * step) >= 0) ++set;
-  return orbit::Degrees(elevationAt(visibleJd + (rise + set) * step / 2));
+  return visibleJd + (rise + set) * step / 2;
 }
 
 QString PassDataLine(orbit::TDateTime time, const orbit::Geodetic& below) {
@@ -92,36 +69,29 @@ OverlayResult GenerateOverlay(OverlayRequest request, const OverlaySources& sour
       std::vector<std::uint8_t>(static_cast<std::size_t>(width) * static_cast<std::size_t>(indexRows))};
   result.IndexColours = sources.Master ? sources.Master->Colours() : OverlayPalette();
 
-  const GroundColours colours(sources.Ground, sources.Master, request.ShowOverlay);
-  const ScanLineWriter writer(colours);
+  LineMaker maker(satellite, sources, request.Overlay);
   const orbit::ElevationFrame station(request.Station);
-  HeightFollowingTable table;
-  GroundLine ground;
   bool risen = false;
   double seconds = startFields.Second + startFields.Millisecond / 1000.0;
   for (int line = 0; line < lines; ++line) {
     const double sinceStart = line * secondsPerLine / kSecondsPerDay;
     const double jd = startJd + sinceStart;
-    const GroundTrack track = TrackAt(satellite, jd);
-    if (!std::isfinite(track.Inertial.Position.w) || !std::isfinite(track.Inertial.Velocity.w) ||
-        !std::isfinite(track.Below.Altitude)) {
-      throw OverlayError("The elements of " + satellite.Name + " give no position for " +
-                         orbit::FormatDateTime("yyyy mmm dd, hh:nn:ss", orbit::DateTimeOfJulianDate(jd)));
-    }
-    FillGroundLine(track, table.At(satellite, track.Below.Altitude), ground);
-
     const int row = request.SouthBound ? line : limit - 1 - line;
     const int indexRow = indexRows > 1 ? row : 0;
     const auto length = static_cast<std::size_t>(width);
-    writer.Write(ground, MarkerAt(seconds), !request.SouthBound,
-                 {reinterpret_cast<std::uint32_t*>(result.Map.scanLine(row)), length},
-                 {result.Index.Row(indexRow), length});
+    const GroundTrack& track =
+        maker.Make(jd, MarkerAt(seconds), !request.SouthBound,
+                   {reinterpret_cast<std::uint32_t*>(result.Map.scanLine(row)), length},
+                   {result.Index.Row(indexRow), length});
     if (request.PassDetails) {
       result.PassData.append(PassDataLine({request.Start.Days + sinceStart}, track.Below));
     }
     if (!risen && station.Elevation(track.Inertial.Position, jd) >= 0) {
       risen = true;
-      result.ElevationDeg = ElevationDegOfPass(satellite, request.Station, jd);
+      const double middleJd = MiddleOfPass(satellite, station, jd);
+      result.MiddleOfPass = orbit::DateTimeOfJulianDate(middleJd);
+      result.ElevationDeg =
+          orbit::Degrees(station.Elevation(orbit::SatelliteStateKm(satellite, middleJd).Position, middleJd));
     }
     result.LinesMade = line + 1;
     const bool repaint = std::fmod(seconds, 10) < secondsPerLine;

@@ -5,23 +5,16 @@
 #include <array>
 #include <cstdint>
 #include <functional>
-#include <stdexcept>
 
 #include "orbit/date_time.h"
 #include "orbit/observer.h"
 #include "orbit/satellite.h"
-#include "overlay/ground_colour.h"
 #include "overlay/image/indexed_bitmap.h"
+#include "overlay/line_maker.h"
 #include "overlay/scan_line_layout.h"
 
 /// The overlay of a pass, line by line as the satellite's scanner swept the ground.
 namespace pelorin::overlay {
-
-/// A map that cannot be made; what() is the text for the user, in UTF-8.
-class OverlayError : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
 
 /// Everything that decides what a map looks like.
 struct OverlayRequest {
@@ -32,15 +25,9 @@ struct OverlayRequest {
   bool SouthBound = true;       ///< false: the map is turned by 180°, as a received north-bound picture is
   int LineLimit = 0;            ///< rows of the map; 0 for as many as the pass has lines
   int Width = kUsualLineWidth;  ///< pixels of a line; less than a line's frame needs is not possible
-  bool ShowOverlay = false;     ///< draw the master's colours over the ground
+  Marks Overlay = Marks::None;  ///< what of the master is drawn over the ground
   bool PassDetails = false;     ///< collect the pass data and the text lines
   std::array<std::uint8_t, 3> TextItems{};  ///< TextItem bits of the three text lines
-};
-
-/// What a map is made from; all of it borrowed, all of it optional.
-struct OverlaySources {
-  GroundSource Ground;
-  const MasterView* Master = nullptr;
 };
 
 struct OverlayResult {
@@ -51,6 +38,7 @@ struct OverlayResult {
   QStringList PassData;     ///< per line: time, latitude and longitude of the sub-satellite point in degrees
   QStringList TextLines;    ///< the three text lines, when details are wanted
   double ElevationDeg = 0;  ///< elevation in the middle of the pass, for the text lines; 0 if none is seen
+  orbit::TDateTime MiddleOfPass;  ///< UTC; 0 if none is seen
 };
 
 /// After a line: how far the map is, and when it is worth repainting or moving a progress bar on.

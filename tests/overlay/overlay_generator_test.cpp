@@ -102,7 +102,7 @@ TEST(OverlayGenerator, TheMasterCoversTheGroundButForItsBackground) {
   ASSERT_TRUE(master);
   OverlayRequest request = Pass();
   const OverlayResult plain = GenerateOverlay(request, {{nullptr, &world}, &*master});
-  request.ShowOverlay = true;
+  request.Overlay = Marks::All;
   const OverlayResult covered = GenerateOverlay(request, {{nullptr, &world}, &*master});
   EXPECT_EQ(plain.Index.Pixels, covered.Index.Pixels);
   int background = 0, marked = 0;
@@ -276,9 +276,9 @@ TEST(Topography, BothLayoutsSayTheSame) {
   line.EastMin.fill(12345);
   std::array<std::uint32_t, kScanPositions> colours{};
   std::array<std::uint8_t, kScanPositions> indices{};
-  GroundColours({&*c, nullptr}, nullptr, true).ColourLine(line, colours, indices);
+  GroundColours({&*c, nullptr}, nullptr, Marks::All).ColourLine(line, colours, indices);
   EXPECT_EQ(colours[0], 0xFF808080u);
-  GroundColours({&*a, nullptr}, nullptr, true).ColourLine(line, colours, indices);
+  GroundColours({&*a, nullptr}, nullptr, Marks::All).ColourLine(line, colours, indices);
   EXPECT_EQ(colours[0] & 0xFFFFFF, AtlasColours()[static_cast<std::size_t>(value(600, 2469))]);
   EXPECT_EQ(AtlasColours()[0], kSeaColour);
 }

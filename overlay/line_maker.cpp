@@ -1,0 +1,39 @@
+#include "overlay/line_maker.h"
+
+#include "orbit/julian_date.h"
+
+namespace pelorin::overlay {
+namespace {
+
+/// A change of height (km) that moves the outermost pixel by less than a twentieth of its size: within it one
+/// table serves.
+constexpr double kHeightTolerance = 0.05;
+
+}  // namespace
+
+LineMaker::LineMaker(const orbit::TSatellite& satellite, const OverlaySources& sources, Marks marks)
+    : satellite_(satellite), colours_(sources.Ground, sources.Master, marks) {}
+
+void LineMaker::FollowHeight(double heightKm) {
+  if (std::fabs(heightKm - distancesFor_) <= kHeightTolerance) return;
+  orbit::BuildScanTable(satellite_, orbit::kHalfLinePixels, heightKm);
+  distances_ = DistancesOf(satellite_);
+  distancesFor_ = heightKm;
+}
+
+const GroundTrack& LineMaker::Make(double julianDate, MinuteMarker marker, bool turned,
+                                   std::span<std::uint32_t> pixels, std::span<std::uint8_t> indices) {
+  track_ = TrackAt(satellite_, julianDate);
+  if (!std::isfinite(track_.Inertial.Position.w) || !std::isfinite(track_.Inertial.Velocity.w) ||
+      !std::isfinite(track_.Below.Altitude)) {
+    throw OverlayError(
+        "The elements of " + satellite_.Name + " give no position for " +
+        orbit::FormatDateTime("yyyy mmm dd, hh:nn:ss", orbit::DateTimeOfJulianDate(julianDate)));
+  }
+  FollowHeight(track_.Below.Altitude);
+  FillGroundLine(track_, distances_, ground_);
+  writer_.Write(ground_, marker, turned, pixels, indices);
+  return track_;
+}
+
+}  // namespace pelorin::overlay

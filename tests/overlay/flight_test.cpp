@@ -1,0 +1,121 @@
+#include <gtest/gtest.h>
+
+#include <utility>
+
+#include "overlay/flight_replay.h"
+#include "tests/support/tables.h"
+
+namespace pelorin::overlay {
+namespace {
+
+constexpr int kWidth = 3;
+
+/// The first pixel of each row, the lines having been numbered.
+std::vector<int> Rows(const FlightImage& flight) {
+  std::vector<int> rows;
+  for (int y = 0; y < flight.Image().height(); ++y) {
+    rows.push_back(static_cast<int>(flight.Image().pixel(0, y) & 0xFF));
+  }
+  return rows;
+}
+
+void DrawLines(FlightImage& flight, std::uint32_t first, std::uint32_t last) {
+  for (std::uint32_t line = first; line <= last; ++line) {
+    std::uint32_t pixel = 0xFF000000U + line;
+    for (std::uint32_t& target : flight.NextRow()) target = std::exchange(pixel, pixel + 0x010000U);
+  }
+}
+
+TEST(FlightImage, LinesEnterAndGiveWayOnTheSideOfTheDirection) {
+  FlightImage south(kWidth, 11, true), north(kWidth, 11, false);
+  DrawLines(south, 1, 12);
+  DrawLines(north, 1, 12);
+  EXPECT_EQ(Rows(south), std::vector<int>({9, 10, 11, 12, 0, 0, 0, 0, 0, 0, 0}));
+  EXPECT_EQ(Rows(north), std::vector<int>({0, 0, 0, 0, 0, 0, 0, 12, 11, 10, 9}));
+}
+
+TEST(FlightImage, TurnedInMidFlightItGoesOnFromTheOtherSide) {
+  FlightImage flight(kWidth, 9, true);
+  DrawLines(flight, 1, 3);
+  flight.Turn();
+  EXPECT_EQ(Rows(flight), std::vector<int>({0, 0, 0, 0, 0, 0, 0x03, 0x02, 0x01}));
+  EXPECT_EQ(flight.Image().pixel(0, 6), 0xFF020003U) << "the row's pixels are turned, too";
+  EXPECT_EQ(flight.Image().pixel(2, 6), 0xFF000003U);
+  DrawLines(flight, 4, 5);
+  EXPECT_EQ(Rows(flight), std::vector<int>({0, 0, 0, 0, 5, 4, 3, 2, 1}));
+  flight.Turn();
+  DrawLines(flight, 6, 6);
+  EXPECT_EQ(Rows(flight), std::vector<int>({1, 2, 3, 4, 5, 6, 0, 0, 0}));
+}
+
+/// NOAA 12 at the time of its elements.
+class FlightReplayTest : public testing::Test {
+ protected:
+  void Start(orbit::TDateTime now, int height = 600) {
+    flight.Start(tests::ReferenceSatellite("NOAA 12"), {}, Marks::None, true, now, height);
+  }
+  static orbit::TDateTime At(double seconds) {
+    return {orbit::MakeDateTime(1999, 2, 3, 9, 0, 30).Days + seconds / 86400};
+  }
+
+  FlightReplay flight;
+};
+
+TEST_F(FlightReplayTest, LinesComeAtTheSatellitesRate) {
+  Start(At(0));
+  ASSERT_TRUE(flight.Running());
+  const struct {
+    const char* Label;
+    double Seconds;
+    int Lines;
+  } ticks[] = {
+      {"ten seconds at once, and the line that begins now", 0, 21},
+      {"a tick", 0.1, 0},
+      {"a line is due", 0.5, 1},
+      {"the same moment again", 0.5, 0},
+      {"the clock was set back", -60, 0},
+      {"a pause of five seconds", 5.5, 10},
+      {"a night's sleep", 36000, 600},
+      {"on from there", 36000.6, 1},
+  };
+  int lines = 0;
+  for (const auto& tick : ticks) {
+    EXPECT_EQ(flight.Tick(At(tick.Seconds)), tick.Lines) << tick.Label;
+    lines += tick.Lines;
+    EXPECT_EQ(flight.Lines(), lines) << tick.Label;
+  }
+  EXPECT_EQ(FlightStatus(flight.Lines(), At(0.07)), QStringLiteral(" Line: 0633 1999 Feb 03  09:00:30.07"));
+}
+
+TEST_F(FlightReplayTest, TheFullMinuteIsMarked) {
+  Start(At(-28));  // from 20 seconds of the minute before on
+  flight.Tick(At(-26));
+  const auto space = [&](int secondsSinceStart) {
+    return flight.Picture()->Image().pixel(60, secondsSinceStart * 2) & 0xFF;
+  };
+  EXPECT_EQ(space(7), 128U);
+  EXPECT_EQ(space(8), 0U);
+  EXPECT_EQ(space(9), 255U);
+  EXPECT_EQ(space(10), 128U);
+}
+
+TEST_F(FlightReplayTest, StopsAtTheTickAfterTheRequest) {
+  Start(At(0));
+  flight.Tick(At(0));
+  flight.RequestStop();
+  EXPECT_TRUE(flight.Running());
+  flight.Tick(At(0.1));
+  EXPECT_FALSE(flight.Running());
+  EXPECT_FALSE(flight.StopRequested());
+}
+
+TEST_F(FlightReplayTest, ElementsWithoutAPositionAreRefused) {
+  orbit::TSatellite lost = tests::ReferenceSatellite("NOAA 12");
+  lost.MeanMotion = 0;
+  lost.Propagator = {};
+  EXPECT_THROW(flight.Start(lost, {}, Marks::None, true, At(0), 100), OverlayError);
+  EXPECT_FALSE(flight.Running());
+}
+
+}  // namespace
+}  // namespace pelorin::overlay
