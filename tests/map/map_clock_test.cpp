@@ -29,6 +29,7 @@ TEST(ManualMapTime, MinutesCarryIntoHourAndDate) {
       {"up within the day", "20010412175901", "20010412000000", 17, 0, "2001-04-12 18:00:00.000"},
       {"down within the day", "20010412170059", "20010412000000", 17, 59, "2001-04-12 16:59:00.000"},
       {"hour and minute typed", "20010412175901", "20010412000000", 18, 0, "2001-04-12 18:00:00.000"},
+      {"half past to 59 is no step", "20010412173000", "20010412000000", 17, 59, "2001-04-12 17:59:00.000"},
       {"58 to 0 is no step", "20010412175801", "20010412000000", 17, 0, "2001-04-12 17:00:00.000"},
       {"date picked with a time in it", "20010412175837", "20010514101112", 17, 58,
        "2001-05-14 17:58:00.000"},
@@ -68,11 +69,6 @@ TEST(MapTimeOfPicture, IsInTheNameAndTheFilesDate) {
     }
   }
   EXPECT_THROW(MapTimeOfPicture(folder.filePath(u"12311758.jpg"_s)), files::FileError);
-}
-
-TEST(StepInterval, IsAnythingATimerCanCount) {
-  EXPECT_EQ(StepIntervalMs(7), 7000);
-  for (const int stored : {0, -5, 2147484}) EXPECT_GT(StepIntervalMs(stored), 0) << stored;
 }
 
 TEST(LocalTimeHint, HasTwoFormats) {
