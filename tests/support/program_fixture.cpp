@@ -1,0 +1,93 @@
+#include "tests/support/program_fixture.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <QTimerEvent>
+
+#include "app/registry_values.h"
+
+namespace pelorin::tests {
+namespace {
+
+const QString kKeyPath = app::SettingsKeyPath(QStringLiteral("pelorin"));
+
+}  // namespace
+
+ProgramFixture::ProgramFixture() : Now(orbit::MakeDateTime(2022, 2, 23, 6, 0)), before_(QDir::currentPath()) {
+  for (const char* name : {"bin", "work", "share", "config", "pictures"}) {
+    QDir(folder_.path()).mkdir(QString::fromLatin1(name));
+  }
+  QFile::link(QStringLiteral(PELORIN_BUILT_DATA), Path(QStringLiteral("share/pelorin")));
+  QDir::setCurrent(Path(QStringLiteral("work")));
+  store_ = std::make_unique<app::RegistryStore>(Path(QStringLiteral("config")));
+}
+
+ProgramFixture::~ProgramFixture() {
+  Form.reset();
+  QDir::setCurrent(before_);
+}
+
+void ProgramFixture::GiveElements() {
+  QFile::copy(QStringLiteral(PELORIN_DEMO_ELEMENTS), Path(QStringLiteral("bin/weather.2li")));
+}
+
+void ProgramFixture::Set(const QString& name, const QString& value) {
+  store_->WriteString(kKeyPath, name, value);
+}
+
+void ProgramFixture::Set(const QString& name, int value) { store_->WriteInteger(kKeyPath, name, value); }
+
+QString ProgramFixture::SavedText(const QString& name) const {
+  return store_->ReadString(kKeyPath, name).value_or(QStringLiteral("(none)"));
+}
+
+std::optional<int> ProgramFixture::SavedNumber(const QString& name) const {
+  return store_->ReadInteger(kKeyPath, name);
+}
+
+void ProgramFixture::GiveOrdinarySettings(const QString& activeSatellites) {
+  GiveElements();
+  Set(QStringLiteral("ObserverHeight"), QStringLiteral("150"));
+  Set(QStringLiteral("SatelliteList"), activeSatellites);
+  Set(QStringLiteral("ImagePathList"), Path(QStringLiteral("pictures")));
+}
+
+void ProgramFixture::Start(const QStringList& parameters) {
+  SplashTexts.clear();
+  Form = std::make_unique<ui::TFormMain>(
+      ui::Surroundings{*store_,
+                       ProgramPath(),
+                       parameters,
+                       Boxes,
+                       [this] { return Now; },
+                       TimeZone,
+                       [this](const QString& text) { SplashTexts.append(text); },
+                       {}});
+  Form->CreateForms();
+  Form->show();
+  auto* firstList = Find<QTimer>("TimerPassDateChanging");
+  EXPECT_TRUE(QTest::qWaitFor([firstList] { return !firstList->isActive(); }, 5000));
+  QCoreApplication::processEvents();
+}
+
+void ProgramFixture::Close() {
+  Form->close();
+  Form.reset();
+}
+
+void ProgramFixture::Click(const char* button) const {
+  QTest::mouseClick(Find<QAbstractButton>(button), Qt::LeftButton);
+}
+
+void ProgramFixture::Fire(const char* timer) const {
+  auto* found = Find<QTimer>(timer);
+  QTimerEvent event(found->timerId());
+  QCoreApplication::sendEvent(found, &event);
+}
+
+}  // namespace pelorin::tests

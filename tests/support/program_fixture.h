@@ -1,0 +1,66 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <memory>
+
+#include "app/registry_store.h"
+#include "app/time_zone.h"
+#include "app/ui/form_main.h"
+#include "orbit/date_time.h"
+#include "tests/support/recording_prompts.h"
+
+namespace pelorin::tests {
+
+/// The whole program over a temporary folder: "bin" for the executable, the built map data beside it as after
+/// an installation, settings of its own, a clock that stands still, and boxes that are recorded. The working
+/// folder is "work" while it lives. Several runs may follow each other.
+class ProgramFixture {
+ public:
+  ProgramFixture();
+  ~ProgramFixture();
+
+  QString Path(const QString& name) const { return folder_.filePath(name); }
+  QString ProgramPath() const { return Path(QStringLiteral("bin/pelorin")); }
+
+  /// Puts the demonstration's element sets where the program looks for them: 45 satellites of February 2022.
+  void GiveElements();
+  /// A setting of the program, as an earlier run would have left it; without them a start is the first one.
+  void Set(const QString& name, const QString& value);
+  void Set(const QString& name, int value);
+  QString SavedText(const QString& name) const;
+  std::optional<int> SavedNumber(const QString& name) const;
+  /// A station, a list of active satellites and elements: an ordinary start.
+  void GiveOrdinarySettings(const QString& activeSatellites);
+
+  /// Starts the program, shows its window and waits until that has settled.
+  void Start(const QStringList& parameters = {});
+  /// Closes the window and ends the program.
+  void Close();
+
+  /// A control of the running program by its name.
+  template <class Control = QWidget>
+  Control* Find(const char* name) const {
+    auto* control = Form->findChild<Control*>(QString::fromLatin1(name));
+    if (control == nullptr) throw std::runtime_error(std::string("there is no ") + name);
+    return control;
+  }
+  void Click(const char* button) const;
+  /// Fires a timer at once.
+  void Fire(const char* timer) const;
+
+  RecordingPrompts Boxes;
+  orbit::TDateTime Now;
+  app::TimeZoneDetails TimeZone{0, 60, QStringLiteral("GMT"), QStringLiteral("BST"),
+                                app::TimeZoneDetails::Time::Standard};
+  QStringList SplashTexts;
+  std::unique_ptr<ui::TFormMain> Form;
+
+ private:
+  QTemporaryDir folder_;
+  QString before_;
+  std::unique_ptr<app::RegistryStore> store_;
+};
+
+}  // namespace pelorin::tests

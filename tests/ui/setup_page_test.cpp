@@ -1,0 +1,141 @@
+#include <gtest/gtest.h>
+
+#include <QComboBox>
+#include <QDrag>
+#include <QDropEvent>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QTabWidget>
+#include <QTest>
+
+#include "app/session/list_box.h"
+#include "orbit/scalar_math.h"
+#include "tests/support/program_fixture.h"
+
+namespace pelorin::tests {
+namespace {
+
+using namespace Qt::StringLiterals;
+using session::TListBox;
+
+void Select(TListBox* list, const QString& text) {
+  const QList<QListWidgetItem*> found = list->findItems(text, Qt::MatchExactly);
+  ASSERT_EQ(found.size(), 1) << text.toStdString();
+  list->scrollToItem(found.first());
+  QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(found.first()).center());
+}
+
+/// Pulls the selected entry with the mouse and lets go over the target; true when the target took it.
+bool Drag(TListBox* from, TListBox* to) {
+  bool taken = false;
+  TListBox::DragExec = [to, &taken](QDrag* drag) {
+    const QPoint middle = to->viewport()->rect().center();
+    QDragEnterEvent enter(middle, Qt::MoveAction, drag->mimeData(), Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(to->viewport(), &enter);
+    QDragMoveEvent move(middle, Qt::MoveAction, drag->mimeData(), Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(to->viewport(), &move);
+    if (!enter.isAccepted() || !move.isAccepted()) return;
+    QDropEvent drop(middle, Qt::MoveAction, drag->mimeData(), Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(to->viewport(), &drop);
+    taken = drop.isAccepted();
+  };
+  const QPoint start = from->visualItemRect(from->currentItem()).center();
+  QTest::mousePress(from->viewport(), Qt::LeftButton, {}, start);
+  QTest::mouseMove(from->viewport(), start + QPoint(8, 8));
+  QTest::mouseMove(from->viewport(), start + QPoint(30, 30));
+  QTest::mouseRelease(from->viewport(), Qt::LeftButton, {}, start + QPoint(30, 30));
+  TListBox::DragExec = nullptr;
+  return taken;
+}
+
+TEST(SetupPage, SatellitesMoveByMouseAndKeyboard) {
+  ProgramFixture program;
+  program.GiveOrdinarySettings(u"\"NOAA 19\""_s);
+  program.Set(u"PrimarySatellite"_s, u"NOAA 19"_s);
+  program.Start();
+  program.Form->ShowPage(session::Page::Setup);
+  auto* available = program.Find<TListBox>("ListBoxAvailable");
+  auto* active = program.Find<TListBox>("ListBoxActive");
+  const app::Settings& settings = program.Form->Shared().Settings;
+
+  Select(available, u"NOAA 15"_s);
+  EXPECT_FALSE(Drag(available, available)) << "within a list nothing moves";
+  EXPECT_TRUE(Drag(available, active));
+  EXPECT_EQ(active->Items(), QStringList({u"NOAA 15"_s, u"NOAA 19"_s}));
+  EXPECT_EQ(settings.SatelliteList.Value, u"\"NOAA 15\",\"NOAA 19\""_s);
+  EXPECT_EQ(program.Form->Shared().SelectedSatellite()->Name, "NOAA 19") << "the primary one stays chosen";
+  for (const char* chooser : {"ComboBoxSatForPic", "ComboBoxSatForMap", "ComboBoxSatForFlight"}) {
+    EXPECT_EQ(program.Find<QComboBox>(chooser)->count(), 2) << chooser;
+  }
+
+  Select(available, u"NOAA 18"_s);
+  QTest::keyClick(available, Qt::Key_Return);
+  Select(available, u"METOP-B"_s);
+  program.Click("ButtonActivate");
+  EXPECT_EQ(active->Items(), QStringList({u"METOP-B"_s, u"NOAA 15"_s, u"NOAA 18"_s, u"NOAA 19"_s}));
+  Select(active, u"NOAA 19"_s);
+  QTest::mouseDClick(active->viewport(), Qt::LeftButton, {},
+                     active->visualItemRect(active->currentItem()).center());
+  EXPECT_EQ(active->Items(), QStringList({u"METOP-B"_s, u"NOAA 15"_s, u"NOAA 18"_s}));
+  EXPECT_EQ(program.Form->Shared().SelectedSatellite(), nullptr);
+  EXPECT_TRUE(Drag(active, available));
+  EXPECT_EQ(active->count() + available->count(), 45);
+  program.Close();
+}
+
+TEST(SetupPage, StationIsReadWhenABoxIsLeft) {
+  ProgramFixture program;
+  program.GiveOrdinarySettings(u"\"NOAA 19\""_s);
+  program.Start();
+  program.Form->ShowPage(session::Page::Setup);
+  const struct {
+    const char* Box;
+    QString Typed, Shown;
+  } rows[] = {{"EditLatitude", u"abc"_s, u"55.905"_s},    {"EditLongitude", u"-3.2"_s, u"-3.2"_s},
+              {"EditMinPassElev", u"12"_s, u"10"_s},      {"EditMinPassElev", u"-1"_s, u"0"_s},
+              {"EditLatitude", u"12.3.4"_s, u"55.905"_s}, {"EditHeight", u"1e999"_s, u"150"_s},
+              {"EditLatitude", u"-33,5"_s, u"-33.5"_s}};
+  for (const auto& row : rows) {
+    auto* box = program.Find<QLineEdit>(row.Box);
+    box->setFocus();
+    box->selectAll();
+    QTest::keyClicks(box, row.Typed);
+    QTest::keyClick(box, Qt::Key_Tab);
+    EXPECT_EQ(box->text(), row.Shown) << row.Typed.toStdString();
+  }
+  const app::Station& station = program.Form->Shared().Station;
+  EXPECT_NEAR(orbit::Degrees(station.Place.Latitude), -33.5, 1e-9);
+  EXPECT_NEAR(orbit::Degrees(station.Place.Longitude), 356.8, 1e-9);
+  EXPECT_NEAR(station.Place.Height, 0.15, 1e-12);
+  EXPECT_EQ(station.MinElevationDeg, 0);
+  program.Close();
+}
+
+TEST(SetupPage, FoldersAreChosenAndKept) {
+  ProgramFixture program;
+  program.GiveOrdinarySettings(u"\"NOAA 19\""_s);
+  program.Start();
+  program.Form->ShowPage(session::Page::Setup);
+  program.Click("ButtonBrowseResultsPath");
+  EXPECT_EQ(program.Find<QLineEdit>("EditResultsPath")->text(), program.Path(u"bin/"_s)) << "cancelled";
+  program.Boxes.ChosenFolder = program.Path(u"work"_s);
+  program.Click("ButtonBrowseResultsPath");
+  program.Click("ButtonBrowseSatDataPath");
+  program.Click("ButtonAddPath");
+  EXPECT_EQ(program.Boxes.Asked,
+            QStringList({u"Set path for results output files"_s, u"Set path for results output files"_s,
+                         u"Find path for two-line element data files"_s,
+                         u"Find path for satellite image files"_s}));
+  auto* pictures = program.Find<TListBox>("ListBoxImagePath");
+  ASSERT_EQ(pictures->count(), 2);
+  QTest::mouseClick(pictures->viewport(), Qt::LeftButton, {},
+                    pictures->visualItemRect(pictures->item(0)).center());
+  program.Click("ButtonRemovePath");
+  program.Close();
+  EXPECT_EQ(program.SavedText(u"ResultsPath"_s), program.Path(u"work/"_s));
+  EXPECT_EQ(program.SavedText(u"TwoLineDataPath"_s), program.Path(u"work/"_s));
+  EXPECT_EQ(program.SavedText(u"ImagePathList"_s), program.Path(u"work"_s)) << "as it was chosen";
+}
+
+}  // namespace
+}  // namespace pelorin::tests

@@ -1,0 +1,155 @@
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QLineEdit>
+#include <QTabWidget>
+#include <QTest>
+
+#include "app/session/list_box.h"
+#include "tests/support/program_fixture.h"
+
+namespace pelorin::tests {
+namespace {
+
+using namespace Qt::StringLiterals;
+using session::Page;
+using session::TListBox;
+
+void WriteFile(const QString& path, const QByteArray& content) {
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write(content);
+}
+
+TEST(StartUp, SecondStartFindsWhatTheFirstOneLeft) {
+  ProgramFixture program;
+  program.Boxes.AnswerConfirm = true;
+  program.Start();
+  EXPECT_EQ(program.Form->CurrentPage(), Page::Setup) << "a new user begins with the station";
+  const QStringList said = program.Boxes.Take();
+  ASSERT_EQ(said.size(), 2);
+  EXPECT_TRUE(said[0].startsWith(u"Yes? There are no element sets yet"_s)) << said[0].toStdString();
+  EXPECT_EQ(said[1],
+            u"Message: Please drag one or more satellites from the Available list to the Active list."_s);
+  EXPECT_EQ(program.SplashTexts.first(), u"Load satellite data ..."_s);
+  EXPECT_TRUE(program.SplashTexts.contains(u"Overlay master image, generating country bondaries 95%"_s))
+      << "the master is made at the first start";
+  EXPECT_EQ(program.Find<TListBox>("ListBoxAvailable")->count(), 45);
+  EXPECT_EQ(program.Find<QLineEdit>("EditHeight")->text(), u"150"_s);
+
+  program.Form->Shared().Activate(u"NOAA 19"_s);
+  program.Form->Shared().Activate(u"METEOR M2"_s);
+  program.Form->Shared().ChooseSatellite(1);
+  auto* latitude = program.Find<QLineEdit>("EditLatitude");
+  latitude->setText(u"48,25"_s);
+  program.Find<QAction>("MenuSavePassDetails")->trigger();
+  program.Find<QAction>("MenuFootprint2")->trigger();
+  program.Find<QAction>("MenuInterval20")->trigger();
+  program.Form->resize(1010, 707);
+  program.Close();
+
+  EXPECT_EQ(program.SavedText(u"ObserverLatitude"_s), u"48,25"_s) << "as typed";
+  EXPECT_EQ(program.SavedText(u"SatelliteList"_s), u"\"METEOR M2\",\"NOAA 19\""_s);
+  EXPECT_EQ(program.SavedText(u"PrimarySatellite"_s), u"NOAA 19"_s);
+  EXPECT_EQ(program.SavedNumber(u"SavePassDetails"_s), 1);
+  EXPECT_EQ(program.SavedNumber(u"FootprintShowLevel"_s), 2);
+  EXPECT_EQ(program.SavedText(u"ResultsPath"_s), program.Path(u"bin/"_s));
+
+  program.Start();
+  EXPECT_EQ(program.Boxes.Take(), QStringList());
+  EXPECT_FALSE(program.SplashTexts.join(u' ').contains(u"master"_s)) << "the master is there";
+  EXPECT_EQ(program.Form->CurrentPage(), Page::WorldMap);
+  EXPECT_EQ(program.Find<TListBox>("ListBoxActive")->Items(), QStringList({u"METEOR M2"_s, u"NOAA 19"_s}));
+  EXPECT_EQ(program.Form->Shared().SelectedSatellite()->Name, "NOAA 19");
+  EXPECT_EQ(program.Find<QLineEdit>("EditLatitude")->text(), u"48.25"_s);
+  EXPECT_TRUE(program.Find<QAction>("MenuInterval20")->isChecked());
+  EXPECT_EQ(program.Form->size(), QSize(1010, 707));
+}
+
+/// Whatever is wrong around it, the program says so and runs on.
+TEST(StartUp, BadSurroundingsAreToldAndSurvived) {
+  const QByteArray noise("\x00\xff\xfe\x01 garbage\n\x02\x03", 15);
+  const struct {
+    const char* Label;
+    std::function<void(ProgramFixture&)> Spoil;
+    QString Said;  ///< begins like this
+  } rows[] = {
+      {"element folder missing",
+       [](ProgramFixture& p) { p.Set(u"TwoLineDataPath"_s, p.Path(u"nowhere/"_s)); },
+       u"Warning 270: Pelorin could find no satellite data."_s},
+      {"element file is a folder",
+       [](ProgramFixture& p) {
+         QFile::remove(p.Path(u"bin/weather.2li"_s));
+         QDir(p.Path(u"bin"_s)).mkdir(u"weather.2li"_s);
+       },
+       u"Warning 270: "_s},
+      {"element file is noise",
+       [&noise](ProgramFixture& p) {
+         QFile::remove(p.Path(u"bin/weather.2li"_s));
+         WriteFile(p.Path(u"bin/weather.2li"_s), noise);
+       },
+       u"Warning 270: "_s},
+      {"backdrop is no picture",
+       [&noise](ProgramFixture& p) { WriteFile(p.Path(u"work/UserMap.jpg"_s), noise); }, u"Message: "_s},
+      {"settings are noise",
+       [&noise](ProgramFixture& p) { WriteFile(p.Path(u"config/registry.reg"_s), noise); },
+       u"Yes? There are no"_s},
+      {"results folder has vanished",
+       [](ProgramFixture& p) { p.Set(u"ResultsPath"_s, p.Path(u"gone/results/"_s)); },
+       u"Error: Cannot write "_s},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.Label);
+    ProgramFixture program;
+    program.GiveOrdinarySettings(u"\"NOAA 19\""_s);
+    row.Spoil(program);
+    if (program.SavedText(u"ObserverHeight"_s) == u"(none)"_s)
+      QFile::remove(program.Path(u"bin/weather.2li"_s));
+    program.Start();
+    const QStringList said = program.Boxes.Take();
+    ASSERT_FALSE(said.isEmpty());
+    EXPECT_TRUE(said.first().startsWith(row.Said)) << said.join(u'\n').toStdString();
+    program.Form->ShowPage(Page::Debug);
+    EXPECT_GE(
+        program.Form->findChild<QWidget*>(u"TabSheetDebug"_s)->findChildren<TListBox*>().last()->count(), 61);
+    program.Close();
+  }
+}
+
+TEST(StartUp, StaleElementsAreToldBeyondSixtyDays) {
+  const struct {
+    double LocalAgeDays;  // of the oldest set, whose epoch is 2022 day 52.54566227
+    bool Warns;
+  } rows[] = {{60.98, false}, {61.02, true}};
+  for (const auto& row : rows) {
+    ProgramFixture program;
+    program.GiveOrdinarySettings(u"\"NOAA 19\""_s);
+    program.Start();
+    double oldest = 1e9;
+    const orbit::TSatelliteList& satellites = program.Form->Shared().Satellites();
+    for (int index = 0; index < satellites.Count(); ++index) {
+      oldest = std::min(oldest, satellites.Satellite(index).Epoch);
+    }
+    program.Close();
+    program.Boxes.Take();
+    // An hour ahead of UTC, the clock on the wall decides.
+    program.TimeZone.InForce = app::TimeZoneDetails::Time::Daylight;
+    program.Now.Days = oldest - 2415018.5 + row.LocalAgeDays - 1.0 / 24;
+    program.Boxes.AnswerRetry = true;
+    program.Start();
+    const QStringList said = program.Boxes.Take();
+    ASSERT_EQ(said.size(), row.Warns ? 2 : 0) << said.join(u'\n').toStdString();
+    if (!row.Warns) continue;
+    EXPECT_EQ(
+        said[0],
+        u"Retry? 280: Warning: Satellite Data is Stale.  Your data contains some entries that are more than "
+        u"60 "
+        "days old.  Use the View, Satellite data... menu for details of the actual satellite data.\r\rClick "
+        "Retry to update from the Internet\rClick Ignore to use the stale data\rClick Help for more "
+        "information."_s);
+  }
+}
+
+}  // namespace
+}  // namespace pelorin::tests
