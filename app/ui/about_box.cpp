@@ -22,7 +22,7 @@ namespace {
 using session::Named;
 
 constexpr int kIconSide = 72;
-constexpr int kNoticeColumns = 80, kRows = 30;
+constexpr int kNoticeColumns = 80, kRows = 32;
 constexpr qint64 kLongestNotices = 1 << 20;
 
 QString LibrariesHtml() {
@@ -108,13 +108,10 @@ TAboutBoxQuillfen::TAboutBoxQuillfen(QWidget* parent) : QDialog(parent) {
   rows->addWidget(tabs, 1);
   rows->addWidget(buttons);
   buttons->button(QDialogButtonBox::Ok)->setFocus();
-}
 
-QSize TAboutBoxQuillfen::sizeHint() const {
-  const QFontMetrics fixed(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-  const int rims =
-      2 * (layout()->contentsMargins().left() + style()->pixelMetric(QStyle::PM_ScrollBarExtent));
-  return {fixed.horizontalAdvance(u'M') * kNoticeColumns + rims, fontMetrics().lineSpacing() * kRows};
+  const int rims = 2 * (rows->contentsMargins().left() + style()->pixelMetric(QStyle::PM_ScrollBarExtent));
+  const int lineWidth = QFontMetrics(notices->font()).horizontalAdvance(u'M') * kNoticeColumns;
+  resize(lineWidth + rims, fontMetrics().lineSpacing() * kRows);
 }
 
 }  // namespace pelorin::ui

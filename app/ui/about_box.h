@@ -10,9 +10,6 @@ class TAboutBoxQuillfen : public QDialog {
 
  public:
   explicit TAboutBoxQuillfen(QWidget* parent = nullptr);
-
-  /// Kinder to the eye than the dialog's smallest size.
-  QSize sizeHint() const override;
 };
 
 }  // namespace pelorin::ui

@@ -22,6 +22,8 @@ using session::Named;
 constexpr int kGroupGap = 8;
 constexpr int kColumnGap = 12;
 constexpr int kFoldersShown = 3;
+/// Wider than this, the lists would only keep their neighbours apart.
+constexpr int kMostCharacters = 240;
 
 /// A list that takes the room that is there, whatever its entries' lengths. Both ends of an entry are shown:
 /// names and folders of one kind differ in their last letters.
@@ -164,18 +166,25 @@ QWidget* TabSheetSetupLayout::BuildFolders(QWidget* page) {
 }
 
 void TabSheetSetupLayout::Build(QWidget* page, QWidget* passListRow, QWidget* groupBoxPasses) {
+  auto* content = new QWidget(page);
+  content->setMaximumWidth(content->fontMetrics().averageCharWidth() * kMostCharacters);
   auto* columns = new QHBoxLayout;
   columns->setSpacing(kGroupGap);
-  columns->addWidget(BuildSatellites(page), 1);
+  columns->addWidget(BuildSatellites(content), 1);
   auto* right = new QVBoxLayout;
   right->setSpacing(kGroupGap);
-  right->addWidget(BuildObserver(page, passListRow));
+  right->addWidget(BuildObserver(content, passListRow));
   right->addWidget(groupBoxPasses, 1);
   columns->addLayout(right, 1);
-  auto* rows = new QVBoxLayout(page);
+  auto* rows = new QVBoxLayout(content);
+  rows->setContentsMargins(0, 0, 0, 0);
   rows->setSpacing(kGroupGap);
   rows->addLayout(columns, 1);
-  rows->addWidget(BuildFolders(page));
+  rows->addWidget(BuildFolders(content));
+  auto* room = new QHBoxLayout(page);
+  room->addStretch(1);
+  room->addWidget(content, 1000);
+  room->addStretch(1);
 
   ChainTabOrder({ListBoxAvailable, ButtonActivate, ButtonDeactivate, ListBoxActive, EditLatitude,
                  EditLongitude, EditHeight, EditMinPassElev, passListRow, groupBoxPasses,
