@@ -1,5 +1,6 @@
 #include "app/ui/form_splash.h"
 
+#include <QCloseEvent>
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QLabel>
@@ -50,6 +51,8 @@ void TFormSplash::ShowStatus(const QString& text) {
   status_->setText(text);
   RepaintNow();
 }
+
+void TFormSplash::closeEvent(QCloseEvent* event) { event->setAccepted(!event->spontaneous()); }
 
 void TFormSplash::RepaintNow() {
   status_->repaint();

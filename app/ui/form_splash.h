@@ -21,6 +21,10 @@ class TFormSplash : public QWidget {
 
   bool LoadingFinished = false;  ///< start-up has done its last step
 
+ protected:
+  /// Some window managers put a closing button on every window; only the program closes this one.
+  void closeEvent(QCloseEvent* event) override;
+
  private:
   /// Start-up keeps the thread to itself, so what is to be seen must be brought to the screen by hand. Keys
   /// and mouse wait.
