@@ -2,6 +2,7 @@
 # Expects $root (the checkout) and defines need_packages, build_preset.
 
 BUILD_PACKAGES="g++ cmake ninja-build ccache pkgconf qt6-base-dev libjpeg62-turbo-dev libpng-dev
+  fonts-dejavu-core fonts-liberation2
   libnetcdf-dev ferret-datasets gmt-gshhg-low"
 TEST_PACKAGES="libgtest-dev"
 
