@@ -19,8 +19,6 @@ class TFormSplash : public QWidget {
   /// Replaces the text; returns when it is on the screen.
   void ShowStatus(const QString& text);
 
-  bool LoadingFinished = false;  ///< start-up has done its last step
-
  protected:
   /// Some window managers put a closing button on every window; only the program closes this one.
   void closeEvent(QCloseEvent* event) override;
