@@ -15,10 +15,16 @@ QString Lines(QString text) {
   return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
 }
 
-/// Whatever is in front: a dialog, the main window, or the start-up window.
+/// Whatever is in front: a dialog, the main window, or the start-up window. A window that has just been shown
+/// may not have the keyboard yet.
 QWidget* Front() {
-  QWidget* modal = QApplication::activeModalWidget();
-  return modal != nullptr ? modal : QApplication::activeWindow();
+  for (QWidget* candidate : {QApplication::activeModalWidget(), QApplication::activeWindow()}) {
+    if (candidate != nullptr) return candidate;
+  }
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (window->isVisible() && window->isWindow()) return window;
+  }
+  return nullptr;
 }
 
 }  // namespace
