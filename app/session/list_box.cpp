@@ -1,5 +1,6 @@
 #include "app/session/list_box.h"
 
+#include <QApplication>
 #include <QDrag>
 #include <QDropEvent>
 #include <QKeyEvent>
@@ -26,7 +27,6 @@ TListBox* SourceOf(const QDropEvent* event) {
 }  // namespace
 
 TListBox::TListBox(QWidget* parent) : QListWidget(parent) {
-  setUniformItemSizes(true);
   connect(this, &QListWidget::itemDoubleClicked, this, &TListBox::Chosen);
 }
 
@@ -108,6 +108,7 @@ void TListBox::paintEvent(QPaintEvent* event) {
   QListWidget::paintEvent(event);
   if (count() > 0 || emptyText_.isEmpty()) return;
   QPainter painter(viewport());
+  painter.setFont(QApplication::font());
   painter.setPen(palette().color(QPalette::PlaceholderText));
   const QRect room =
       viewport()->rect().adjusted(kEmptyTextMargin, kEmptyTextMargin, -kEmptyTextMargin, -kEmptyTextMargin);

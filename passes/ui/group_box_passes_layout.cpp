@@ -40,7 +40,6 @@ void GroupBoxPassesLayout::Build(QGroupBox* box) {
   ListBoxPasses->setAccessibleName(QStringLiteral("Passes"));
   ListBoxPasses->setMinimumWidth(ListBoxPasses->fontMetrics().averageCharWidth() * kEntryCharacters);
   // Long names are scrolled to, not cut off at the width of the first entry.
-  ListBoxPasses->setUniformItemSizes(false);
   LabelPassDate->setBuddy(ListBoxPasses);
   ButtonNextPass = session::Named(new QPushButton(QStringLiteral("Get next pass"), box), "ButtonNextPass");
   session::Hinted(ButtonNextPass, QStringLiteral("Get the next pass after the current time"));
