@@ -38,6 +38,7 @@ Settings::Settings(const Maker& make, const DefaultFolders& folders)
       MinPassElevation(make.Text("MinPassElevation", QStringLiteral("1.5"))),
       SavePassDetails(make.Boolean("SavePassDetails", false)),
       ShowOverlay(make.Boolean("ShowOverlay", false)),
+      OverlayLinesOnly(make.Boolean("OverlayLinesOnly", false)),
       OvlTextLine{make.Integer("OvlTextLine1", 0), make.Integer("OvlTextLine2", 0),
                   make.Integer("OvlTextLine3", 0)},
       TwoLineDataPath(make.Text("TwoLineDataPath", folders.Elements)),
@@ -46,7 +47,8 @@ Settings::Settings(const Maker& make, const DefaultFolders& folders)
       PrimarySatellite(make.Text("PrimarySatellite", QString())),
       FootprintShowLevel(make.Integer("FootprintShowLevel", 1)),
       UpdateInterval(make.Integer("UpdateInterval", 5)),
-      ImagePathList(make.Text("ImagePathList", QStringLiteral("C:\\Dunlow\\BMP\\"))) {}
+      ImagePathList(make.Text("ImagePathList", QStringLiteral("C:\\Dunlow\\BMP\\"))),
+      ClockCorrections(make.Text("ClockCorrections", QString())) {}
 
 SettingsSnapshot ReadSettings(const RegistryStore& store, const QString& programName,
                               const DefaultFolders& folders) {

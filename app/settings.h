@@ -22,6 +22,7 @@ struct Settings {
   TRegistryString MinPassElevation;   ///< degrees, as typed
   TRegistryBoolean SavePassDetails;
   TRegistryBoolean ShowOverlay;
+  TRegistryBoolean OverlayLinesOnly;            ///< boundaries and grid only, and those always
   std::array<TRegistryInteger, 3> OvlTextLine;  ///< item bits of the overlay's text lines
   TRegistryString TwoLineDataPath;              ///< folder of the element files
   TRegistryString ResultsPath;                  ///< folder of the results
@@ -30,6 +31,7 @@ struct Settings {
   TRegistryInteger FootprintShowLevel;          ///< 0 none, 1 the selected satellite's, 2 all
   TRegistryInteger UpdateInterval;              ///< seconds between the map's steps
   TRegistryString ImagePathList;                ///< comma text: folders of received pictures
+  TRegistryString ClockCorrections;             ///< of the recorders; see overlay/time_correction.h
 
  private:
   class Maker;

@@ -40,6 +40,7 @@ struct RunFlags {
   bool AutomaticRun = false;     ///< the pass of the command line was found: make its map, then close
   bool Closing = false;          ///< the window goes; long loops end
   bool AbortRequested = false;   ///< Escape was pressed in the main window
+  bool MakingMap = false;        ///< the ground path makes a map; flights wait
 };
 
 /// What the pages share: one for the main window's life, made by it. Records are read and written freely;
