@@ -34,9 +34,9 @@ void FlightReplay::Start(const orbit::TSatellite& satellite, const OverlaySource
 
 void FlightReplay::Stop() { isRunning_ = isStopRequested_ = false; }
 
-int FlightReplay::Tick(orbit::TDateTime now) {
+int FlightReplay::Tick(orbit::TDateTime now, bool held) {
   if (isStopRequested_) Stop();
-  if (!picture_) return 0;
+  if (!picture_ || held) return 0;
   const double linesPerDay = linesPerMinute_ * kMinutesInDay;
   // A hundredth of a line is far below what a Julian date resolves; without it a line due just now may wait.
   const auto due =

@@ -29,9 +29,9 @@ class FlightReplay {
   void Stop();
 
   /// Draws the lines that are due and answers how many they are. Lines that would have left the picture again
-  /// by the end of the tick are left out: a computer that slept for a night goes on at once. Raises
-  /// OverlayError.
-  int Tick(orbit::TDateTime now);
+  /// by the end of the tick are left out: a computer that slept for a night goes on at once. While it is
+  /// `held` no lines are drawn; they follow later. Raises OverlayError.
+  int Tick(orbit::TDateTime now, bool held = false);
 
   /// The satellite is taken to move the other way; the picture is turned with it.
   void Turn();

@@ -3,9 +3,12 @@
 #include <QFileInfo>
 #include <QPainter>
 
+#include "files/atomic_file.h"
 #include "overlay/image/ext_bitmap.h"
 #include "overlay/image/jpeg_image.h"
+#include "overlay/image/picture_error.h"
 #include "overlay/image/picture_size.h"
+#include "overlay/image/png_codec.h"
 #include "overlay/image/png_graphic.h"
 
 namespace pelorin::image {
@@ -21,6 +24,18 @@ QImage LoadPng(const QString& path) {
   return page;
 }
 
+void SavePng(const QImage& picture, const QString& path) {
+  const QImage rows = picture.convertToFormat(QImage::Format_RGB888);
+  PngPicture png{rows.width(), rows.height(), 8, 2, 3, 1, {}};
+  for (int y = 0; y < rows.height(); ++y) {
+    png.Samples.insert(png.Samples.end(), rows.constScanLine(y),
+                       rows.constScanLine(y) + std::ptrdiff_t{3} * rows.width());
+  }
+  files::ReplaceFile(path, [&](QIODevice& device) {
+    if (!EncodePng(png, device)) throw PictureError(QStringLiteral("Error Writing File!"));
+  });
+}
+
 }  // namespace
 
 QImage LoadPicture(const QString& path) {
@@ -30,6 +45,15 @@ QImage LoadPicture(const QString& path) {
   TExtBitmap bitmap;
   bitmap.LoadFromFile(path);
   return bitmap.Image();
+}
+
+void SavePicture(const QImage& picture, const QString& path) {
+  constexpr int highQuality = 92;
+  if (QFileInfo(path).suffix().toLower() == u"png") {
+    SavePng(picture, path);
+  } else {
+    SaveJpeg(picture, path, highQuality);
+  }
 }
 
 }  // namespace pelorin::image

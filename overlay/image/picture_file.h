@@ -13,4 +13,8 @@ namespace pelorin::image {
 /// JPEG or a bitmap cannot be read.
 QImage LoadPicture(const QString& path);
 
+/// Replaces `path` by the picture, as PNG if its extension says so and otherwise as JPEG of high quality.
+/// Throws FileError or PictureError when it cannot be written; an earlier file is then left as it was.
+void SavePicture(const QImage& picture, const QString& path);
+
 }  // namespace pelorin::image

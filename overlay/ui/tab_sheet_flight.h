@@ -1,9 +1,16 @@
 #pragma once
 
 #include "app/session/tab_sheet.h"
-#include "overlay/overlay_generator.h"
+#include "overlay/flight_replay.h"
+
+class QComboBox;
+class QPushButton;
+class QScrollArea;
+class QTimer;
 
 namespace pelorin::ui {
+
+class TFlightView;
 
 /// The page on which a pass is replayed line by line, as if it were being received.
 class TTabSheetFlight : public session::TTabSheet {
@@ -21,7 +28,35 @@ class TTabSheetFlight : public session::TTabSheet {
   void FocusRunFlight();
 
  private:
+  void Build();
+  void TabSheetFlightShow();
+  void TabSheetFlightHide();
+  void ActiveSatellitesChanged();
+  void SatelliteChosen();
+  void PassDirectionChanged();
+
+  void ComboBoxSatForFlightChange(int index);
+  void ButtonRunFlightClick();
+  void ButtonRunFlightKeyPress();
+  void ButtonFlightDirectionClick();
+  void ButtonSetFlightTimeClick();
+  void TimerFlightTimer();
+
+  orbit::TDateTime FlightTime() const;
+  void StartFlight();
+  void ShowState();
+  void ScrollToLine();
+  /// After lines were drawn, the first of them to `rowBefore`.
+  void ScrollAlong(int rowBefore);
+
+  QComboBox* ComboBoxSatForFlight;
+  QPushButton *ButtonFlightDirection, *ButtonRunFlight, *ButtonSetFlightTime;
+  QScrollArea* ScrollBoxFlight;
+  TFlightView* ImageFlight;
+  QTimer* TimerFlight;
+
   overlay::OverlaySources sources_;
+  overlay::FlightReplay flight_;
 };
 
 }  // namespace pelorin::ui

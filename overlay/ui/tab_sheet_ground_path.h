@@ -1,7 +1,11 @@
 #pragma once
 
+#include <optional>
+
 #include "app/session/tab_sheet.h"
 #include "overlay/overlay_generator.h"
+#include "overlay/time_correction.h"
+#include "overlay/ui/tab_sheet_ground_path_layout.h"
 
 namespace pelorin::ui {
 
@@ -15,7 +19,7 @@ class TTabSheetGroundPath : public session::TTabSheet {
   /// What maps are made from; borrowed for the page's life.
   void SetSources(const overlay::OverlaySources& sources);
 
-  /// Turns both pickers to a moment, and looks for no picture.
+  /// Turns both pickers to a moment, cut to the minute, and looks for no picture.
   void SetPassTime(orbit::TDateTime moment);
   /// By its place among the active satellites.
   void ChooseSatellite(int index);
@@ -24,14 +28,68 @@ class TTabSheetGroundPath : public session::TTabSheet {
   void ShowFor(orbit::TDateTime moment, int satellite);
 
   /// A map is being made.
-  bool IsBusy() const { return false; }
+  bool IsBusy() const { return session_.Run.MakingMap; }
 
+  /// Makes the map and writes its files; ends the making if it is under way. An automatic run closes the
+  /// window afterwards, whatever came of it.
   void ButtonGenTopoClick();
   void Open1Click();
   void PrintImageClick();
 
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+
  private:
+  void TabSheetGroundPathShow();
+  void TabSheetGroundPathHide();
+  void ActiveSatellitesChanged();
+  void PassDirectionChanged();
+  void PassDurationChanged();
+
+  void DateTimePickerTimeChange();
+  void RadioGroupPrefPicChannelClick();
+  void ButtonReloadClick();
+  void TimerLoadTimer();
+  void ButtonPassDirectionClick();
+  void SpinEditPassDurationExit();
+  void TimeCorrectionChanged(double seconds);
+  void TimerSaveResultsTimer();
+  void CheckBoxZoomClick();
+  void CheckBoxScrollBothClick();
+  void SliderOpacityChange();
+  void CheckBoxOverlaidClick();
+  void ButtonFlickerClick();
+  void ButtonSaveBlendClick();
+
+  QString CurrentKey() const;
+  void LoadPicture(const QString& key);
+  void ShowPictureFile(const QString& path);
+  /// For a picture's file name, or the key of one that was not found.
+  void BeginCorrection(const QString& name);
+
+  overlay::OverlayRequest Request() const;
+  void MakeMap();
+  void GenerateLive(const overlay::OverlayRequest& request);
+  /// As if "Make map" were pressed; what is under way ends first.
+  void MakeAgain();
+  void ShowResult(const overlay::OverlayRequest& request, overlay::OverlayResult result);
+  void ShowMap();
+  void SaveResults();
+  QString ResultsFile(const QString& ending) const;
+  void EnableControls();
+  QString TitleOf(const overlay::OverlayRequest& request) const;
+
+  TabSheetGroundPathLayout ui_;
   overlay::OverlaySources sources_;
+  overlay::TimeCorrection correction_;
+  QString correctedRecording_;  ///< time stamp of the recording that the correction is for
+  orbit::TDateTime passTime_;
+  QString openedPath_, openedKey_;  ///< what "Open..." opened, and the key that stands for it
+  bool hasPictureOfPass_ = false;   ///< the picture shown is the one that was looked for last
+  bool stopRequested_ = false;
+  bool againRequested_ = false;  ///< something changed while the map was being made
+  std::optional<overlay::OverlayResult> result_;
+  overlay::OverlayRequest madeFor_;  ///< what `result_` is the map of
 };
 
 }  // namespace pelorin::ui

@@ -1,0 +1,47 @@
+#include "overlay/ui/flight_view.h"
+
+#include <QPaintEvent>
+#include <QPainter>
+
+namespace pelorin::ui {
+
+TFlightView::TFlightView(QWidget* parent) : QWidget(parent) {
+  setBackgroundRole(QPalette::Base);
+  setAutoFillBackground(true);
+}
+
+void TFlightView::SetFlight(const overlay::FlightImage* flight) {
+  flight_ = flight;
+  if (flight_ != nullptr) resize(flight_->Image().size());
+  update();
+}
+
+void TFlightView::ShowLines(int lines) {
+  if (flight_ == nullptr) return;
+  const int next = flight_->Row();
+  const bool mayHaveMoved = lines >= overlay::FlightImage::kRowsGivenWay ||
+                            (flight_->SouthBound() ? next > height() - overlay::FlightImage::kRowsGivenWay
+                                                   : next < overlay::FlightImage::kRowsGivenWay - 1);
+  if (mayHaveMoved) {
+    update();
+  } else {
+    update(0, flight_->SouthBound() ? next - lines : next + 1, width(), lines);
+  }
+}
+
+void TFlightView::paintEvent(QPaintEvent* event) {
+  QPainter painter(this);
+  if (flight_ == nullptr) {
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawText(
+        rect().adjusted(16, 16, -16, -16), Qt::AlignCenter | Qt::TextWordWrap,
+        QStringLiteral("Press \"Fly\" to see, line by line, what the satellite's scanner sends at "
+                       "this moment.\n\n\"Set flight date & time...\" or \"Fly this pass\" of the "
+                       "Setup page replay another one."));
+    return;
+  }
+  painter.setRenderHint(QPainter::SmoothPixmapTransform);
+  painter.drawImage(event->rect(), flight_->Image(), event->rect());
+}
+
+}  // namespace pelorin::ui
