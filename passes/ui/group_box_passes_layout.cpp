@@ -39,7 +39,6 @@ void GroupBoxPassesLayout::Build(QGroupBox* box) {
   ListBoxPasses->setFont(EntryFont(box->font()));
   ListBoxPasses->setAccessibleName(QStringLiteral("Passes"));
   ListBoxPasses->setMinimumWidth(ListBoxPasses->fontMetrics().averageCharWidth() * kEntryCharacters);
-  // Long names are scrolled to, not cut off at the width of the first entry.
   LabelPassDate->setBuddy(ListBoxPasses);
   ButtonNextPass = session::Named(new QPushButton(QStringLiteral("Get next pass"), box), "ButtonNextPass");
   session::Hinted(ButtonNextPass, QStringLiteral("Get the next pass after the current time"));
