@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QPageSetupDialog>
 #include <QPrinter>
+#include <QScreen>
 #include <QTabWidget>
 #include <utility>
 
@@ -46,6 +47,8 @@ const QString kCaption = QStringLiteral("Pelorin - Quillfen's Satellite Tracker 
 const QString kUsualPictureSatellite = QStringLiteral("NOAA 15");
 
 constexpr QSize kFirstSize(1120, 760);
+/// What the desktop puts round a window.
+constexpr QSize kFrameRoom(16, 48);
 
 QString NameOf(const QString& programPath) { return QFileInfo(programPath).completeBaseName(); }
 
@@ -170,7 +173,7 @@ void TFormMain::RestoreMenus() {
 }
 
 void TFormMain::RestoreWindow() {
-  resize(kFirstSize);
+  resize(kFirstSize.boundedTo(screen()->availableSize() - kFrameRoom));
   setMinimumSize(minimumSizeHint().expandedTo(QSize(640, 480)));
   restoreGeometry(QByteArray::fromBase64(place_.Value.toLatin1()));
   PageControlChange();
