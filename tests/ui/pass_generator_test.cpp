@@ -68,8 +68,9 @@ TEST(PassGenerator, ListOfTheDayIsShownSavedAndUsed) {
   EXPECT_EQ(program.Find<QComboBox>("ComboBoxSatForMap")->currentText(), u"NOAA 19"_s);
 
   program.Form->ShowPage(Page::Setup);
-  QTest::mouseDClick(list->viewport(), Qt::LeftButton, {},
-                     list->visualItemRect(list->currentItem()).center());
+  const QPoint selected = list->visualItemRect(list->currentItem()).center();
+  QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, selected);
+  QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, selected);
   EXPECT_EQ(program.Form->CurrentPage(), Page::GroundPath);
   EXPECT_EQ(program.Find<QComboBox>("ComboBoxSatForPic")->currentText(), u"NOAA 19"_s);
   program.Form->ShowPage(Page::Setup);
