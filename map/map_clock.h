@@ -22,9 +22,4 @@ int StepIntervalMs(int updateIntervalS);
 /// is no such file.
 orbit::TDateTime MapTimeOfPicture(const QString& path);
 
-/// The map's time once the user has changed a picker: the picked date with hour and minute. A minute that was
-/// stepped past the hour's end, in either direction, takes hour and date along; `before` is the map's time
-/// until now.
-orbit::TDateTime ManualMapTime(orbit::TDateTime pickedDate, int hour, int minute, orbit::TDateTime before);
-
 }  // namespace pelorin::map

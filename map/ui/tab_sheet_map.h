@@ -3,13 +3,14 @@
 #include <QImage>
 
 #include "app/session/tab_sheet.h"
-
-class QComboBox;
-class QPushButton;
+#include "map/map_projection.h"
+#include "map/sky.h"
+#include "map/ui/tab_sheet_map_layout.h"
 
 namespace pelorin::ui {
 
-/// The page of the world map.
+/// The page of the world map: the satellites at one moment, which comes from the clock, from a picture's name
+/// or from the pickers.
 class TTabSheetMap : public session::TTabSheet {
   Q_OBJECT
 
@@ -18,6 +19,7 @@ class TTabSheetMap : public session::TTabSheet {
 
   /// Plate carrée, already turned for a Pacific-centred map; null for none.
   void SetBackdrop(const QImage& picture);
+  /// From file, the user is asked for the file. Raises ConvertError when its name tells no time.
   void SetTimeframe(session::Timeframe mode);
   /// As if the user had turned the pickers.
   void SetMapTime(orbit::TDateTime moment);
@@ -27,11 +29,40 @@ class TTabSheetMap : public session::TTabSheet {
   void IntervalChanged();
   void FootprintLevelChanged();
 
- private:
-  void ComboBoxSatForMapChange();
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
-  QComboBox* ComboBoxSatForMap;
-  QPushButton* ButtonMapToPicture;
+ private:
+  void ConnectHandlers();
+
+  void TabSheetMapShow();
+  void TabSheetMapHide();
+  void PanelWorldMapResize();
+  void RadioGroupTimeframeClick(int item);
+  void TimerStepTimer();
+  void DateTimePickerMapDateChange();
+  void DateTimePickerMapDateClick();
+  /// The date picker was left, or its calendar closed.
+  void DateTimePickerMapDateExit();
+  void ComboBoxSatForMapChange();
+  void PaintBoxSatsMouseUp(QPoint position);
+  void ActiveSatellitesChanged();
+  void SatelliteChosen();
+
+  /// Selects without asking for a file.
+  void SelectTimeframe(session::Timeframe mode);
+  void AskForFile();
+  /// The moment that the map shows from now on; pickers and hints follow.
+  void TurnTo(orbit::TDateTime moment);
+  /// A moment that the user has set.
+  void SetManualTime(orbit::TDateTime moment);
+  /// Works out the satellite layer and the selected satellite's texts, if they can be seen.
+  void RepaintSatellites();
+  void ShowInfo(const map::Sky& sky);
+
+  TabSheetMapLayout ui_;
+  map::MapFrame frame_;
+  map::SkyKeeper keeper_;
 };
 
 }  // namespace pelorin::ui

@@ -18,30 +18,6 @@ using namespace Qt::StringLiterals;
 
 std::string Text(orbit::TDateTime time) { return orbit::FormatDateTime("yyyy-mm-dd hh:nn:ss.zzz", time); }
 
-TEST(ManualMapTime, MinutesCarryIntoHourAndDate) {
-  const struct {
-    const char *Label, *Before, *Date;
-    int Hour, Minute;
-    const char* After;
-  } rows[] = {
-      {"up over the year's end", "20011231235930", "20011231000000", 23, 0, "2002-01-01 00:00:00.000"},
-      {"down over midnight", "20010301000000", "20010301000000", 0, 59, "2001-02-28 23:59:00.000"},
-      {"up within the day", "20010412175901", "20010412000000", 17, 0, "2001-04-12 18:00:00.000"},
-      {"down within the day", "20010412170059", "20010412000000", 17, 59, "2001-04-12 16:59:00.000"},
-      {"hour and minute typed", "20010412175901", "20010412000000", 18, 0, "2001-04-12 18:00:00.000"},
-      {"half past to 59 is no step", "20010412173000", "20010412000000", 17, 59, "2001-04-12 17:59:00.000"},
-      {"58 to 0 is no step", "20010412175801", "20010412000000", 17, 0, "2001-04-12 17:00:00.000"},
-      {"date picked with a time in it", "20010412175837", "20010514101112", 17, 58,
-       "2001-05-14 17:58:00.000"},
-  };
-  for (const auto& row : rows) {
-    EXPECT_EQ(Text(ManualMapTime(orbit::ParseTimeString(row.Date), row.Hour, row.Minute,
-                                 orbit::ParseTimeString(row.Before))),
-              row.After)
-        << row.Label;
-  }
-}
-
 TEST(MapTimeOfPicture, IsInTheNameAndTheFilesDate) {
   const QTemporaryDir folder;
   const struct {
