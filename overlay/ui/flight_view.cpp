@@ -35,9 +35,9 @@ void TFlightView::paintEvent(QPaintEvent* event) {
     painter.setPen(palette().color(QPalette::PlaceholderText));
     painter.drawText(
         rect().adjusted(16, 16, -16, -16), Qt::AlignCenter | Qt::TextWordWrap,
-        QStringLiteral("Press \"Fly\" to see, line by line, what the satellite's scanner sends at "
-                       "this moment.\n\n\"Set flight date & time...\" or \"Fly this pass\" of the "
-                       "Setup page replay another one."));
+        QStringLiteral("Choose a satellite and press \"Fly\" to see, line by line, what its scanner sends at "
+                       "this moment.\n\n\"Set flight date & time...\" and, on the Setup page, \"Fly this "
+                       "pass\" replay another time."));
     return;
   }
   painter.setRenderHint(QPainter::SmoothPixmapTransform);

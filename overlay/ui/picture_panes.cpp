@@ -23,7 +23,6 @@ constexpr int kTitleGap = 2;
 QScrollArea* NewScrollBox(const char* name, TPictureView* view, QWidget* parent) {
   auto* box = Named(new QScrollArea(parent), name);
   box->setFrameShape(QFrame::NoFrame);
-  box->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
   box->setBackgroundRole(QPalette::Base);
   box->setWidget(view);
   view->setBackgroundRole(QPalette::Base);
@@ -38,8 +37,11 @@ QLabel* NewTitle(const char* name, QWidget* parent) {
 
 /// A view's size in its box; one without a picture fills the box and shows its text.
 void Place(QScrollArea* box, TPictureView* view, QSize size, bool isZoomed) {
-  box->setHorizontalScrollBarPolicy(isZoomed ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
-  view->resize(view->Picture().isNull() ? box->viewport()->size() : size);
+  const bool isEmpty = view->Picture().isNull();
+  const auto bar = [](bool isShown) { return isShown ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff; };
+  box->setHorizontalScrollBarPolicy(bar(isZoomed && !isEmpty));
+  box->setVerticalScrollBarPolicy(bar(!isEmpty));
+  view->resize(isEmpty ? box->size() : size);
 }
 
 }  // namespace
@@ -171,8 +173,8 @@ void TPicturePanes::Fit() {
       pictureSize = QSize(fitted, overlay::FittedPictureHeight(picture_.size(), scaledAs, fitted));
     }
   }
-  Place(ScrollBoxTopo, ImageTopo, mapSize, isZoomed_ && !map.isEmpty());
-  Place(ScrollBoxPicture, ImagePicture, pictureSize, isZoomed_ && !picture_.isNull());
+  Place(ScrollBoxTopo, ImageTopo, mapSize, isZoomed_);
+  Place(ScrollBoxPicture, ImagePicture, pictureSize, isZoomed_);
   FitTitles();
 }
 

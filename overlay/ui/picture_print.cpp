@@ -18,17 +18,25 @@ void PaintPicturePage(QPainter& painter, const QRectF& area, const PicturePage& 
   painter.drawText(QPointF(area.left(), area.top() + metrics.ascent()), caption);
 
   const double top = area.top() + 1.5 * metrics.lineSpacing();
+  const QRectF room(area.left(), top, area.width(), area.bottom() - top);
   const bool areTwo = !page.Map.isNull() && !page.Picture.isNull();
   const double gap = areTwo ? metrics.lineSpacing() / 2 : 0;
-  const int width = page.Map.width() + page.Picture.width();
-  const int height = std::max(page.Map.height(), page.Picture.height());
-  const double scale = std::min((area.width() - gap) / width, (area.bottom() - top) / height);
+  // Side by side or one below the other, whichever shows more.
+  const QSize a = page.Map.size(), b = page.Picture.size();
+  const QSize beside(a.width() + b.width(), std::max(a.height(), b.height()));
+  const QSize below(std::max(a.width(), b.width()), a.height() + b.height());
+  const double scaleBeside = std::min((room.width() - gap) / beside.width(), room.height() / beside.height());
+  const double scaleBelow = std::min(room.width() / below.width(), (room.height() - gap) / below.height());
+  const bool isBeside = scaleBeside >= scaleBelow;
+  const double scale = std::max(scaleBeside, scaleBelow);
+
   painter.setRenderHint(QPainter::SmoothPixmapTransform);
-  double left = area.left() + (area.width() - gap - width * scale) / 2;
+  QPointF corner = room.topLeft();
   for (const QImage& image : {page.Map, page.Picture}) {
     if (image.isNull()) continue;
-    painter.drawImage(QRectF(left, top, image.width() * scale, image.height() * scale), image);
-    left += image.width() * scale + gap;
+    const QSizeF size = QSizeF(image.size()) * scale;
+    painter.drawImage(QRectF(corner, size), image);
+    corner += isBeside ? QPointF(size.width() + gap, 0) : QPointF(0, size.height() + gap);
   }
 }
 

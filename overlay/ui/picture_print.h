@@ -14,7 +14,7 @@ struct PicturePage {
   QImage Map, Picture;
 };
 
-/// Paints the page as large as the area allows, map and picture at one scale and line by line.
+/// Paints the page as large as the area allows, map and picture at one scale, beside or below each other.
 void PaintPicturePage(QPainter& painter, const QRectF& area, const PicturePage& page);
 
 /// Prints on one page. Raises FileError when the printer does not begin.

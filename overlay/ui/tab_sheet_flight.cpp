@@ -153,6 +153,7 @@ void TTabSheetFlight::ShowState() {
 void TTabSheetFlight::FocusRunFlight() { ButtonRunFlight->setFocus(); }
 
 void TTabSheetFlight::TimerFlightTimer() {
+  if (flight_.Picture() == nullptr) return;
   const orbit::TDateTime now = FlightTime();
   const int rowBefore = flight_.Picture()->Row();
   int drawn = 0;

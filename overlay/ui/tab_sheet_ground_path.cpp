@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QDateTimeEdit>
+#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -44,6 +45,9 @@ class Hourglass {
   Hourglass(const Hourglass&) = delete;
   Hourglass& operator=(const Hourglass&) = delete;
 };
+
+/// A map has hundreds of lines for each picture that a screen can show: as often as nobody notices a delay.
+constexpr int kPumpEveryMs = 12;
 
 orbit::TDateTime ToMinute(orbit::TDateTime moment) {
   const orbit::DateTimeFields fields = orbit::TakeApart(moment);
@@ -282,12 +286,17 @@ void TTabSheetGroundPath::MakeMap() {
 
 void TTabSheetGroundPath::GenerateLive(const overlay::OverlayRequest& request) {
   QProgressBar* progress = ui_.ProgressBarMakeMap;
-  progress->setRange(0, request.DurationMinutes);
+  const int linesPerMinute = request.Satellite.LinesPerMinute;
+  const int minutesOfRows = (request.LineLimit + linesPerMinute - 1) / linesPerMinute;
+  progress->setRange(
+      0, minutesOfRows > 0 ? std::min(minutesOfRows, request.DurationMinutes) : request.DurationMinutes);
   progress->setValue(0);
   bool isTold = false;
+  QElapsedTimer sincePump;
+  sincePump.start();
   const auto afterLine = [&](const overlay::LineProgress& line) {
     const overlay::OverlayResult& soFar = line.SoFar;
-    if (line.Line == 0) ui_.Panes->BeginMap(soFar.Map.size(), TitleOf(request));
+    if (line.Line == 0) ui_.Panes->BeginMap(soFar.Map.size(), QStringLiteral("Map: ") + TitleOf(request));
     if (line.Repaint) ui_.Panes->ShowProgress(soFar.Map, request.SouthBound, soFar.LinesMade);
     if (line.NewMinute) progress->setValue(progress->value() + 1);
     if (!isTold && soFar.MiddleOfPass.Days > 0) {
@@ -295,11 +304,15 @@ void TTabSheetGroundPath::GenerateLive(const overlay::OverlayRequest& request) {
       orbit::TSatellite satellite = request.Satellite;
       session_.Window.SetStatus(map::InfoAt(satellite, soFar.MiddleOfPass, request.Station).StatusText);
     }
-    QCoreApplication::processEvents();
+    if (sincePump.elapsed() >= kPumpEveryMs) {
+      QCoreApplication::processEvents();
+      sincePump.start();
+    }
     return !stopRequested_ && !session_.Run.AbortRequested && !session_.Run.Closing;
   };
   try {
     ShowResult(request, overlay::GenerateOverlay(request, sources_, afterLine));
+    if (!stopRequested_) progress->setValue(progress->maximum());
   } catch (...) {
     ShowMap();
     throw;
@@ -315,7 +328,8 @@ void TTabSheetGroundPath::ShowResult(const overlay::OverlayRequest& request, ove
 
 void TTabSheetGroundPath::ShowMap() {
   if (result_) {
-    ui_.Panes->SetMap({result_->Map, madeFor_.SouthBound, result_->LinesMade}, TitleOf(madeFor_));
+    ui_.Panes->SetMap({result_->Map, madeFor_.SouthBound, result_->LinesMade},
+                      QStringLiteral("Map: ") + TitleOf(madeFor_));
   } else {
     ui_.Panes->SetMap({}, QStringLiteral("Map"));
   }
@@ -327,7 +341,7 @@ void TTabSheetGroundPath::SaveResults() {
 
 QString TTabSheetGroundPath::TitleOf(const overlay::OverlayRequest& request) const {
   const orbit::TDateTime end{request.Start.Days + request.DurationMinutes / 1440.0};
-  return QStringLiteral("Map: %1  %2-%3  %4")
+  return QStringLiteral("%1  %2-%3  %4")
       .arg(QString::fromStdString(request.Satellite.Name), MomentText("yyyy mmm dd  hh:nn:ss", request.Start),
            MomentText("hh:nn:ss", end),
            request.SouthBound ? QStringLiteral("South") : QStringLiteral("North"));

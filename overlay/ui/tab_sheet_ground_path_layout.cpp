@@ -110,15 +110,16 @@ QHBoxLayout* BuildPictureRow(TabSheetGroundPathLayout& ui, QWidget* page) {
     channels->addWidget(button);
   }
   ui.Channels->button(0)->setChecked(true);
-  ui.RadioGroupPrefPicChannel->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Maximum);
   ui.ButtonReload =
       NewPageButton(QStringLiteral("Load picture"), "ButtonReload",
                     QStringLiteral("Look for the picture of the pass in the picture folders"), page);
+  channels->addSpacing(6);
+  channels->addWidget(ui.ButtonReload);
+  ui.RadioGroupPrefPicChannel->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Maximum);
   ui.GroupBoxTimeCorrection = new TTimeCorrectionBox(page);
 
   auto* row = new QHBoxLayout;
   row->addWidget(ui.RadioGroupPrefPicChannel);
-  row->addWidget(ui.ButtonReload);
   row->addStretch(1);
   row->addWidget(ui.GroupBoxTimeCorrection);
   return row;
