@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 
 namespace pelorin::orbit {
 namespace {
@@ -48,6 +49,25 @@ std::string UpperCased(std::string_view text) {
     if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
   }
   return upper;
+}
+
+bool TakeLine(std::string_view& text, std::string_view& line) {
+  line = {};
+  if (text.empty()) return false;
+  const std::size_t end = text.find('\n');
+  line = text.substr(0, end);
+  text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+  if (line.ends_with('\r')) line.remove_suffix(1);
+  return true;
+}
+
+std::optional<double> DecimalNumber(std::string_view text) {
+  text = Trimmed(text);
+  if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
+  double value = 0;
+  const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  const bool whole = error == std::errc() && stop == text.data() + text.size();
+  return whole && std::isfinite(value) ? std::optional(value) : std::nullopt;
 }
 
 int IntegerField(std::string_view line, int firstColumn, int length) {

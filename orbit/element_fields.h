@@ -1,9 +1,10 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
-/// Fixed columns of element lines: numbers in, numbers out.
+/// Lines, columns and numbers of element files.
 namespace pelorin::orbit {
 
 /// Two digits of 0 … 99.
@@ -20,6 +21,12 @@ std::string_view Trimmed(std::string_view text);
 
 /// ASCII letters in upper case; all other bytes stay.
 std::string UpperCased(std::string_view text);
+
+/// Takes the next line off the text, without its end (CR LF or LF); false, and an empty line, at the end.
+bool TakeLine(std::string_view& text, std::string_view& line);
+
+/// The whole of a text, blanks at its ends aside, as a finite decimal number.
+std::optional<double> DecimalNumber(std::string_view text);
 
 /// The signed integer in `length` columns from `firstColumn` (1-based) on, blanks read as zeros.
 /// Columns beyond the line's end are missing; anything unreadable is 0.

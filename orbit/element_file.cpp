@@ -1,11 +1,13 @@
 #include "orbit/element_file.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <fstream>
 #include <unordered_map>
 
 #include "orbit/element_fields.h"
+#include "orbit/omm.h"
 #include "orbit/propagation.h"
 #include "orbit/scalar_math.h"
 
@@ -14,10 +16,17 @@ namespace {
 
 namespace fs = std::filesystem;
 
+const char* const kNoOrbit = "its elements describe no orbit";
+/// Ten times all that is catalogued: a longer table is something else that lies in the folder.
+constexpr std::uintmax_t kMostMessageBytes = 256 << 20;
+
 std::string PathText(const fs::path& path) {
   const std::u8string text = path.u8string();
   return {text.begin(), text.end()};
 }
+
+/// The extension in capitals.
+std::string KindOf(const fs::path& file) { return UpperCased(PathText(file.extension())); }
 
 std::string ReadWhole(const fs::path& file) {
   std::ifstream stream(file, std::ios::binary);
@@ -29,17 +38,6 @@ std::string ReadWhole(const fs::path& file) {
   if (stream.bad()) throw ReadError("Cannot read the element file " + PathText(file));
   text.resize(static_cast<std::size_t>(stream.gcount()));
   return text;
-}
-
-/// The next line without its end, or nothing at the end of the text.
-bool TakeLine(std::string_view& text, std::string_view& line) {
-  line = {};
-  if (text.empty()) return false;
-  const std::size_t end = text.find('\n');
-  line = text.substr(0, end);
-  text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-  if (line.ends_with('\r')) line.remove_suffix(1);
-  return true;
 }
 
 bool IsNewer(const TSatellite& a, const TSatellite& b) { return a.Epoch > b.Epoch; }
@@ -55,9 +53,9 @@ std::vector<TSatellite> BestOfEach(const std::vector<TSatellite>& sets, Better b
   std::vector<TSatellite> best;
   std::unordered_map<std::string, std::size_t> byNumber;
   for (const TSatellite& set : sets) {
-    const bool numbered = set.CatalogueNumber.size() == 5;
-    const auto [known, isNew] = byNumber.emplace(numbered ? set.CatalogueNumber : std::string(), best.size());
-    if (isNew || !numbered) {
+    const std::string key = set.CatalogueKey();
+    const auto [known, isNew] = byNumber.emplace(key, best.size());
+    if (isNew || key.empty()) {
       best.push_back(set);
     } else if (better(set, best[known->second])) {
       best[known->second] = set;
@@ -93,20 +91,55 @@ void ReadElementTriples(
   }
 }
 
+void ReadElementSets(const fs::path& file,
+                     const std::function<void(std::string_view name, TSatellite&& set)>& take,
+                     std::vector<RejectedSet>& rejected) {
+  const std::string fileName = PathText(file.filename());
+  const auto takeFrom = [&](std::string_view name, const auto& source) {
+    TSatellite set;
+    set.SetIdentity(name, fileName);
+    try {
+      source(set);
+      take(name, std::move(set));
+    } catch (const ConvertError& error) {
+      rejected.push_back({set.Name, fileName, error.what()});
+    } catch (const MathError&) {
+      rejected.push_back({set.Name, fileName, kNoOrbit});
+    }
+  };
+  const auto takeMessage = [&](const OmmRecord& record) {
+    takeFrom(Trimmed(record[kOmmName]), [&](TSatellite& set) { TakeOmm(record, set); });
+  };
+  const std::string kind = KindOf(file);
+  if (kind != ".CSV" && kind != ".JSON") {
+    ReadElementTriples(file, [&](std::string_view name, std::string_view line1, std::string_view line2) {
+      takeFrom(name, [&](TSatellite& set) { set.ParseElements(line1, line2); });
+    });
+    return;
+  }
+  std::error_code error;
+  if (const std::uintmax_t size = fs::file_size(file, error); !error && size > kMostMessageBytes) return;
+  if (kind == ".CSV") {
+    ReadOmmCsv(ReadWhole(file), takeMessage);
+  } else {
+    ReadOmmJson(ReadWhole(file), takeMessage);
+  }
+}
+
 std::vector<fs::path> ElementFilesIn(const fs::path& folder) {
-  std::vector<fs::path> plain, tle;
+  constexpr std::array<std::string_view, 4> kinds{".2LI", ".TLE", ".CSV", ".JSON"};
+  std::vector<std::pair<std::size_t, fs::path>> found;
   std::error_code error;
   for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
-    const std::string extension = UpperCased(PathText(entry->path().extension()));
+    const auto kind = std::find(kinds.begin(), kinds.end(), KindOf(entry->path()));
     std::error_code ignored;
-    if (entry->is_directory(ignored)) continue;
-    if (extension == ".2LI") plain.push_back(entry->path());
-    if (extension == ".TLE") tle.push_back(entry->path());
+    if (kind == kinds.end() || entry->is_directory(ignored)) continue;
+    found.emplace_back(kind - kinds.begin(), entry->path());
   }
-  std::sort(plain.begin(), plain.end());
-  std::sort(tle.begin(), tle.end());
-  plain.insert(plain.end(), tle.begin(), tle.end());
-  return plain;
+  std::sort(found.begin(), found.end());
+  std::vector<fs::path> files;
+  for (auto& [kind, file] : found) files.push_back(std::move(file));
+  return files;
 }
 
 std::vector<TSatellite> ReadAllElementSets(const fs::path& fileOrFolder, std::vector<RejectedSet>& rejected) {
@@ -117,21 +150,14 @@ std::vector<TSatellite> ReadAllElementSets(const fs::path& fileOrFolder, std::ve
   }
   std::vector<TSatellite> sets;
   for (const fs::path& file : folder ? ElementFilesIn(fileOrFolder) : std::vector<fs::path>{fileOrFolder}) {
-    const std::string fileName = PathText(file.filename());
-    ReadElementTriples(file, [&](std::string_view name, std::string_view line1, std::string_view line2) {
-      TSatellite satellite;
-      satellite.SetIdentity(name, fileName);
-      try {
-        satellite.ParseElements(line1, line2);
-      } catch (const MathError&) {
-        satellite.Valid = false;
-      }
-      if (satellite.Valid && CanPropagate(satellite)) {
-        sets.push_back(std::move(satellite));
+    const auto take = [&](std::string_view, TSatellite&& set) {
+      if (CanPropagate(set)) {
+        sets.push_back(std::move(set));
       } else {
-        rejected.push_back({satellite.Name, fileName, "its elements describe no orbit"});
+        rejected.push_back({set.Name, set.SourceFile, kNoOrbit});
       }
-    });
+    };
+    ReadElementSets(file, take, rejected);
   }
   return sets;
 }

@@ -9,7 +9,8 @@
 
 #include "orbit/satellite.h"
 
-/// Element files: three lines a satellite — name, line 1, line 2 —, lines ended by CR LF or LF.
+/// Element files: three lines a satellite — name, line 1, line 2 —, lines ended by CR LF or LF, or orbit
+/// mean-elements messages as CSV or JSON.
 namespace pelorin::orbit {
 
 /// A file or folder that cannot be read; what() names it.
@@ -30,8 +31,15 @@ void ReadElementTriples(
     const std::filesystem::path& file,
     const std::function<void(std::string_view name, std::string_view line1, std::string_view line2)>& take);
 
-/// The element files of a folder: "*.2li", then "*.tle", case aside, each kind in the order of the names. An
-/// empty or missing folder has none.
+/// Calls `take` with the name as it is written, trimmed, and the set for each set of a file: of the messages
+/// of a "*.csv" or "*.json", of the triples of any other. A set that cannot be read, or has no orbit, goes to
+/// `rejected`; a table that holds something else has no sets. Raises ReadError.
+void ReadElementSets(const std::filesystem::path& file,
+                     const std::function<void(std::string_view name, TSatellite&& set)>& take,
+                     std::vector<RejectedSet>& rejected);
+
+/// The element files of a folder: "*.2li", then "*.tle", "*.csv" and "*.json", case aside, each kind in the
+/// order of the names. An empty or missing folder has none.
 std::vector<std::filesystem::path> ElementFilesIn(const std::filesystem::path& folder);
 
 /// Every set of a file, or of a folder's element files, in the order read; several of one satellite are all
@@ -48,8 +56,8 @@ const TSatellite* NearestElementSet(const std::vector<TSatellite>& sets, std::st
 const TSatellite* NewestElementSet(const std::vector<TSatellite>& sets, std::string_view name);
 
 /// One set of each satellite, in the order in which the satellites first appear: the newest, or the one
-/// nearest to a Julian date. Satellites are told apart by their 5-character catalogue number; a set without a
-/// full one stands for itself.
+/// nearest to a Julian date. Satellites are told apart by TSatellite::CatalogueKey; a set without one stands
+/// for itself.
 std::vector<TSatellite> NewestOfEach(const std::vector<TSatellite>& sets);
 std::vector<TSatellite> NearestOfEach(const std::vector<TSatellite>& sets, double jd);
 

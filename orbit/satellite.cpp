@@ -31,23 +31,39 @@ double BrouwerPeriod(double meanMotion, double eccentricity, double inclination)
 }  // namespace
 
 void TSatellite::ParseElements(std::string_view line1, std::string_view line2) {
+  PublishedElements elements;
+  elements.CatalogueNumber = Columns(line1, 3, 5);
+  elements.EpochRaw = RealField(line1, 19, 14);
+  elements.MeanMotionDot = RealField(line1, 34, 10);
+  elements.MeanMotionDotDot = RealField(line1, 45, 6) * 1e-5 * Power(10, IntegerField(line1, 51, 2));
+  elements.BStar = RealField(line1, 54, 6) * 1e-5 * Power(10, IntegerField(line1, 60, 2));
+  elements.ElementSetNumber = std::abs(IntegerField(line1, 66, 3));
+
+  elements.Inclination = RealField(line2, 9, 8);
+  elements.RightAscensionOfNode = RealField(line2, 18, 8);
+  elements.Eccentricity = RealField(line2, 27, 7) * 1e-7;
+  elements.ArgumentOfPerigee = RealField(line2, 35, 8);
+  elements.MeanAnomaly = RealField(line2, 44, 8);
+  elements.MeanMotion = RealField(line2, 53, 11);
+  TakeElements(elements);
+}
+
+void TSatellite::TakeElements(const PublishedElements& elements) {
   Propagator = std::monostate();
 
-  CatalogueNumber = Columns(line1, 3, 5);
-  EpochRaw = RealField(line1, 19, 14);
-  MeanMotionDot = RealField(line1, 34, 10) * kTwoPi / (kMinutesPerDay * kMinutesPerDay);
-  MeanMotionDotDot =
-      RealField(line1, 45, 6) * 1e-5 * Power(10, IntegerField(line1, 51, 2)) * kTwoPi / Cube(kMinutesPerDay);
-  BStar = RealField(line1, 54, 6) * 1e-5 * Power(10, IntegerField(line1, 60, 2));
-  ElementSetNumber = ThreeDigit(std::abs(IntegerField(line1, 66, 3)));
-
-  Inclination = Radians(RealField(line2, 9, 8));
-  RightAscensionOfNode = Radians(RealField(line2, 18, 8));
-  Eccentricity = RealField(line2, 27, 7) * 1e-7;
-  ArgumentOfPerigee = Radians(RealField(line2, 35, 8));
-  MeanAnomaly = Radians(RealField(line2, 44, 8));
-  MeanMotion = RealField(line2, 53, 11) * kTwoPi / kMinutesPerDay;
+  CatalogueNumber = elements.CatalogueNumber;
+  ElementSetNumber = ThreeDigit(elements.ElementSetNumber);
+  EpochRaw = elements.EpochRaw;
   Epoch = JulianDateOfEpoch(EpochRaw);
+  MeanMotion = elements.MeanMotion * kTwoPi / kMinutesPerDay;
+  MeanMotionDot = elements.MeanMotionDot * kTwoPi / (kMinutesPerDay * kMinutesPerDay);
+  MeanMotionDotDot = elements.MeanMotionDotDot * kTwoPi / Cube(kMinutesPerDay);
+  BStar = elements.BStar;
+  Eccentricity = elements.Eccentricity;
+  Inclination = Radians(elements.Inclination);
+  RightAscensionOfNode = Radians(elements.RightAscensionOfNode);
+  ArgumentOfPerigee = Radians(elements.ArgumentOfPerigee);
+  MeanAnomaly = Radians(elements.MeanAnomaly);
 
   IsDeepSpace = BrouwerPeriod(MeanMotion, Eccentricity, Inclination) >= kDeepSpacePeriodMinutes;
   Valid = true;
@@ -61,6 +77,17 @@ void TSatellite::SetIdentity(std::string_view nameLine, std::string_view fileNam
   ScanHalfAngle = IsNoaaScanner ? 55.37 : Name == "METEOR 3-5" ? 36.0 : 45.0;
   LinesPerMinute = Name.starts_with("OKEAN") || Name.starts_with("SICH") ? 240 : 120;
   SourceFile = fileName.substr(fileName.find_last_of("/\\") + 1);
+}
+
+std::string TSatellite::CatalogueKey() const {
+  if (CatalogueNumber.size() < 5) return {};
+  // Alpha-5: the ten thousands from 10 on as a letter; I and O look too much like digits.
+  constexpr std::string_view letters = "ABCDEFGHJKLMNPQRSTUVWXYZ";
+  const std::size_t letter = letters.find(CatalogueNumber.front());
+  const std::string digits = CatalogueNumber.substr(1);
+  const bool alpha5 = CatalogueNumber.size() == 5 && letter != std::string_view::npos &&
+                      digits.find_first_not_of("0123456789") == std::string::npos;
+  return alpha5 ? std::to_string(10 + letter) + digits : CatalogueNumber;
 }
 
 double TSatellite::PeriodDays() const { return kTwoPi / (MeanMotion * kMinutesPerDay); }

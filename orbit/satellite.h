@@ -8,11 +8,25 @@
 
 namespace pelorin::orbit {
 
+/// A set of mean elements in the units in which sets are published: degrees, revolutions and days.
+struct PublishedElements {
+  std::string CatalogueNumber;
+  int ElementSetNumber = 0;
+  double EpochRaw = 0;          ///< yyddd.dddddddd
+  double MeanMotion = 0;        ///< revolutions per day
+  double MeanMotionDot = 0;     ///< half the first derivative, revolutions per day²
+  double MeanMotionDotDot = 0;  ///< a sixth of the second derivative, revolutions per day³
+  double BStar = 0;             ///< per Earth radius
+  double Eccentricity = 0;
+  double Inclination = 0, RightAscensionOfNode = 0, ArgumentOfPerigee = 0, MeanAnomaly = 0;  ///< degrees
+};
+
 /// One satellite: its element set, what follows from its name, and the propagator's state. Copies are
 /// independent of each other.
 class TSatellite {
  public:
-  std::string CatalogueNumber;      ///< 5 characters, upper case; what two sets of one satellite share
+  /// Upper case: the 5 characters of a two-line set, letters included ("A0000" is 100000), or 5 … 9 digits.
+  std::string CatalogueNumber;
   bool IsDeepSpace = false;         ///< period of 225 minutes or more
   std::string ElementSetNumber;     ///< 3 digits
   double MeanAnomaly = 0;           ///< radians
@@ -42,9 +56,16 @@ class TSatellite {
   /// MathError for elements that have no orbit: an eccentricity of 1 or more, a negative mean motion.
   void ParseElements(std::string_view line1, std::string_view line2);
 
+  /// Takes over a set of whatever source. Raises MathError as ParseElements does.
+  void TakeElements(const PublishedElements& elements);
+
   /// Takes over the name line and the element file's name (its folder is cut off) and sets what depends on
   /// the name: scan half-angle, lines per minute, scanner family.
   void SetIdentity(std::string_view nameLine, std::string_view fileName);
+
+  /// What all sets of one satellite share, in whatever form its number is written; empty for a number cut
+  /// short, which tells no satellite from another.
+  std::string CatalogueKey() const;
 
   /// Orbital period in days, from the mean motion as read.
   double PeriodDays() const;

@@ -4,7 +4,6 @@
 #include <unordered_map>
 
 #include "orbit/element_fields.h"
-#include "orbit/scalar_math.h"
 
 namespace pelorin::orbit {
 
@@ -15,18 +14,9 @@ class TSatelliteList::Loader {
   explicit Loader(TSatelliteList& list) : list_(list) {}
 
   void LoadElementFile(const std::filesystem::path& file) {
-    const std::u8string u8name = file.filename().u8string();
-    const std::string fileName(u8name.begin(), u8name.end());
-    ReadElementTriples(file, [&](std::string_view name, std::string_view line1, std::string_view line2) {
-      auto satellite = std::make_unique<TSatellite>();
-      try {
-        satellite->ParseElements(line1, line2);
-      } catch (const MathError& error) {
-        list_.rejected_.push_back({std::string(name), fileName, error.what()});
-        return;
-      }
-      Take(name, fileName, std::move(satellite));
-    });
+    ReadElementSets(
+        file, [this](std::string_view name, TSatellite&& set) { Take(name, std::move(set)); },
+        list_.rejected_);
   }
 
   void Finish() {
@@ -36,13 +26,12 @@ class TSatelliteList::Loader {
   }
 
  private:
-  void Take(std::string_view name, const std::string& fileName, std::unique_ptr<TSatellite> satellite) {
-    // Only a full number identifies a satellite; sets with a shorter one stand for themselves.
-    const bool numbered = satellite->CatalogueNumber.size() == 5;
-    if (numbered) {
-      if (const auto known = byNumber_.find(satellite->CatalogueNumber); known != byNumber_.end()) {
+  void Take(std::string_view name, TSatellite&& set) {
+    const std::string key = set.CatalogueKey();
+    if (!key.empty()) {
+      if (const auto known = byNumber_.find(key); known != byNumber_.end()) {
         Entry& older = list_.entries_[known->second];
-        if (satellite->Epoch <= older.satellite->Epoch) return;
+        if (set.Epoch <= older.satellite->Epoch) return;
         byName_.erase(older.folded);
         byNumber_.erase(known);
         older.satellite.reset();
@@ -51,9 +40,9 @@ class TSatelliteList::Loader {
     std::string folded = UpperCased(name);
     const std::size_t index = list_.entries_.size();
     if (!byName_.emplace(folded, index).second) return;
-    if (numbered) byNumber_.emplace(satellite->CatalogueNumber, index);
-    satellite->SetIdentity(name, fileName);
-    list_.entries_.push_back({std::string(name), std::move(folded), std::move(satellite)});
+    if (!key.empty()) byNumber_.emplace(key, index);
+    list_.entries_.push_back(
+        {std::string(name), std::move(folded), std::make_unique<TSatellite>(std::move(set))});
   }
 
   TSatelliteList& list_;
