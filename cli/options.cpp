@@ -160,9 +160,8 @@ std::vector<orbit::TSatellite> Arguments::ElementSets() const {
                  QString::fromStdString(set.Reason)));
   }
   if (sets.empty()) {
-    throw Failure(QStringLiteral("There are no usable element sets in %1. Name a folder with *.2li or *.tle "
-                                 "files, or one such file, "
-                                 "with --elements.")
+    throw Failure(QStringLiteral("There are no usable element sets in %1. Name a folder with *.2li, *.tle, "
+                                 "*.csv or *.json files, or one such file, with --elements.")
                       .arg(path));
   }
   return sets;
@@ -175,9 +174,10 @@ Option StationOption() {
 }
 
 Option ElementsOption() {
-  return {
-      QStringLiteral("elements"), QStringLiteral("DIR|FILE"),
-      QStringLiteral("Folder of element files (*.2li, *.tle), or one file. Default: the settings' folder.")};
+  return {QStringLiteral("elements"), QStringLiteral("DIR|FILE"),
+          QStringLiteral(
+              "Folder of element files (*.2li, *.tle; OMM as *.csv, *.json), or one file. Default: the "
+              "settings' folder.")};
 }
 
 Option SatelliteOption() {

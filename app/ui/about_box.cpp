@@ -41,7 +41,9 @@ QString LibrariesHtml() {
              "<p><b>libpng</b><br>© The PNG Reference Library Authors. PNG Reference Library License.<br>"
              "<a href=\"http://www.libpng.org/\">http://www.libpng.org/</a></p>"
              "<p><b>zlib</b>, beneath libpng<br>© Jean-loup Gailly and Mark Adler. zlib licence.<br>"
-             "<a href=\"https://zlib.net/\">https://zlib.net/</a></p>")
+             "<a href=\"https://zlib.net/\">https://zlib.net/</a></p>"
+             "<p><b>JSON for Modern C++</b><br>© Niels Lohmann and others. MIT licence.<br>"
+             "<a href=\"https://json.nlohmann.me/\">https://json.nlohmann.me/</a></p>")
       .arg(QString::fromLatin1(qVersion()));
 }
 

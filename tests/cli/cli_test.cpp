@@ -221,6 +221,22 @@ TEST_F(Cli, BadSetsAreNamedAndTheRestIsUsed) {
   EXPECT_FALSE(outcome.Out.contains(QStringLiteral("nan")));
 }
 
+TEST_F(Cli, SetsOfEveryFormAreListed) {
+  QDir(Path("")).mkpath(QStringLiteral("keps"));
+  QFile::copy(kDemoElements, Path("keps/a.2li"));
+  files::ReplaceFile(Path("keps/passes.csv"), Run("passes --elements DEMO --from 2022-02-23").Out.toUtf8());
+  files::ReplaceFile(
+      Path("keps/new.json"),
+      R"([{"OBJECT_NAME":"New, \"1\"","NORAD_CAT_ID":799500123,"EPOCH":"2022-02-22T12:00:00","MEAN_MOTION":14.2,
+          "ECCENTRICITY":0.001,"INCLINATION":98.5,"RA_OF_ASC_NODE":1,"ARG_OF_PERICENTER":2,"MEAN_ANOMALY":3,
+          "ELEMENT_SET_NO":999}])");
+  const Outcome outcome = Run("elements --elements HERE/keps");
+  EXPECT_EQ(outcome.Err, QString());
+  ASSERT_EQ(outcome.Lines().size(), 47);
+  EXPECT_TRUE(outcome.Lines()[46].startsWith(
+      QStringLiteral("\"NEW, \"\"1\"\"\",799500123,999,2022-02-22T12:00:00Z,")));
+}
+
 TEST_F(Cli, ScansAndLinesTellTheGeometry) {
   const QStringList scan = Run("scan --satellite NOAA_19 --height 860").Lines();
   ASSERT_EQ(scan.size(), 456);
