@@ -3,6 +3,7 @@
 #include <cmath>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 
 #include "orbit/element_file.h"
 #include "orbit/julian_date.h"
@@ -75,23 +76,54 @@ void PassListOfTenSatellitesFor28Days(benchmark::State& state) {
 }
 BENCHMARK(PassListOfTenSatellitesFor28Days)->Unit(benchmark::kMillisecond);
 
-void LoadElementFolder(benchmark::State& state) {
-  const auto folder = std::filesystem::temp_directory_path() / "pelorin-bench-elements";
-  std::filesystem::create_directories(folder);
-  {
-    std::ofstream file(folder / "many.2li", std::ios::binary);
-    for (int i = 0; i < state.range(0); ++i) {
-      const std::string number = std::to_string(10000 + i);
-      file << "SATELLITE " << (i * 7919) % 100000 << "\r\n1 " << number
+/// The same sets in each form; `file` tells which.
+std::string ElementFile(std::string_view file, std::int64_t sets) {
+  const bool csv = file.ends_with("csv"), json = file.ends_with("json");
+  std::ostringstream text;
+  if (csv) {
+    text << "OBJECT_NAME,OBJECT_ID,EPOCH,MEAN_MOTION,ECCENTRICITY,INCLINATION,RA_OF_ASC_NODE,"
+            "ARG_OF_PERICENTER,MEAN_ANOMALY,EPHEMERIS_TYPE,CLASSIFICATION_TYPE,NORAD_CAT_ID,ELEMENT_SET_NO,"
+            "REV_AT_EPOCH,BSTAR,MEAN_MOTION_DOT,MEAN_MOTION_DDOT\r\n";
+  }
+  for (std::int64_t i = 0; i < sets; ++i) {
+    const std::string name = "SATELLITE " + std::to_string((i * 7919) % 100000);
+    const std::string number = std::to_string(10000 + i);
+    if (csv) {
+      text << name << ",1991-032A,1999-02-03T05:02:05.265024,14.22950462,.001325,98.5313,39.9325,4.9627,"
+           << "355.168,0,U," << number << ",148,40111,.13981E-3,.272E-5,0\r\n";
+    } else if (json) {
+      text << (i == 0 ? "[" : ",") << "{\"OBJECT_NAME\":\"" << name
+           << "\",\"OBJECT_ID\":\"1991-032A\",\"EPOCH\":\"1999-02-03T05:02:05.265024\","
+              "\"MEAN_MOTION\":14.22950462,\"ECCENTRICITY\":0.001325,\"INCLINATION\":98.5313,"
+              "\"RA_OF_ASC_NODE\":39.9325,\"ARG_OF_PERICENTER\":4.9627,\"MEAN_ANOMALY\":355.168,"
+              "\"EPHEMERIS_TYPE\":0,\"CLASSIFICATION_TYPE\":\"U\",\"NORAD_CAT_ID\":"
+           << number
+           << ",\"ELEMENT_SET_NO\":148,\"REV_AT_EPOCH\":40111,\"BSTAR\":0.00013981,"
+              "\"MEAN_MOTION_DOT\":2.72e-6,\"MEAN_MOTION_DDOT\":0}"
+           << (i + 1 == sets ? "]" : "");
+    } else {
+      text << name << "\r\n1 " << number
            << "U 91032A   99034.20978316  .00000272  00000-0  13981-3 0  1482\r\n2 " << number
            << "  98.5313  39.9325 0013250   4.9627 355.1680 14.22950462401115\r\n";
     }
   }
+  return text.str();
+}
+
+void LoadElementFolder(benchmark::State& state, const char* fileName) {
+  const auto folder = std::filesystem::temp_directory_path() / "pelorin-bench-elements";
+  std::filesystem::create_directories(folder);
+  std::ofstream(folder / fileName, std::ios::binary) << ElementFile(fileName, state.range(0));
   int count = 0;
   for (auto _ : state) count = TSatelliteList(folder).Count();
   state.counters["sets"] = count;
   std::filesystem::remove_all(folder);
 }
-BENCHMARK(LoadElementFolder)->Arg(5000)->Arg(15000)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(LoadElementFolder, TwoLine, "many.2li")
+    ->Arg(5000)
+    ->Arg(15000)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(LoadElementFolder, Csv, "many.csv")->Arg(15000)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(LoadElementFolder, Json, "many.json")->Arg(15000)->Unit(benchmark::kMillisecond);
 
 }  // namespace
