@@ -113,6 +113,7 @@ void TFormMain::ConnectHandlers() {
   Handle(ui_.HelpContents, &QAction::triggered, this, &TFormMain::HelpContentsClick);
   Handle(ui_.HelpIndex, &QAction::triggered, this, &TFormMain::HelpIndexClick);
   Handle(ui_.HelpFAQs, &QAction::triggered, this, &TFormMain::HelpFAQsClick);
+  Handle(ui_.HelpPage, &QAction::triggered, this, &TFormMain::HelpPageClick);
   Handle(ui_.HelpAbout, &QAction::triggered, this, &TFormMain::HelpAboutClick);
   Handle(ui_.ShowDebug, &QAction::triggered, this, [](TFormMain* form) { form->ShowPage(Page::Debug); });
 }
@@ -417,6 +418,8 @@ void TFormMain::HelpContentsClick() { Boxes().Help(session::kHelpContents); }
 void TFormMain::HelpIndexClick() { Boxes().Help(session::kHelpIndex); }
 
 void TFormMain::HelpFAQsClick() { Boxes().Help(kHelpFaqs); }
+
+void TFormMain::HelpPageClick() { Boxes().Help(HelpTopicOf(ui_.PageControl->currentWidget()->objectName())); }
 
 void TFormMain::HelpAboutClick() { AboutBoxQuillfen->exec(); }
 

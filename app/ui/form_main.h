@@ -114,6 +114,7 @@ class TFormMain : public QMainWindow, public session::Shell {
   void HelpContentsClick();
   void HelpIndexClick();
   void HelpFAQsClick();
+  void HelpPageClick();
   void HelpAboutClick();
 
   Surroundings surroundings_;

@@ -92,8 +92,8 @@ void BuildHelpMenu(FormMainLayout& ui, QMenuBar* bar) {
   QMenu* menu = Named(bar->addMenu(QStringLiteral("&Help")), "MenuHelp");
   ui.HelpIntroduction =
       Item(menu, QStringLiteral("Introduction"), "HelpIntroduction", QStringLiteral("What Pelorin does"));
-  ui.HelpContents = Item(menu, QStringLiteral("&Contents"), "HelpContents",
-                         QStringLiteral("The help's table of contents"), QKeySequence::HelpContents);
+  ui.HelpContents =
+      Item(menu, QStringLiteral("&Contents"), "HelpContents", QStringLiteral("The help's table of contents"));
   ui.HelpIndex = Item(menu, QStringLiteral("I&ndex"), "HelpIndex", QStringLiteral("The help's keywords"));
   ui.HelpFAQs = Item(menu, QStringLiteral("FAQs"), "HelpFAQs", QStringLiteral("Questions often asked"));
   menu->addSeparator();
@@ -111,6 +111,9 @@ void FormMainLayout::Build(QMainWindow* form) {
   ShowDebug = Named(new QAction(form), "ShowDebug");
   ShowDebug->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_D));
   form->addAction(ShowDebug);
+  HelpPage = Named(new QAction(form), "HelpPage");
+  HelpPage->setShortcut(QKeySequence::HelpContents);
+  form->addAction(HelpPage);
 
   PageControl = Named(new QTabWidget(form), "PageControl");
   PageControl->setDocumentMode(true);

@@ -28,7 +28,7 @@ struct FormMainLayout {
   std::array<QAction*, 3> MenuLook;  ///< by Look
   QActionGroup* LookGroup;
   QAction *HelpIntroduction, *HelpContents, *HelpIndex, *HelpFAQs, *HelpAbout;
-  QAction* ShowDebug;  ///< in no menu
+  QAction *ShowDebug, *HelpPage;  ///< in no menu
 
   void Build(QMainWindow* form);
 };

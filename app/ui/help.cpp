@@ -1,9 +1,46 @@
 #include "app/ui/help.h"
 
+#include <QAbstractButton>
+#include <QApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QKeyEvent>
+#include <QMessageBox>
+#include <utility>
+
+#include "app/ui/help_book.h"
+#include "app/ui/help_window.h"
 
 namespace pelorin::ui {
+namespace {
+
+struct TopicOfForm {
+  const char* ObjectName;
+  int Context;
+};
+
+constexpr TopicOfForm kTopicsOfForms[] = {
+    {"TabSheetSetup", 20},      {"TabSheetMap", 30},
+    {"TabSheetGroundPath", 40}, {"TabSheetFlight", 50},
+    {"FormEphemeris", 60},      {"FormUpdateKeplers", 70},
+    {"FormSatKepsSummary", 80}, {"FormOverlayTextOptions", 90},
+    {"FormSetFlightTime", 51},  {"AboutBoxQuillfen", kHelpIntroduction},
+};
+
+}  // namespace
+
+int HelpTopicOf(const QString& objectName) {
+  for (const TopicOfForm& form : kTopicsOfForms) {
+    if (objectName == QLatin1StringView(form.ObjectName)) return form.Context;
+  }
+  return 0;
+}
+
+QList<int> HelpTopics() {
+  QList<int> contexts;
+  for (const TopicOfForm& form : kTopicsOfForms) contexts.append(form.Context);
+  return contexts;
+}
 
 QString HelpFile(const QString& programPath) {
   const QFileInfo program(programPath);
@@ -17,6 +54,47 @@ QString HelpFile(const QString& programPath) {
 QString NoHelpText(const QString& helpFile) {
   return QStringLiteral("The help is not installed: there is no file\n\n   %1")
       .arg(QDir::toNativeSeparators(helpFile));
+}
+
+QString BadHelpText(const QString& helpFile, const QString& reason) {
+  const QString text =
+      QStringLiteral(
+          "The help cannot be read from the file\n\n   %1\n\nIt, or Pelorin.qch beside it, is "
+          "missing or damaged. Please install Pelorin again.")
+          .arg(QDir::toNativeSeparators(helpFile));
+  return reason.isEmpty() ? text : text + QStringLiteral("\n\n(%1)").arg(reason);
+}
+
+Help::Help(const QString& helpFile, std::function<void(const QString& text)> say)
+    : helpFile_(helpFile), say_(std::move(say)) {}
+
+Help::~Help() = default;
+
+void Help::Show(int context) {
+  if (!window_) {
+    QString problem;
+    std::unique_ptr<HelpBook> book = HelpBook::Open(helpFile_, problem);
+    if (!book) {
+      say_(problem);
+      return;
+    }
+    window_ = std::make_unique<THelpWindow>(std::move(book));
+  }
+  window_->ShowTopic(context);
+}
+
+bool Help::eventFilter(QObject*, QEvent* event) {
+  if (event->type() != QEvent::KeyPress || static_cast<QKeyEvent*>(event)->key() != Qt::Key_F1) return false;
+  const QWidget* window = QApplication::activeWindow();
+  if (window == nullptr) return false;
+  if (const auto* box = qobject_cast<const QMessageBox*>(window)) {
+    QAbstractButton* button = box->button(QMessageBox::Help);
+    if (button != nullptr) button->click();
+    return button != nullptr;
+  }
+  const int context = HelpTopicOf(window->objectName());
+  if (context != 0) Show(context);
+  return context != 0;
 }
 
 }  // namespace pelorin::ui

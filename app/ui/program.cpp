@@ -4,6 +4,7 @@
 #include <clocale>
 #include <cstdio>
 #include <exception>
+#include <memory>
 
 #include "app/command_line.h"
 #include "app/program_paths.h"
@@ -94,8 +95,11 @@ int RunProgram(int argc, char** argv) {
   splash.Open();
 
   const QString programPath = QCoreApplication::applicationFilePath();
-  const QString helpFile = HelpFile(programPath);
-  session::QtPrompts boxes(kProduct, [&boxes, helpFile](int) { boxes.Message(NoHelpText(helpFile)); });
+  std::unique_ptr<Help> help;
+  session::QtPrompts boxes(kProduct, [&help](int topic) { help->Show(topic); });
+  help =
+      std::make_unique<Help>(HelpFile(programPath), [&boxes](const QString& text) { boxes.Message(text); });
+  application.installEventFilter(help.get());
   application.ShowErrorsIn(&boxes);
   const app::RegistryStore store;
   const auto tellSplash = [&splash](const QString& text) { splash.ShowStatus(text); };
