@@ -1,0 +1,254 @@
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDateTimeEdit>
+#include <QDir>
+#include <QDoubleSpinBox>
+#include <QImage>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSpinBox>
+#include <QTest>
+#include <QTimer>
+
+#include "app/session/list_box.h"
+#include "files/read_file.h"
+#include "files/text_file.h"
+#include "overlay/image/picture_file.h"
+#include "tests/support/program_fixture.h"
+
+namespace pelorin::tests {
+namespace {
+
+using namespace Qt::StringLiterals;
+using session::Page;
+using session::TListBox;
+
+constexpr int kPictureLines = 300;
+
+/// A station with NOAA 15, 18 and 19, and received pictures of different colours by their names.
+class GroundPathTest : public testing::Test {
+ protected:
+  GroundPathTest() { program.GiveOrdinarySettings(u"\"NOAA 15\",\"NOAA 18\",\"NOAA 19\""_s); }
+
+  void GivePicture(const QString& name, QColor colour) {
+    QImage picture(909, kPictureLines, QImage::Format_RGB32);
+    picture.fill(colour);
+    image::SavePicture(picture, program.Path(u"pictures/"_s + name));
+  }
+  void StartOnPage() {
+    program.Start();
+    program.Form->ShowPage(Page::GroundPath);
+    program.Find<QComboBox>("ComboBoxSatForPic")->setCurrentText(u"NOAA 19"_s);
+  }
+  void Pick(int hour, int minute) {
+    program.Find<QDateTimeEdit>("DateTimePickerTime")->setTime(QTime(hour, minute));
+  }
+  QString PictureShown() { return QFileInfo(program.Find("ImagePicture")->toolTip()).fileName(); }
+  QImage Written(const QString& name) { return QImage(program.Path(u"bin/"_s + name)); }
+  bool IsIdle() { return program.Find<QPushButton>("ButtonGenTopo")->text() == u"Make map"_s; }
+  /// Does something as soon as a map is half made.
+  template <class Deed>
+  void WhileMaking(Deed deed) {
+    auto* timer = new QTimer(program.Form.get());
+    QObject::connect(timer, &QTimer::timeout, timer, [this, timer, deed] {
+      if (IsIdle()) return;
+      timer->deleteLater();
+      deed();
+    });
+    timer->start(0);
+  }
+
+  ProgramFixture program;
+};
+
+TEST_F(GroundPathTest, FromThePassToTheFiles) {
+  program.Set(u"SavePassDetails"_s, 1);
+  program.Set(u"OvlTextLine1"_s, 1 + 4 + 8);
+  program.Start();
+  program.Form->ShowPage(Page::Setup);
+  auto* list = program.Find<TListBox>("ListBoxPasses");
+  const QStringList found = list->Items().filter(u"0223075"_s).filter(u"NOAA 19"_s);
+  ASSERT_EQ(found.size(), 1);
+  const QString stamp = found.first().left(8);
+  GivePicture(stamp + u"V.png"_s, Qt::darkGray);
+  GivePicture(stamp + u"I.png"_s, Qt::lightGray);
+
+  list->setCurrentRow(static_cast<int>(list->Items().indexOf(found.first())));
+  program.Click("ButtonPicFromPass");
+  EXPECT_EQ(PictureShown(), stamp + u"V.png"_s);
+  QTest::mouseClick(program.Find("RadioButtonChannel1"), Qt::LeftButton, {}, QPoint(8, 8));
+  EXPECT_EQ(PictureShown(), stamp + u"I.png"_s);
+
+  QTest::keyClick(program.Find("SpinEditPassDuration"), Qt::Key_Return);
+  ASSERT_TRUE(IsIdle());
+  EXPECT_EQ(Written(u"Result.jpg"_s).size(), QSize(1040, kPictureLines));
+  const QImage south = Written(u"ovl.bmp"_s);
+  EXPECT_EQ(south.size(), QSize(1040, kPictureLines));
+  QStringList passData = files::ReadLines(program.Path(u"bin/pass.dat"_s));
+  EXPECT_EQ(passData.size(), kPictureLines);
+  const QString time = u"2022-02-23T%1:%2:00.000 "_s.arg(stamp.mid(4, 2), stamp.mid(6, 2));
+  EXPECT_TRUE(passData.first().startsWith(time)) << passData.first().toStdString();
+  EXPECT_TRUE(files::ReadLines(program.Path(u"bin/ovl.txt"_s)).first().endsWith(u"  South"_s));
+
+  program.Click("ButtonPassDirection");
+  EXPECT_EQ(program.Find<QPushButton>("ButtonPassDirection")->text(), u"---> N"_s);
+  EXPECT_EQ(program.Find<QPushButton>("ButtonFlightDirection")->text(), u"---> N"_s);
+  EXPECT_EQ(Written(u"ovl.bmp"_s), south.mirrored(true, true));
+
+  // A correction is seen at once and written soon.
+  program.Find<QDoubleSpinBox>("SpinEditTimeCorrection")->setValue(7.5);
+  program.Fire("TimerSaveResults");
+  passData = files::ReadLines(program.Path(u"bin/pass.dat"_s));
+  EXPECT_TRUE(passData.first().contains(u":07.500 "_s)) << passData.first().toStdString();
+
+  // Without a folder nothing is written, and the page lives on.
+  program.Form->Shared().Settings.ResultsPath.Value = program.Path(u"gone/"_s);
+  program.Boxes.Take();
+  program.Click("ButtonGenTopo");
+  const QStringList said = program.Boxes.Take();
+  ASSERT_EQ(said.size(), 1);
+  EXPECT_TRUE(said.first().startsWith(u"Error: Cannot write "_s + program.Path(u"gone/Result.jpg"_s)));
+  EXPECT_TRUE(IsIdle());
+  program.Close();
+}
+
+TEST_F(GroundPathTest, MakingEndsWhenTheUserWantsIt) {
+  StartOnPage();
+  Pick(7, 50);
+  program.Find<QSpinBox>("SpinEditPassDuration")->setValue(30);
+  program.Click("ButtonGenTopo");
+  const QImage whole = Written(u"ovl.bmp"_s);
+  ASSERT_EQ(whole.height(), 3600);
+  const struct {
+    const char* Label;
+    std::function<void()> Deed;
+  } rows[] = {
+      {"button", [this] { program.Click("ButtonGenTopo"); }},
+      {"Escape", [this] { QTest::keyClick(program.Find("SpinEditPassDuration"), Qt::Key_Escape); }},
+      {"closing", [this] { program.Form->close(); }},
+  };
+  for (const auto& row : rows) {
+    WhileMaking(row.Deed);
+    program.Click("ButtonGenTopo");
+    EXPECT_TRUE(IsIdle()) << row.Label;
+    // North-bound lines come in from below; the last ones were not made, but the file was written.
+    const QImage part = Written(u"ovl.bmp"_s);
+    ASSERT_EQ(part.size(), whole.size()) << row.Label;
+    EXPECT_EQ(part.copy(0, 3599, 1040, 1), whole.copy(0, 3599, 1040, 1)) << row.Label;
+    EXPECT_NE(part.copy(0, 0, 1040, 100), whole.copy(0, 0, 1040, 100)) << row.Label;
+  }
+  EXPECT_FALSE(program.Form->isVisible());
+  EXPECT_EQ(program.Boxes.Take(), QStringList());
+  program.Close();
+}
+
+TEST_F(GroundPathTest, PickersCarryAndOpenedPicturesTellTheirTime) {
+  GivePicture(u"02240001V.png"_s, Qt::darkGray);
+  const QString elsewhere = program.Path(u"work/0301235942.png"_s);
+  StartOnPage();
+  GivePicture(u"../work/0301235942.png"_s, Qt::darkRed);
+  auto* date = program.Find<QDateTimeEdit>("DateTimePickerDate");
+  auto* time = program.Find<QDateTimeEdit>("DateTimePickerTime");
+  EXPECT_EQ(time->displayFormat(), u"HH:mm"_s);
+  Pick(23, 59);
+  time->setCurrentSection(QDateTimeEdit::MinuteSection);
+  time->stepUp();
+  EXPECT_EQ(time->time(), QTime(0, 0));
+  EXPECT_EQ(date->date(), QDate(2022, 2, 24));
+  EXPECT_EQ(PictureShown(), u"02240001V.png"_s) << "the lookup followed the pickers";
+
+  program.Boxes.ChosenFile = elsewhere;
+  program.Find<QAction>("Open1")->trigger();
+  EXPECT_EQ(program.Boxes.Asked, QStringList(u"Choose a satellite image to load"_s));
+  EXPECT_EQ(time->time(), QTime(23, 59));
+  EXPECT_EQ(date->date(), QDate(QFileInfo(elsewhere).lastModified().date().year(), 3, 1));
+  EXPECT_EQ(program.Find<QDoubleSpinBox>("SpinEditTimeCorrection")->value(), 42);
+  program.Find<QDoubleSpinBox>("SpinEditTimeCorrection")->setValue(44.5);
+  program.Click("ButtonGenTopo");
+  EXPECT_EQ(PictureShown(), u"0301235942.png"_s) << "found again outside the picture folders";
+  EXPECT_EQ(program.Find<QDoubleSpinBox>("SpinEditTimeCorrection")->value(), 44.5);
+
+  // What is no picture, or has no time in its name, leaves everything as it was.
+  const QDateTime before = time->dateTime();
+  for (const QString& name : {u"work/party.png"_s, u"work/02240001.png"_s}) {
+    QFile file(program.Path(name));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write("nothing") > 0);
+    file.close();
+    program.Boxes.Take();
+    program.Boxes.ChosenFile = file.fileName();
+    program.Find<QAction>("Open1")->trigger();
+    EXPECT_EQ(program.Boxes.Take().size(), 1) << name.toStdString();
+    EXPECT_EQ(PictureShown(), u"0301235942.png"_s);
+  }
+  EXPECT_NE(time->dateTime(), before) << "the second one has a time";
+  program.Close();
+  EXPECT_EQ(program.SavedText(u"ClockCorrections"_s), u"NOAA 19=2.5"_s);
+}
+
+TEST_F(GroundPathTest, MapAndPictureAreFittedAndScrolledTogether) {
+  GivePicture(u"02230751V.png"_s, Qt::darkGray);
+  StartOnPage();
+  program.Form->resize(1000, 700);
+  Pick(7, 51);
+  program.Click("ButtonGenTopo");
+  auto* mapBox = program.Find<QScrollArea>("ScrollBoxTopo");
+  auto* pictureBox = program.Find<QScrollArea>("ScrollBoxPicture");
+  QWidget *map = program.Find("ImageTopo"), *picture = program.Find("ImagePicture");
+  const int fitted = mapBox->width() - mapBox->verticalScrollBar()->width();
+  EXPECT_EQ(pictureBox->width(), mapBox->width());
+  EXPECT_EQ(pictureBox->x() - mapBox->x() - mapBox->width(), 8);
+  EXPECT_EQ(map->size(), QSize(fitted, kPictureLines * fitted / 1040));
+  EXPECT_EQ(picture->size(), QSize(fitted, qRound(kPictureLines / (1040.0 / fitted))));
+
+  program.Find<QCheckBox>("CheckBoxZoom")->click();
+  EXPECT_EQ(map->size(), QSize(1040, kPictureLines));
+  EXPECT_EQ(picture->size(), QSize(909, kPictureLines));
+  const auto scrollTo = [&](int across) {
+    mapBox->horizontalScrollBar()->setValue(across);
+    program.Fire("TimerSyncScroll");
+    return pictureBox->horizontalScrollBar()->value();
+  };
+  EXPECT_EQ(scrollTo(120), 120);
+  pictureBox->horizontalScrollBar()->setValue(30);
+  program.Fire("TimerSyncScroll");
+  EXPECT_EQ(mapBox->horizontalScrollBar()->value(), 120) << "one way only";
+  EXPECT_EQ(pictureBox->horizontalScrollBar()->value(), 30);
+  program.Find<QCheckBox>("CheckBoxScrollBoth")->click();
+  EXPECT_EQ(scrollTo(90), 30);
+
+  program.Find<QCheckBox>("CheckBoxOverlaid")->click();
+  EXPECT_FALSE(mapBox->isVisible());
+  program.Boxes.ChosenFile = program.Path(u"blend.png"_s);
+  program.Click("ButtonSaveBlend");
+  const QImage blend = image::LoadPicture(*program.Boxes.ChosenFile);
+  EXPECT_EQ(blend.size(), QSize(909, kPictureLines));
+  program.Boxes.ChosenFile = program.Path(u"page.pdf"_s);
+  program.Find<QAction>("FilePrintImage")->trigger();
+  EXPECT_TRUE(files::ReadFile(*program.Boxes.ChosenFile).startsWith("%PDF"));
+  EXPECT_EQ(program.Boxes.Take(), QStringList());
+  program.Close();
+}
+
+TEST_F(GroundPathTest, AnAutomaticRunWritesFourFilesAndCloses) {
+  program.Start();
+  const QStringList found =
+      program.Find<TListBox>("ListBoxPasses")->Items().filter(u"0223075"_s).filter(u"NOAA 19"_s);
+  ASSERT_EQ(found.size(), 1);
+  program.Close();
+  program.Boxes.Take();
+  program.Start({found.first().left(10)});
+  EXPECT_TRUE(QTest::qWaitFor([this] { return !program.Form->isVisible(); }, 5000));
+  for (const QString& name : {u"Result.jpg"_s, u"ovl.bmp"_s, u"pass.dat"_s, u"ovl.txt"_s}) {
+    EXPECT_TRUE(QFile::exists(program.Path(u"bin/"_s + name))) << name.toStdString();
+  }
+  EXPECT_EQ(program.Boxes.Take(), QStringList());
+  program.Close();
+}
+
+}  // namespace
+}  // namespace pelorin::tests
