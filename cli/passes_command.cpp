@@ -6,10 +6,8 @@
 #include "cli/table.h"
 #include "orbit/element_file.h"
 #include "orbit/julian_date.h"
-#include "orbit/look_angles.h"
 #include "orbit/pass_search.h"
-#include "orbit/propagation.h"
-#include "orbit/scalar_math.h"
+#include "passes/pass_details.h"
 
 namespace pelorin::cli {
 namespace {
@@ -19,17 +17,7 @@ struct FoundPass {
   orbit::TSatellite* Satellite;
 };
 
-std::string Stamp(double jd) {
-  return orbit::FormatDateTime("yyyy-mm-ddThh:nn:ssZ", orbit::DateTimeOfJulianDate(jd));
-}
-
-double AzimuthDeg(orbit::TSatellite& satellite, orbit::Observer observer, double jd) {
-  const orbit::SatelliteState state = orbit::SatelliteStateKm(satellite, jd);
-  orbit::LookAngleSet look;
-  bool visible = false;
-  orbit::LookAngles(state.Position, state.Velocity, observer, jd, look, visible);
-  return orbit::Degrees(look.Azimuth);
-}
+std::string Stamp(orbit::TDateTime moment) { return orbit::FormatDateTime("yyyy-mm-ddThh:nn:ssZ", moment); }
 
 void PrintTable(const std::vector<FoundPass>& passes, const orbit::Observer& observer, bool json) {
   Table table(
@@ -39,14 +27,11 @@ void PrintTable(const std::vector<FoundPass>& passes, const orbit::Observer& obs
        QStringLiteral("max_elevation_deg"), QStringLiteral("direction"), QStringLiteral("duration_s")},
       json);
   for (const FoundPass& found : passes) {
-    orbit::TSatellite& satellite = *found.Satellite;
-    const orbit::TrueCulmination top = orbit::RefineCulmination(satellite, observer, found.Pass);
-    table.Add(
-        {found.Pass.Record.Name, satellite.CatalogueNumber, Stamp(found.Pass.Aos), Stamp(top.JulianDate),
-         Stamp(found.Pass.Los), Cell(AzimuthDeg(satellite, observer, found.Pass.Aos), 1),
-         Cell(AzimuthDeg(satellite, observer, top.JulianDate), 1),
-         Cell(AzimuthDeg(satellite, observer, found.Pass.Los), 1), Cell(orbit::Degrees(top.ElevationRad), 1),
-         std::string(found.Pass.Record.SouthBound ? "S" : "N"), found.Pass.Record.DurationSeconds});
+    const passes::PassDetails pass = passes::DetailsOf(found.Pass, *found.Satellite, observer);
+    table.Add({pass.Satellite, pass.CatalogueNumber, Stamp(pass.Rise), Stamp(pass.Culmination),
+               Stamp(pass.Set), Cell(pass.RiseAzimuthDeg, 1), Cell(pass.CulminationAzimuthDeg, 1),
+               Cell(pass.SetAzimuthDeg, 1), Cell(pass.MaxElevationDeg, 1),
+               std::string(pass.SouthBound ? "S" : "N"), pass.DurationSeconds});
   }
   table.Finish();
 }

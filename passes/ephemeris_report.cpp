@@ -1,0 +1,152 @@
+#include "passes/ephemeris_report.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <utility>
+
+#include "orbit/julian_date.h"
+#include "orbit/look_angles.h"
+#include "orbit/pass_search.h"
+#include "orbit/propagation.h"
+#include "orbit/scalar_math.h"
+
+namespace pelorin::passes {
+namespace {
+
+constexpr int kShortestReportedSeconds = 300;
+constexpr qsizetype kNameWidth = 12;
+constexpr qsizetype kRuleWidth = 51;
+
+/// 30 December 1899, day 0, was a Saturday.
+constexpr std::array<const char*, 7> kWeekdays = {"Saturday",  "Sunday",   "Monday", "Tuesday",
+                                                  "Wednesday", "Thursday", "Friday"};
+
+QString Weekday(orbit::TDateTime day) {
+  const int index =
+      static_cast<int>(orbit::Modulus(DatePart(day).Days, static_cast<double>(kWeekdays.size())));
+  return QString::fromLatin1(kWeekdays[static_cast<std::size_t>(index)]);
+}
+
+QString MomentText(const char* pattern, orbit::TDateTime moment) {
+  return QString::fromStdString(FormatDateTime(pattern, moment));
+}
+
+/// An angle without its sign, and the letter that stands for it.
+QString AngleText(double degrees, char16_t negative, char16_t positive) {
+  return QString::number(std::fabs(degrees), 'f', 2) + u'°' + QChar(degrees < 0 ? negative : positive);
+}
+
+std::optional<int> WholeNumber(const std::string& field) {
+  bool isNumber = false;
+  const int value = QString::fromStdString(field).toInt(&isNumber);
+  return isNumber ? std::optional(value) : std::nullopt;
+}
+
+/// A satellite and how far the report has come with it.
+class ReportedSatellite {
+ public:
+  ReportedSatellite(orbit::TSatellite& satellite, const EphemerisRequest& request)
+      : satellite_(satellite), request_(request), frame_(request.Station) {}
+
+  orbit::TSatellite& Satellite() const { return satellite_; }
+
+  std::vector<orbit::Pass> PassesOf(orbit::TDateTime day, bool isFirstDay) {
+    std::vector<orbit::Pass> passes = Search(day, 1);
+    // A search knows a culmination to the minute only. Around midnight both days may claim a pass, or
+    // neither; it is listed once.
+    std::erase_if(passes, [this](const orbit::Pass& pass) { return pass.Aos < listedUntil_; });
+    const double midnight = JulianDateOfDateTime(day);
+    const bool isListed = listedUntil_ > midnight || (!passes.empty() && passes.front().Aos < midnight);
+    if (!isFirstDay && !isListed && IsUp(midnight)) {
+      for (const orbit::Pass& pass : Search({day.Days - 1}, 2)) {
+        if (pass.Aos < midnight && pass.Los > midnight) passes.insert(passes.begin(), pass);
+      }
+    }
+    if (!passes.empty()) listedUntil_ = passes.back().Los;
+    return passes;
+  }
+
+ private:
+  std::vector<orbit::Pass> Search(orbit::TDateTime from, int days) {
+    return SearchPasses(satellite_, request_.Station,
+                        {from, days, kShortestReportedSeconds, request_.MinElevationDeg});
+  }
+  bool IsUp(double jd) { return frame_.Elevation(SatelliteStateKm(satellite_, jd).Position, jd) > 0; }
+
+  orbit::TSatellite& satellite_;
+  const EphemerisRequest& request_;
+  orbit::ElevationFrame frame_;
+  double listedUntil_ = 0;  ///< Julian date of the last listed set
+};
+
+}  // namespace
+
+QString StationText(const orbit::Observer& station) {
+  double longitude = orbit::Degrees(station.Longitude);
+  if (longitude > 180) longitude -= 360;
+  return AngleText(longitude, u'W', u'E') + QStringLiteral(", ") +
+         AngleText(orbit::Degrees(station.Latitude), u'S', u'N');
+}
+
+QStringList DayHeading(orbit::TDateTime day, const orbit::Observer& station) {
+  return {QStringLiteral("Pelorin pass prediction for ") + Weekday(day) + MomentText(", yyyy mmm dd", day),
+          QStringLiteral("Station located at ") + StationText(station), QString(kRuleWidth, u'_'),
+          QStringLiteral("N/S   Satellite    A O S    L O S    Mins Elev Long"), QString()};
+}
+
+std::optional<QString> ReportRow(const orbit::PassInfo& record, orbit::TDateTime day) {
+  const std::optional<int> longitude = WholeNumber(record.LongitudeDeg),
+                           elevation = WholeNumber(record.MaxElevationDeg);
+  if (!longitude || !elevation) return std::nullopt;
+  try {
+    const orbit::TDateTime aos = orbit::ParseTimeString(record.AosStamp, day);
+    const orbit::TDateTime los{aos.Days + record.DurationSeconds / 86400.0};
+    return (record.SouthBound ? QStringLiteral(" S  ") : QStringLiteral(" N  ")) +
+           QString::fromStdString(record.Name).leftJustified(kNameWidth, u' ', true) + QStringLiteral("  ") +
+           MomentText("hh:nn:ss ", aos) + MomentText("hh:nn:ss  ", los) +
+           QString::number((record.DurationSeconds + 59) / 60).rightJustified(4) + QStringLiteral("  ") +
+           QString::number(*elevation).rightJustified(2) + u'°' + u' ' +
+           QString::number(*longitude).rightJustified(3) + u'°';
+  } catch (const orbit::ConvertError&) {
+    return std::nullopt;
+  }
+}
+
+void MakeEphemeris(EphemerisRequest request, const std::function<bool(EphemerisDay)>& afterDay) {
+  std::vector<ReportedSatellite> followed;
+  followed.reserve(request.Satellites.size());
+  for (orbit::TSatellite& satellite : request.Satellites) followed.emplace_back(satellite, request);
+
+  struct Found {
+    std::string Text;
+    orbit::Pass Pass;
+    orbit::TSatellite* Satellite;
+  };
+  std::vector<Found> ofDay;
+  for (int number = 1; number <= request.Days; ++number) {
+    const orbit::TDateTime day{DatePart(request.StartDate).Days + (number - 1)};
+    ofDay.clear();
+    for (ReportedSatellite& satellite : followed) {
+      for (orbit::Pass& pass : satellite.PassesOf(day, number == 1)) {
+        std::string text = pass.Record.ToText();
+        ofDay.push_back({std::move(text), std::move(pass), &satellite.Satellite()});
+      }
+    }
+    std::stable_sort(ofDay.begin(), ofDay.end(),
+                     [](const Found& a, const Found& b) { return a.Text < b.Text; });
+
+    EphemerisDay made{number, {}, {}};
+    if (number > 1) made.Lines = {QString(), QString()};
+    made.Lines += DayHeading(day, request.Station);
+    for (const Found& found : ofDay) {
+      const std::optional<QString> row = ReportRow(found.Pass.Record, day);
+      if (!row) continue;
+      made.Lines.append(*row);
+      made.Passes.push_back(DetailsOf(found.Pass, *found.Satellite, request.Station));
+    }
+    if (!afterDay(std::move(made))) return;
+  }
+}
+
+}  // namespace pelorin::passes
