@@ -1,0 +1,100 @@
+#include "passes/element_download.h"
+
+#include <QEventLoop>
+#include <QNetworkAccessManager>
+#include <QNetworkProxyFactory>
+#include <QNetworkReply>
+#include <QNetworkRequest>
+#include <QTimer>
+#include <QUrl>
+
+namespace pelorin::passes {
+namespace {
+
+constexpr int kMostRedirects = 5;
+constexpr int kSilencesInAll = 10;
+
+/// All known objects in orbit make a file a tenth as long.
+constexpr qint64 kMostBytes = 32 << 20;
+
+/// What the desktop is set to, asked for each request.
+class SystemProxies : public QNetworkProxyFactory {
+ public:
+  QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery& query) override {
+    return systemProxyForQuery(query);
+  }
+};
+
+QNetworkRequest ElementRequest(const QUrl& url, int silenceLimitMs) {
+  QNetworkRequest request(url);
+  request.setHeader(QNetworkRequest::UserAgentHeader, QStringLiteral("Pelorin"));
+  request.setTransferTimeout(silenceLimitMs);
+  request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
+  request.setMaximumRedirectsAllowed(kMostRedirects);
+  return request;
+}
+
+}  // namespace
+
+ElementDownload::ElementDownload(int silenceLimitMs)
+    : silenceLimitMs_(silenceLimitMs), manager_(std::make_unique<QNetworkAccessManager>()) {
+  manager_->setProxyFactory(new SystemProxies);
+}
+
+ElementDownload::~ElementDownload() = default;
+
+bool ElementDownload::IsAvailable() const {
+  return manager_->supportedSchemes().contains(QStringLiteral("http"));
+}
+
+ElementAnswer ElementDownload::Get(const QString& address) {
+  ElementAnswer answer;
+  const QUrl url(address);
+  const bool isWeb = url.scheme() == QStringLiteral("http") || url.scheme() == QStringLiteral("https");
+  if (!isWeb || url.host().isEmpty()) {
+    answer.Problem = QStringLiteral("this is not the address of a Web server");
+    return answer;
+  }
+  cancelled_ = false;
+  bool isLate = false, isLong = false;
+  QEventLoop loop;
+  const std::unique_ptr<QNetworkReply> reply(manager_->get(ElementRequest(url, silenceLimitMs_)));
+  waitingFor_ = reply.get();
+  QObject::connect(reply.get(), &QNetworkReply::finished, &loop, &QEventLoop::quit);
+  QObject::connect(reply.get(), &QNetworkReply::readyRead, reply.get(), [&] {
+    if (isLong || reply->bytesAvailable() <= kMostBytes) return;
+    isLong = true;
+    reply->abort();
+  });
+  QTimer whole;
+  whole.setSingleShot(true);
+  QObject::connect(&whole, &QTimer::timeout, reply.get(), [&] {
+    isLate = true;
+    reply->abort();
+  });
+  whole.start(silenceLimitMs_ * kSilencesInAll);
+  if (!reply->isFinished()) loop.exec();
+  waitingFor_ = nullptr;
+
+  answer.Status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+  answer.StatusText = reply->attribute(QNetworkRequest::HttpReasonPhraseAttribute).toString();
+  if (reply->isOpen()) answer.Body = reply->readAll();
+  answer.Cancelled = cancelled_;
+  const bool isRefusal = answer.Status != 0 && answer.Status != 200;
+  if (reply->error() == QNetworkReply::NoError || isRefusal) return answer;
+  if (isLong) {
+    answer.Problem = QStringLiteral("more data than any element file has");
+  } else if (isLate || reply->error() == QNetworkReply::OperationCanceledError) {
+    answer.Problem = QStringLiteral("the server took too long to answer");
+  } else {
+    answer.Problem = reply->errorString();
+  }
+  return answer;
+}
+
+void ElementDownload::Cancel() {
+  cancelled_ = true;
+  if (waitingFor_ != nullptr) waitingFor_->abort();
+}
+
+}  // namespace pelorin::passes
