@@ -1,7 +1,6 @@
 #include "orbit/omm.h"
 
 #include <algorithm>
-#include <cmath>
 #include <optional>
 #include <vector>
 
@@ -31,11 +30,6 @@ constexpr std::array<OmmKeyword, kOmmFieldCount> kKeywords{{{"OBJECT_NAME", 0, 0
                                                             {"BSTAR", -1e9, 1e9},
                                                             {"MEAN_MOTION_DOT", -1e3, 1e3},
                                                             {"MEAN_MOTION_DDOT", -1e9, 1e9}}};
-
-/// Epochs of two-line sets have this many units in a day.
-constexpr double kEpochUnits = 1e8;
-/// Days by which a time to the microsecond, and a double of 99365, may miss such a unit.
-constexpr double kEpochSlack = 2e-11;
 
 ConvertError Unreadable(OmmField field) {
   return ConvertError("its " + std::string(kKeywords[field].Text) + " is missing or unreadable");
@@ -79,11 +73,8 @@ std::optional<double> EpochOfIsoTime(std::string_view text) {
   // 60 is a leap second.
   if (day < 1 || day > 366 || hour > 23 || minute > 59 || !second || *second >= 61) return std::nullopt;
 
-  const double fraction = ((hour * 60 + minute) * 60 + *second) / 86400;
-  const double epoch = year % 100 * 1000 + day + fraction;
-  // The time of a two-line set gets its own digits back, so that the set is equally old in both forms.
-  const double printed = std::round(epoch * kEpochUnits) / kEpochUnits;
-  return std::fabs(printed - epoch) < kEpochSlack ? printed : epoch;
+  // A two-line set's 0.00000001 day is 864 µs, so a time to the microsecond is as old as the set it is from.
+  return year % 100 * 1000 + day + ((hour * 60 + minute) * 60 + *second) / 86400;
 }
 
 /// 1 … 9 digits, filled up to the 5 of two-line sets; empty if the text is none.

@@ -129,6 +129,8 @@ TEST_F(Omm, EveryFormOfASetGivesTheSameState) {
       EXPECT_EQ(omm.ElementSetNumber, twoLine.ElementSetNumber) << label;
       EXPECT_EQ(omm.Epoch, twoLine.Epoch) << label;
       EXPECT_EQ(omm.EpochRaw, twoLine.EpochRaw) << label;
+      EXPECT_NEAR(omm.MeanMotionDot, twoLine.MeanMotionDot, 1e-20) << label;
+      EXPECT_NEAR(omm.MeanMotionDotDot, twoLine.MeanMotionDotDot, 1e-20) << label;
       EXPECT_EQ(omm.IsDeepSpace, twoLine.IsDeepSpace) << label;
       deepSpace += omm.IsDeepSpace ? 1 : 0;
       const Vector a = SatelliteStateKm(omm, twoLine.Epoch + 1).Position;
@@ -206,7 +208,7 @@ TEST_F(Omm, TablesOfEveryKind) {
       {"noise below a header", "a.csv", csv.substr(0, csv.find("NOAA")) + noise, 0},
       {"one object", "a.json", json.substr(1, json.find('}')), 1},
       {"numbers and nested values", "a.json",
-       R"([{"X":{"OBJECT_NAME":"NO"},"OBJECT_NAME":"NOAA 12","EPOCH":"1999-02-03T05:02:05","MEAN_MOTION":14.2,
+       R"([{"OBJECT_NAME":"NOAA 12","X":{"OBJECT_NAME":"NO","Z":[]},"EPOCH":"1999-02-03T05:02:05","MEAN_MOTION":14.2,
            "ECCENTRICITY":1e-3,"INCLINATION":98,"RA_OF_ASC_NODE":-0.5,"ARG_OF_PERICENTER":4,"NORAD_CAT_ID":5,
            "MEAN_ANOMALY":355,"BSTAR":null,"Y":["EPOCH"]}])",
        1},
