@@ -32,8 +32,7 @@ struct PassMatch {
 /// recording began, seconds to minutes off the predicted rise; therefore the seconds are given up one digit
 /// at a time. A year says nothing here but counts for `Time`; without one it is the year of `now`. Raises
 /// ConvertError.
-PassMatch FindPassByString(const QString& passString, const QStringList& entries,
-                           orbit::TDateTime now = orbit::NowUTC());
+PassMatch FindPassByString(const QString& passString, const QStringList& entries, orbit::TDateTime now);
 
 /// What the user reads when no pass matches.
 QString NoMatchText(const QString& passString, const QString& key);

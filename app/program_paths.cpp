@@ -15,8 +15,6 @@ constexpr QLatin1StringView kOwnPlace("/Quillfen/Pelorin");
 
 QString ProgramFolder() { return QDir::cleanPath(QCoreApplication::applicationDirPath()) + u'/'; }
 
-QString ProgramName() { return QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName(); }
-
 QString UserDataFolder() {
   const QString named = qEnvironmentVariable("PELORIN_DATA_DIR");
   if (!named.isEmpty()) return named;

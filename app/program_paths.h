@@ -9,9 +9,6 @@ namespace pelorin::app {
 /// The executable's folder, with a "/" at its end.
 QString ProgramFolder();
 
-/// The executable's file name without folder and extension.
-QString ProgramName();
-
 /// The user's own data: environment variable PELORIN_DATA_DIR, or else "Quillfen/Pelorin" in the user's data
 /// folder. Need not exist.
 QString UserDataFolder();

@@ -1,6 +1,7 @@
 #include "app/session/controls.h"
 
 #include <QEvent>
+#include <QFocusEvent>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QSignalBlocker>
@@ -24,9 +25,15 @@ class EventWatch : public QObject {
   std::function<bool(QEvent*)> handler_;
 };
 
-void OnEvent(QWidget* control, QEvent::Type type, Prompts& boxes, std::function<void()> handler) {
+/// A menu of the control's own, or another window in front, takes the keyboard for a while only.
+bool IsForAWhile(const QFocusEvent* event) {
+  return event->reason() == Qt::PopupFocusReason || event->reason() == Qt::MenuBarFocusReason ||
+         event->reason() == Qt::ActiveWindowFocusReason;
+}
+
+void OnFocus(QWidget* control, QEvent::Type type, Prompts& boxes, std::function<void()> handler) {
   new EventWatch(control, [type, &boxes, handler = std::move(handler)](QEvent* event) {
-    if (event->type() == type) Guarded(boxes, handler);
+    if (event->type() == type && !IsForAWhile(static_cast<QFocusEvent*>(event))) Guarded(boxes, handler);
     return false;
   });
 }
@@ -52,11 +59,11 @@ void OnKey(QWidget* control, Qt::Key key, Prompts& boxes, std::function<void()> 
 }
 
 void OnFocusIn(QWidget* control, Prompts& boxes, std::function<void()> handler) {
-  OnEvent(control, QEvent::FocusIn, boxes, std::move(handler));
+  OnFocus(control, QEvent::FocusIn, boxes, std::move(handler));
 }
 
 void OnFocusOut(QWidget* control, Prompts& boxes, std::function<void()> handler) {
-  OnEvent(control, QEvent::FocusOut, boxes, std::move(handler));
+  OnFocus(control, QEvent::FocusOut, boxes, std::move(handler));
 }
 
 QLabel* LabelFor(const QString& text, QWidget* buddy, QWidget* parent) {

@@ -48,7 +48,8 @@ QMetaObject::Connection Handle(const Sender* sender, Signal signal, Page* page, 
 /// as in Handle.
 void OnKey(QWidget* control, Qt::Key key, Prompts& boxes, std::function<void()> handler);
 
-/// Calls `handler` when the control gets, or loses, the keyboard.
+/// Calls `handler` when the control gets, or loses, the keyboard; not when it is lent to a menu or to another
+/// window.
 void OnFocusIn(QWidget* control, Prompts& boxes, std::function<void()> handler);
 void OnFocusOut(QWidget* control, Prompts& boxes, std::function<void()> handler);
 

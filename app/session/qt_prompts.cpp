@@ -22,7 +22,8 @@ QWidget* Front() {
     if (candidate != nullptr) return candidate;
   }
   for (QWidget* window : QApplication::topLevelWidgets()) {
-    if (window->isVisible() && window->isWindow()) return window;
+    const bool isPlain = window->windowType() == Qt::Window || window->windowType() == Qt::Dialog;
+    if (isPlain && window->isVisible()) return window;
   }
   return nullptr;
 }

@@ -105,6 +105,9 @@ class Session : public QObject {
   void SatelliteChosen();
   void PassDirectionChanged();
   void PassDurationChanged();
+  /// A picture is looked for, under these names one after the other.
+  void PictureSearchBegun();
+  void PictureSearched(const QString& baseName);
 
  private:
   std::unique_ptr<orbit::TSatelliteList> satellites_;

@@ -41,8 +41,6 @@ class Shell {
   /// Shows the ground-path page for a moment and a satellite (its place among the active ones, or −1), and
   /// has it look for the picture.
   virtual void ShowGroundPath(orbit::TDateTime moment, int satellite) = 0;
-  /// Presses "Make map" of the ground-path page.
-  virtual void MakeMap() = 0;
   /// Selects the map's timeframe, so that it does not move by itself or goes on.
   virtual void SetTimeframe(Timeframe mode) = 0;
 
@@ -51,9 +49,8 @@ class Shell {
   /// Gives the keyboard to the flight's start button.
   virtual void FocusRunFlight() = 0;
 
-  /// The dialogs that belong to other pages' rooms.
+  /// Opens the dialog of the printable pass list.
   virtual void PrintPassList() = 0;
-  virtual void UpdateElements() = 0;
 
   /// One for the program's life, so that what was set up for one print applies to the next.
   virtual QPrinter& Printer() = 0;

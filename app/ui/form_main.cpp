@@ -8,7 +8,9 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPageSetupDialog>
+#include <QPrintDialog>
 #include <QPrinter>
+#include <QPrinterInfo>
 #include <QScreen>
 #include <QTabWidget>
 #include <utility>
@@ -91,7 +93,6 @@ void TFormMain::BuildPages() {
   ui_.PageControl->addTab(TabSheetDebug, QStringLiteral("Debug"));
   ui_.PageControl->addTab(TabSheetGroundPath, QStringLiteral("Ground Path"));
   ui_.PageControl->addTab(TabSheetFlight, QStringLiteral("Flight"));
-  ui_.PageControl->setTabVisible(static_cast<int>(Page::Debug), false);
 }
 
 void TFormMain::ConnectHandlers() {
@@ -222,21 +223,30 @@ void TFormMain::FindPassOfCommandLine(const QString& passString) {
     QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
   }
   if (session.Run.Closing) return;
-  const app::PassMatch match = app::FindPassByString(passString, passes.Entries(), session.Now());
+  app::PassMatch match;
+  try {
+    match = app::FindPassByString(passString, passes.Entries(), session.Now());
+  } catch (const orbit::ConvertError& error) {
+    Boxes().Error(
+        QStringLiteral("The pass string %1 is no time: %2. It must be of the form mmddhhnn or mmddhhnnss, "
+                       "with or without the year before it.")
+            .arg(passString, QString::fromUtf8(error.what())));
+    return;
+  }
   session.Map.CurrentTime = match.Time;
   if (match.Index < 0) {
     Boxes().Message(app::NoMatchText(passString, match.Key));
     return;
   }
-  session.Run.AutomaticRun = true;
   passes.SelectPass(match.Index);
   passes.ButtonPicFromPassClick();
+  session.Run.AutomaticRun = true;
 }
 
 void TFormMain::CheckStaleElements() {
   const double now = orbit::JulianDateOfDateTime(session_->LocalNow());
   if (app::LargestElementAge(session_->Satellites(), now) <= app::kStaleAfterDays) return;
-  if (Boxes().RetryOrIgnore(app::StaleElementsText(), app::kStaleElementsHelp)) UpdateElements();
+  if (Boxes().RetryOrIgnore(app::StaleElementsText(), app::kStaleElementsHelp)) OptionsUpdateKeplersClick();
 }
 
 void TFormMain::FormCloseQuery() { session_->Run.Closing = true; }
@@ -291,10 +301,12 @@ void TFormMain::MakePictureFromMap() { TabSheetMap->ButtonMapToPictureClick(); }
 
 void TFormMain::ShowGroundPath(orbit::TDateTime moment, int satellite) {
   ShowPage(Page::GroundPath);
-  TabSheetGroundPath->ShowFor(moment, satellite);
+  if (session_->Run.MakingMap) {
+    Boxes().Message(QStringLiteral("A map is being made. Wait for its end or press Stop, and try again."));
+  } else {
+    TabSheetGroundPath->ShowFor(moment, satellite);
+  }
 }
-
-void TFormMain::MakeMap() { TabSheetGroundPath->ButtonGenTopoClick(); }
 
 void TFormMain::SetTimeframe(Timeframe mode) { TabSheetMap->SetTimeframe(mode); }
 
@@ -303,8 +315,6 @@ void TFormMain::StopFlight() { TabSheetFlight->StopFlight(); }
 void TFormMain::FocusRunFlight() { TabSheetFlight->FocusRunFlight(); }
 
 void TFormMain::PrintPassList() { FilePrintPassListClick(); }
-
-void TFormMain::UpdateElements() { OptionsUpdateKeplersClick(); }
 
 QPrinter& TFormMain::Printer() {
   // Looking for printers takes a while; most runs need none.
@@ -351,6 +361,7 @@ void TFormMain::FormKeyPress(int key) {
 }
 
 void TFormMain::PageControlChange() {
+  ui_.PageControl->setTabVisible(static_cast<int>(Page::Debug), CurrentPage() == Page::Debug);
   const bool hasPicture = CurrentPage() == Page::GroundPath;
   ui_.Open1->setVisible(hasPicture);
   ui_.FilePrintImage->setVisible(hasPicture);
@@ -369,7 +380,15 @@ void TFormMain::FilePrintPassListClick() {
                      "of the Setup page is saved as PassList.txt in the results folder."));
 }
 
-void TFormMain::FilePrintSetupClick() { QPageSetupDialog(&Printer(), this).exec(); }
+void TFormMain::FilePrintSetupClick() {
+  if (QPrinterInfo::availablePrinterNames().isEmpty()) {
+    QPageSetupDialog(&Printer(), this).exec();
+  } else {
+    QPrintDialog dialog(&Printer(), this);
+    dialog.setWindowTitle(QStringLiteral("Print setup"));
+    dialog.exec();
+  }
+}
 
 void TFormMain::Exit1Click() { close(); }
 

@@ -64,12 +64,10 @@ class TFormMain : public QMainWindow, public session::Shell {
   void FocusMakePicture() override;
   void MakePictureFromMap() override;
   void ShowGroundPath(orbit::TDateTime moment, int satellite) override;
-  void MakeMap() override;
   void SetTimeframe(session::Timeframe mode) override;
   void StopFlight() override;
   void FocusRunFlight() override;
   void PrintPassList() override;
-  void UpdateElements() override;
   QPrinter& Printer() override;
   void CloseWindow() override;
   bool AskFlightStart(orbit::TDateTime& start) override;

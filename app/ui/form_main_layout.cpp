@@ -34,6 +34,7 @@ QAction* CheckItem(QMenu* menu, const QString& text, const QString& name, QActio
 
 void BuildFileMenu(FormMainLayout& ui, QMenuBar* bar) {
   QMenu* menu = Named(bar->addMenu(QStringLiteral("&File")), "MenuFile");
+  menu->setToolTipsVisible(true);
   ui.Open1 = Item(menu, QStringLiteral("&Open..."), "Open1", QStringLiteral("Open a satellite picture"),
                   QKeySequence::Open);
   ui.FilePrintImage = Item(menu, QStringLiteral("Print image"), "FilePrintImage",
@@ -50,6 +51,7 @@ void BuildFileMenu(FormMainLayout& ui, QMenuBar* bar) {
 
 void BuildOptionsMenu(FormMainLayout& ui, QMainWindow* form) {
   QMenu* menu = Named(form->menuBar()->addMenu(QStringLiteral("&Options")), "MenuOptions");
+  menu->setToolTipsVisible(true);
   QMenu* footprint = Named(menu->addMenu(QStringLiteral("Show &footprint")), "MenuShowFootprint");
   ui.FootprintGroup = new QActionGroup(form);
   const QString levels[] = {QStringLiteral("&None"), QStringLiteral("&Selected"), QStringLiteral("&All")};
@@ -77,6 +79,7 @@ void BuildOptionsMenu(FormMainLayout& ui, QMainWindow* form) {
 
 void BuildViewMenu(FormMainLayout& ui, QMainWindow* form) {
   QMenu* menu = Named(form->menuBar()->addMenu(QStringLiteral("&View")), "MenuView");
+  menu->setToolTipsVisible(true);
   ui.ViewSatelliteData = Item(menu, QStringLiteral("Satellite orbit data ...."), "ViewSatelliteData",
                               QStringLiteral("Every loaded element set and its age"));
   QMenu* look = Named(menu->addMenu(QStringLiteral("&Colours")), "MenuColours");
@@ -90,6 +93,7 @@ void BuildViewMenu(FormMainLayout& ui, QMainWindow* form) {
 
 void BuildHelpMenu(FormMainLayout& ui, QMenuBar* bar) {
   QMenu* menu = Named(bar->addMenu(QStringLiteral("&Help")), "MenuHelp");
+  menu->setToolTipsVisible(true);
   ui.HelpIntroduction =
       Item(menu, QStringLiteral("Introduction"), "HelpIntroduction", QStringLiteral("What Pelorin does"));
   ui.HelpContents =
@@ -121,6 +125,7 @@ void FormMainLayout::Build(QMainWindow* form) {
 
   // Not the status bar's own message: opening a menu would wipe it.
   StatusText = Named(new QLabel(form), "StatusText");
+  StatusText->setMinimumHeight(StatusText->fontMetrics().height());
   StatusText->setTextInteractionFlags(Qt::TextSelectableByMouse);
   Named(form->statusBar(), "StatusBar")->addWidget(StatusText, 1);
 }

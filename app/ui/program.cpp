@@ -3,11 +3,13 @@
 #include <QApplication>
 #include <clocale>
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <memory>
 
 #include "app/command_line.h"
 #include "app/program_paths.h"
+#include "app/session/controls.h"
 #include "app/session/qt_prompts.h"
 #include "app/ui/form_main.h"
 #include "app/ui/form_splash.h"
@@ -51,14 +53,35 @@ int RefuseOption(const QString& option) {
   return kBadCall;
 }
 
-/// Calls that are answered on the console, where there may be no display. Options of one dash may be the
-/// toolkit's and are looked at when it has taken its own.
+/// Options that the toolkit takes for itself, with one dash or two, some with a value after "=".
+bool IsToolkitOption(QString argument) {
+  static const QStringList own{QStringLiteral("platform"),
+                               QStringLiteral("platformpluginpath"),
+                               QStringLiteral("platformtheme"),
+                               QStringLiteral("plugin"),
+                               QStringLiteral("qwindowgeometry"),
+                               QStringLiteral("qwindowicon"),
+                               QStringLiteral("qwindowtitle"),
+                               QStringLiteral("geometry"),
+                               QStringLiteral("icon"),
+                               QStringLiteral("title"),
+                               QStringLiteral("name"),
+                               QStringLiteral("display"),
+                               QStringLiteral("reverse"),
+                               QStringLiteral("session"),
+                               QStringLiteral("style"),
+                               QStringLiteral("stylesheet"),
+                               QStringLiteral("widgetcount")};
+  argument.remove(0, argument.startsWith(QStringLiteral("--")) ? 2 : 1);
+  return own.contains(argument.section(u'=', 0, 0));
+}
+
+/// Calls that are answered on the console, where there may be no display: the toolkit is not asked yet.
 bool AnswerOnConsole(int argc, char** argv, int& status) {
   QStringList own;
   for (int index = 1; index < argc; ++index) {
     const QString argument = QString::fromLocal8Bit(argv[index]);
-    if (argument == QStringLiteral("--")) break;
-    if (argument.startsWith(QStringLiteral("--")) || argument.size() == 2) own.append(argument);
+    if (!argument.startsWith(u'-') || !IsToolkitOption(argument)) own.append(argument);
   }
   const app::CommandLine line = app::ReadCommandLine(own);
   status = 0;
@@ -87,7 +110,6 @@ int RunProgram(int argc, char** argv) {
   QGuiApplication::setApplicationDisplayName(QString());
   QGuiApplication::setDesktopFileName(QStringLiteral("org.quillfen.Pelorin"));
   const app::CommandLine line = app::ReadCommandLine(QCoreApplication::arguments().mid(1));
-  if (!line.UnknownOption.isEmpty()) return RefuseOption(line.UnknownOption);
 
   const bool desktopIsDark = SetUpStyle(application);
   QApplication::setWindowIcon(ApplicationIcon());
@@ -106,10 +128,15 @@ int RunProgram(int argc, char** argv) {
   const auto applyLook = [&application, desktopIsDark](Look look) {
     ApplyLook(application, look, desktopIsDark);
   };
-  TFormMain formMain({store, programPath, line.Parameters, boxes, [] { return orbit::NowUTC(); },
-                      app::LocalTimeZone(), tellSplash, applyLook});
-  formMain.CreateForms();
-  formMain.show();
+  std::unique_ptr<TFormMain> formMain;
+  const bool isMade = session::Guarded(boxes, [&] {
+    formMain = std::make_unique<TFormMain>(Surroundings{store, programPath, line.Parameters, boxes,
+                                                        [] { return orbit::NowUTC(); }, app::LocalTimeZone(),
+                                                        tellSplash, applyLook});
+    formMain->CreateForms();
+  });
+  if (!isMade) return EXIT_FAILURE;
+  formMain->show();
   splash.close();
   return QApplication::exec();
 }

@@ -27,6 +27,8 @@ TTabSheetDebug::TTabSheetDebug(session::Session& session, QWidget* parent)
   rows->setColumnStretch(0, 1);
   rows->setColumnStretch(1, 3);
   Handle(this, &TTabSheet::Shown, this, &TTabSheetDebug::TabSheetDebugShow);
+  Handle(&session, &session::Session::PictureSearchBegun, this, &TTabSheetDebug::ClearSearched);
+  Handle(&session, &session::Session::PictureSearched, this, &TTabSheetDebug::AddSearched);
 }
 
 void TTabSheetDebug::ClearSearched() { searched_->clear(); }

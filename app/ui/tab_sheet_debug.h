@@ -16,12 +16,11 @@ class TTabSheetDebug : public session::TTabSheet {
  public:
   TTabSheetDebug(session::Session& session, QWidget* parent);
 
+  void TabSheetDebugShow();
   /// Forgets the picture names of an earlier search.
   void ClearSearched();
   /// Notes the base name of a picture that is searched for.
   void AddSearched(const QString& baseName);
-
-  void TabSheetDebugShow();
 
  private:
   session::TListBox* searched_;

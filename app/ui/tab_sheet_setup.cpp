@@ -78,7 +78,6 @@ TTabSheetSetup::TTabSheetSetup(session::Session& session, QWidget* parent)
     session::OnFocusOut(box, Boxes(), update);
     Handle(box, &QLineEdit::returnPressed, this, &TTabSheetSetup::UpdateObserverDetails);
   }
-  ShowSatellites();
 }
 
 void TTabSheetSetup::Restore() {

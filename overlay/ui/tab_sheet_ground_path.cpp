@@ -148,12 +148,14 @@ void TTabSheetGroundPath::LoadPicture(const QString& key) {
   if (key != openedKey_ || !QFileInfo(path).isFile()) {
     const auto restore =
         qScopeGuard([this, before = session_.Window.Status()] { session_.Window.SetStatus(before); });
+    Q_EMIT session_.PictureSearchBegun();
     path = overlay::LookUpPicture(
         key, ui_.Channels->checkedId(), app::FromCommaText(session_.Settings.ImagePathList.Value),
         session_.TimeZone.StandardOffsetMinutes, session_.TimeZone.DaylightOffsetMinutes,
         [this](const QString& baseName) {
           session_.Window.SetStatus(QStringLiteral("Searching your specified folders for: ") + baseName +
                                     QStringLiteral(".*"));
+          Q_EMIT session_.PictureSearched(baseName);
         });
   }
   if (path.isEmpty()) {
@@ -199,7 +201,7 @@ void TTabSheetGroundPath::ButtonReloadClick() {
 void TTabSheetGroundPath::RadioGroupPrefPicChannelClick() { LoadPicture(CurrentKey()); }
 
 void TTabSheetGroundPath::TimerLoadTimer() {
-  if (session_.Run.Closing) return;
+  if (session_.Run.Closing || IsBusy()) return;
   if (session_.Run.AutomaticRun) {
     ButtonGenTopoClick();
   } else {

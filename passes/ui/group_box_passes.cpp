@@ -1,5 +1,6 @@
 #include "passes/ui/group_box_passes.h"
 
+#include <QApplication>
 #include <QDateEdit>
 #include <QGuiApplication>
 #include <QLabel>
@@ -83,6 +84,8 @@ void TGroupBoxPasses::SelectPass(int index) {
 void TGroupBoxPasses::DateTimePickerPassesChange() { timerPassDateChanging_->start(); }
 
 void TGroupBoxPasses::TimerPassDateChangingTimer() {
+  // A list may have something to say, and a box that is open already is read first.
+  if (QApplication::activeModalWidget() != nullptr) return;
   timerPassDateChanging_->stop();
   timerPassDateChanging_->setInterval(kSettlingMs);
   BuildPassList();

@@ -36,5 +36,28 @@ TEST(CommandLine, PassStringFindsItsPass) {
   }
 }
 
+TEST(CommandLine, OptionsAreToldFromPasses) {
+  const struct {
+    QStringList Arguments;
+    bool Help, Version;
+    QString UnknownOption;
+    QStringList Parameters;
+  } rows[] = {
+      {{}, false, false, {}, {}},
+      {{u"0412183045"_s, u"--help"_s}, true, false, {}, {u"0412183045"_s}},
+      {{u"-v"_s}, false, true, {}, {}},
+      {{u"--verbose"_s, u"-x"_s, u"0412"_s}, false, false, u"--verbose"_s, {u"0412"_s}},
+      {{u"--"_s, u"-0412"_s, u"--help"_s}, false, false, {}, {u"-0412"_s, u"--help"_s}},
+  };
+  for (const auto& row : rows) {
+    const CommandLine line = ReadCommandLine(row.Arguments);
+    const std::string label = row.Arguments.join(u' ').toStdString();
+    EXPECT_EQ(line.Help, row.Help) << label;
+    EXPECT_EQ(line.Version, row.Version) << label;
+    EXPECT_EQ(line.UnknownOption, row.UnknownOption) << label;
+    EXPECT_EQ(line.Parameters, row.Parameters) << label;
+  }
+}
+
 }  // namespace
 }  // namespace pelorin::app

@@ -35,7 +35,8 @@ TEST(CommandLine, PassOfTheStringIsFoundOrToldToBeMissing) {
        u"Message: Parameter 0223074945 specified but pass string 02230749 not found.  Note that the pass "
        u"string may "
        "have been truncated in an effort to find a matching pass"_s},
-      {"no time at all", u"0231NOON"_s, u"Error: "_s},
+      {"no time at all", u"0231NOON"_s,
+       u"Error: The pass string 0231NOON is no time: 'ON' is not a valid integer value"_s},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.Label);

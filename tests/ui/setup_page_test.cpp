@@ -3,6 +3,7 @@
 #include <QComboBox>
 #include <QDrag>
 #include <QDropEvent>
+#include <QFocusEvent>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QTabWidget>
@@ -91,7 +92,7 @@ TEST(SetupPage, StationIsReadWhenABoxIsLeft) {
   const struct {
     const char* Box;
     QString Typed, Shown;
-  } rows[] = {{"EditLatitude", u"abc"_s, u"55.905"_s},    {"EditLongitude", u"-3.2"_s, u"-3.2"_s},
+  } rows[] = {{"EditLatitude", u"abc"_s, u"55.905"_s},    {"EditLongitude", u"-24.75"_s, u"-24.75"_s},
               {"EditMinPassElev", u"12"_s, u"10"_s},      {"EditMinPassElev", u"-1"_s, u"0"_s},
               {"EditLatitude", u"12.3.4"_s, u"55.905"_s}, {"EditHeight", u"1e999"_s, u"150"_s},
               {"EditLatitude", u"-33,5"_s, u"-33.5"_s}};
@@ -103,12 +104,21 @@ TEST(SetupPage, StationIsReadWhenABoxIsLeft) {
     QTest::keyClick(box, Qt::Key_Tab);
     EXPECT_EQ(box->text(), row.Shown) << row.Typed.toStdString();
   }
+  // A box's own menu is no reason to read what is half typed; nor is the window's end.
+  auto* latitude = program.Find<QLineEdit>("EditLatitude");
+  latitude->setFocus();
+  latitude->setText(u"-"_s);
+  QFocusEvent menu(QEvent::FocusOut, Qt::PopupFocusReason);
+  QCoreApplication::sendEvent(latitude, &menu);
+  EXPECT_EQ(latitude->text(), u"-"_s);
   const app::Station& station = program.Form->Shared().Station;
   EXPECT_NEAR(orbit::Degrees(station.Place.Latitude), -33.5, 1e-9);
-  EXPECT_NEAR(orbit::Degrees(station.Place.Longitude), 356.8, 1e-9);
+  EXPECT_NEAR(orbit::Degrees(station.Place.Longitude), 335.25, 1e-9);
   EXPECT_NEAR(station.Place.Height, 0.15, 1e-12);
   EXPECT_EQ(station.MinElevationDeg, 0);
   program.Close();
+  EXPECT_EQ(program.SavedText(u"ObserverLatitude"_s), u"-"_s) << "as typed";
+  EXPECT_EQ(program.SavedText(u"ObserverLongitude"_s), u"-24.75"_s);
 }
 
 TEST(SetupPage, FoldersAreChosenAndKept) {
