@@ -101,7 +101,11 @@ void TTabSheetSetup::Store() {
   settings.ObserverLongitude.Value = ui_.EditLongitude->text();
   settings.ObserverHeight.Value = ui_.EditHeight->text();
   settings.MinPassElevation.Value = ui_.EditMinPassElev->text();
-  settings.ImagePathList.Value = app::ToCommaText(ui_.ListBoxImagePath->Items());
+  StoreImagePaths();
+}
+
+void TTabSheetSetup::StoreImagePaths() {
+  session_.Settings.ImagePathList.Value = app::ToCommaText(ui_.ListBoxImagePath->Items());
 }
 
 void TTabSheetSetup::UpdateObserverDetails() {
@@ -190,11 +194,13 @@ void TTabSheetSetup::ButtonAddPathClick() {
   if (!chosen) return;
   ui_.ListBoxImagePath->addItem(*chosen);
   MarkMissingFolders(ui_.ListBoxImagePath);
+  StoreImagePaths();
 }
 
 void TTabSheetSetup::ButtonRemovePathClick() {
   if (!ui_.ListBoxImagePath->SelectedText().isEmpty()) {
     delete ui_.ListBoxImagePath->takeItem(ui_.ListBoxImagePath->currentRow());
+    StoreImagePaths();
   }
   ListBoxImagePathClick();
 }

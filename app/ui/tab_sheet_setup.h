@@ -39,6 +39,8 @@ class TTabSheetSetup : public session::TTabSheet {
 
  private:
   void ShowSatellites();
+  /// The picture folders as other pages search them.
+  void StoreImagePaths();
   void EnableArrows();
   void ExplainEmptyLists();
   void TakeFolder(const QString& folder, QLineEdit* box, app::TRegistryString& setting);

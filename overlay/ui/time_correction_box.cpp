@@ -30,14 +30,21 @@ TTimeCorrectionBox::TTimeCorrectionBox(QWidget* parent)
                       QStringLiteral("No correction"));
   connect(reset, &QPushButton::clicked, this, [this] { SpinEditTimeCorrection->setValue(0); });
 
+  const std::initializer_list<QWidget*> controls{
+      NewStep(QStringLiteral("-10"), "ButtonCorrectionMinus10", -10),
+      NewStep(QStringLiteral("-0.5"), "ButtonCorrectionMinusHalf", -step),
+      SpinEditTimeCorrection,
+      NewStep(QStringLiteral("+0.5"), "ButtonCorrectionPlusHalf", step),
+      NewStep(QStringLiteral("+10"), "ButtonCorrectionPlus10", 10),
+      reset};
   auto* row = new QHBoxLayout(this);
   row->setSpacing(2);
-  row->addWidget(NewStep(QStringLiteral("-10"), "ButtonCorrectionMinus10", -10));
-  row->addWidget(NewStep(QStringLiteral("-0.5"), "ButtonCorrectionMinusHalf", -step));
-  row->addWidget(SpinEditTimeCorrection);
-  row->addWidget(NewStep(QStringLiteral("+0.5"), "ButtonCorrectionPlusHalf", step));
-  row->addWidget(NewStep(QStringLiteral("+10"), "ButtonCorrectionPlus10", 10));
-  row->addWidget(reset);
+  QWidget* before = nullptr;
+  for (QWidget* control : controls) {
+    row->addWidget(control);
+    if (before != nullptr) setTabOrder(before, control);
+    before = control;
+  }
   for (auto* button : findChildren<QPushButton*>()) {
     // Wide enough for its caption, without a style's usual least width.
     button->setFixedWidth(button->fontMetrics().horizontalAdvance(button->text()) + 16);

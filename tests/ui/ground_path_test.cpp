@@ -191,10 +191,16 @@ TEST_F(GroundPathTest, PickersCarryAndOpenedPicturesTellTheirTime) {
 }
 
 TEST_F(GroundPathTest, MapAndPictureAreFittedAndScrolledTogether) {
-  GivePicture(u"02230751V.png"_s, Qt::darkGray);
+  QDir(program.Path(u"."_s)).mkdir(u"pictures/more"_s);
+  GivePicture(u"more/02230751V.png"_s, Qt::darkGray);
   StartOnPage();
   program.Form->resize(1000, 700);
+  program.Form->ShowPage(Page::Setup);
+  program.Boxes.ChosenFolder = program.Path(u"pictures/more"_s);
+  program.Click("ButtonAddPath");
+  program.Form->ShowPage(Page::GroundPath);
   Pick(7, 51);
+  EXPECT_EQ(PictureShown(), u"02230751V.png"_s) << "in the folder that was added";
   program.Click("ButtonGenTopo");
   auto* mapBox = program.Find<QScrollArea>("ScrollBoxTopo");
   auto* pictureBox = program.Find<QScrollArea>("ScrollBoxPicture");
