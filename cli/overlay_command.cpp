@@ -149,6 +149,8 @@ void RunOverlay(const QStringList& list) {
         QStringLiteral("When the first line was received, UTC.")},
        {QStringLiteral("pass"), QStringLiteral("[YYYY]MMDDHHMM[SS]"),
         QStringLiteral("The pass that rose then, UTC; implies --pass-details.")},
+       {QStringLiteral("time-correction"), QStringLiteral("SECONDS"),
+        QStringLiteral("Added to the start, -90 to 90: what the recorder's clock was off.")},
        {QStringLiteral("minutes"), QStringLiteral("N"),
         QStringLiteral(
             "Length of the map, 1 to 30. Default: as long as the pass, the rows or the picture, else 15.")},
@@ -186,6 +188,7 @@ void RunOverlay(const QStringList& list) {
     width = std::max(picture.width(), width);
   }
   OverlayRequest request = DescribePass(arguments, arguments.Station(), lines);
+  request.Start.Days += arguments.Number(QStringLiteral("time-correction"), 0, -90, 90) / 86400;
   request.LineLimit = lines;
   request.Width = width;
   if (settings.ShowOverlay || arguments.Has(QStringLiteral("show-overlay"))) {
