@@ -14,7 +14,7 @@ struct MapGrid {
   std::vector<PlacedText> Labels;
 };
 
-/// All of it is white, the labels without a ground of their own. A map without a size has an empty grid.
+/// The lines are white, the labels have no ground of their own. A map without a size has an empty grid.
 MapGrid GridOf(const MapFrame& frame, const MeasureText& measure);
 
 }  // namespace pelorin::map

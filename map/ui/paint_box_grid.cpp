@@ -4,6 +4,7 @@
 #include <QPainter>
 
 #include "map/map_grid.h"
+#include "map/satellite_plot.h"
 
 namespace pelorin::ui {
 
@@ -51,15 +52,17 @@ QPixmap TPaintBoxGrid::DrawLayer(double ratio) {
     painter.drawImage(0, 0, backdrop_.scaled(layer.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
   }
   const map::MapGrid grid = map::GridOf(frame_, pictures_.Measure());
-  const auto drawLines = [&](const std::vector<map::Stroke>& lines, Qt::PenStyle style) {
-    painter.setPen(QPen(Qt::white, pixels.LineWidth(), style, Qt::SquareCap));
+  const auto drawLines = [&](const std::vector<map::Stroke>& lines, Qt::PenStyle style, Qt::PenCapStyle cap) {
+    painter.setPen(QPen(Qt::white, pixels.LineWidth(), style, cap));
     for (const map::Stroke& line : lines) {
       painter.drawLine(pixels.Middle(line.front()), pixels.Middle(line.back()));
     }
   };
-  drawLines(grid.Lines, Qt::SolidLine);
-  drawLines(grid.Tropics, Qt::DotLine);
-  const QRgb textColour = palette().color(QPalette::WindowText).rgb();
+  drawLines(grid.Lines, Qt::SolidLine, Qt::SquareCap);
+  drawLines(grid.Tropics, Qt::DotLine, Qt::FlatCap);
+  // The backdrop is no darker in dark colours; without it the labels stand on the page's own ground.
+  const QRgb textColour =
+      backdrop_.isNull() ? palette().color(QPalette::WindowText).rgb() : map::kOtherColour;
   for (const map::PlacedText& label : grid.Labels) pictures_.DrawText(painter, pixels, label, textColour);
   return layer;
 }

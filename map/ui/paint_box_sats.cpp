@@ -12,17 +12,39 @@ namespace {
 using Sign = RimmedPictures::Sign;
 
 constexpr int kSunSide = 32;
+/// A dark rim is the stronger one over the map.
+constexpr int kLightRimOpacity = 90, kDarkRimOpacity = 45;
 
 void DrawStrokes(QPainter& painter, const DevicePixels& pixels, const std::vector<map::Stroke>& strokes,
-                 QRgb colour, Qt::PenStyle style) {
-  if (strokes.empty()) return;
-  painter.setPen(QPen(QColor(colour), pixels.LineWidth(), style, Qt::FlatCap));
+                 const QPen& pen) {
+  painter.setPen(pen);
   QVarLengthArray<QPointF, 64> points;
   for (const map::Stroke& stroke : strokes) {
     points.clear();
     for (const QPoint point : stroke) points.append(pixels.Middle(point));
     painter.drawPolyline(points.constData(), static_cast<int>(points.size()));
   }
+}
+
+/// The few lines that the eye follows over the whole map: smooth, with a rim.
+void DrawRimmedStrokes(QPainter& painter, const DevicePixels& pixels, const std::vector<map::Stroke>& strokes,
+                       QRgb colour, Qt::PenStyle style, int rimOpacity) {
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.translate(0.5, 0.5);
+  QPen pen(QColor(colour), pixels.LineWidth(), style, Qt::FlatCap, Qt::RoundJoin);
+  QPen rim = pen;
+  rim.setWidth(3 * pixels.LineWidth());
+  rim.setColor(RimmedPictures::RimOf(colour, rimOpacity));
+  if (style != Qt::SolidLine) {
+    // Dashes are counted in widths of the pen.
+    QList<qreal> dashes = pen.dashPattern();
+    for (qreal& dash : dashes) dash /= 3;
+    rim.setDashPattern(dashes);
+  }
+  DrawStrokes(painter, pixels, strokes, rim);
+  DrawStrokes(painter, pixels, strokes, pen);
+  painter.restore();
 }
 
 }  // namespace
@@ -58,8 +80,14 @@ void TPaintBoxSats::DrawSatellite(QPainter& painter, const DevicePixels& pixels,
   }
   pictures_.DrawSign(painter, pixels, Sign::Mark, drawing.Mark, drawing.Colour);
   pictures_.DrawText(painter, pixels, drawing.Label, drawing.Colour);
-  DrawStrokes(painter, pixels, drawing.Footprint, drawing.FootprintColour, Qt::SolidLine);
-  DrawStrokes(painter, pixels, drawing.ScanLine, drawing.Colour, Qt::DotLine);
+  if (drawing.ScanLine.empty()) {
+    DrawStrokes(painter, pixels, drawing.Footprint,
+                QPen(QColor(drawing.FootprintColour), pixels.LineWidth(), Qt::SolidLine, Qt::FlatCap));
+  } else {
+    DrawRimmedStrokes(painter, pixels, drawing.Footprint, drawing.FootprintColour, Qt::SolidLine,
+                      kLightRimOpacity);
+    DrawRimmedStrokes(painter, pixels, drawing.ScanLine, drawing.Colour, Qt::DotLine, kLightRimOpacity);
+  }
 }
 
 void TPaintBoxSats::DrawSun(QPainter& painter, const DevicePixels& pixels) const {
@@ -67,7 +95,7 @@ void TPaintBoxSats::DrawSun(QPainter& painter, const DevicePixels& pixels) const
   QPixmap icon = window()->windowIcon().pixmap(QSize(kSunSide, kSunSide), pixels.Ratio());
   icon.setDevicePixelRatio(1);
   painter.drawPixmap(pixels.Centred(plot_.Sun, icon.size()), icon);
-  DrawStrokes(painter, pixels, plot_.Terminator, map::kTerminatorColour, Qt::DashLine);
+  DrawRimmedStrokes(painter, pixels, plot_.Terminator, map::kTerminatorColour, Qt::DashLine, kDarkRimOpacity);
 }
 
 }  // namespace pelorin::ui

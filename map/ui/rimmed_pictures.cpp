@@ -13,12 +13,6 @@ constexpr int kTextRimOpacity = 150, kSignRimOpacity = 170;
 /// Brighter colours than this have a dark rim.
 constexpr int kBrightFrom = 128;
 
-QColor RimOf(QRgb colour, int opacity) {
-  QColor rim(qGray(colour) < kBrightFrom ? Qt::white : Qt::black);
-  rim.setAlpha(opacity);
-  return rim;
-}
-
 QFont LayerFont() {
   QFont font;
   font.setFamilies({QStringLiteral("Small Fonts"), QStringLiteral("DejaVu Sans")});
@@ -41,7 +35,7 @@ QPixmap TextPicture(const QString& text, QRgb colour, const QFont& font, double 
   painter.scale(ratio, ratio);
   painter.setFont(font);
   const QPoint baseline(kRim, kRim + metrics.ascent());
-  painter.setPen(RimOf(colour, kTextRimOpacity));
+  painter.setPen(RimmedPictures::RimOf(colour, kTextRimOpacity));
   for (const int down : {-kRim, 0, kRim}) {
     for (const int right : {-kRim, 0, kRim}) painter.drawText(baseline + QPoint(right, down), text);
   }
@@ -58,7 +52,7 @@ QPixmap SignPicture(RimmedPictures::Sign sign, QRgb colour, int line) {
   QPainter painter(&picture);
   painter.translate(rim, rim);
   painter.setCompositionMode(QPainter::CompositionMode_Source);
-  const QColor rimColour = RimOf(colour, kSignRimOpacity), body(colour);
+  const QColor rimColour = RimmedPictures::RimOf(colour, kSignRimOpacity), body(colour);
   if (isMark) {
     painter.fillRect(-rim, -rim, side + 2 * rim, side + 2 * rim, rimColour);
     painter.fillRect(0, 0, side, side, body);
@@ -75,6 +69,12 @@ QPixmap SignPicture(RimmedPictures::Sign sign, QRgb colour, int line) {
 }
 
 }  // namespace
+
+QColor RimmedPictures::RimOf(QRgb colour, int opacity) {
+  QColor rim(qGray(colour) < kBrightFrom ? Qt::white : Qt::black);
+  rim.setAlpha(opacity);
+  return rim;
+}
 
 RimmedPictures::RimmedPictures() : font_(LayerFont()) {}
 

@@ -19,6 +19,9 @@ class RimmedPictures {
     TrailPoint,  ///< a pixel and its four neighbours
   };
 
+  /// The colour of a rim; `opacity` up to 255.
+  static QColor RimOf(QRgb colour, int opacity);
+
   RimmedPictures();
 
   /// A text's size without its rim, in logical pixels; good while this object lives.

@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QFocusEvent>
 #include <QFrame>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTimeEdit>
@@ -49,6 +50,8 @@ orbit::TDateTime ToTheMinute(orbit::TDateTime moment) {
   return orbit::MakeDateTime(fields.Year, fields.Month, fields.Day, fields.Hour, fields.Minute);
 }
 
+bool IsDigit(const QString& keyText) { return keyText.size() == 1 && keyText.front().isDigit(); }
+
 QString Stamp(orbit::TDateTime moment) { return QString::fromStdString(orbit::StampOf(moment)); }
 
 }  // namespace
@@ -74,20 +77,34 @@ void TTabSheetMap::ConnectHandlers() {
   Handle(&session_, &session::Session::ActiveSatellitesChanged, this, &TTabSheetMap::ActiveSatellitesChanged);
   Handle(&session_, &session::Session::SatelliteChosen, this, &TTabSheetMap::SatelliteChosen);
   ui_.PanelWorldMap->installEventFilter(this);
+  ui_.DateTimePickerMapTime->installEventFilter(this);
   ui_.DateTimePickerMapDate->installEventFilter(this);
   ui_.DateTimePickerMapDate->findChild<QLineEdit*>()->installEventFilter(this);
 }
 
 bool TTabSheetMap::eventFilter(QObject* watched, QEvent* event) {
   void (TTabSheetMap::*handler)() = nullptr;
-  if (watched == ui_.PanelWorldMap) {
-    if (event->type() == QEvent::Resize) handler = &TTabSheetMap::PanelWorldMapResize;
-  } else if (event->type() == QEvent::MouseButtonPress) {
-    handler = &TTabSheetMap::DateTimePickerMapDateClick;
-  } else if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) {
-    // An open calendar is part of the picker: closed, it gives the focus back.
-    const bool isPopup = static_cast<QFocusEvent*>(event)->reason() == Qt::PopupFocusReason;
-    if (isPopup == (event->type() == QEvent::FocusIn)) handler = &TTabSheetMap::DateTimePickerMapDateExit;
+  const bool isDate = watched != ui_.PanelWorldMap && watched != ui_.DateTimePickerMapTime;
+  // An open calendar is part of the picker: closed, it gives the focus back.
+  const auto isPopup = [event] { return static_cast<QFocusEvent*>(event)->reason() == Qt::PopupFocusReason; };
+  switch (event->type()) {
+    case QEvent::Resize:
+      if (watched == ui_.PanelWorldMap) handler = &TTabSheetMap::PanelWorldMapResize;
+      break;
+    case QEvent::KeyPress:
+      if (IsDigit(static_cast<QKeyEvent*>(event)->text())) handler = &TTabSheetMap::DateTimePickerMapKeyPress;
+      break;
+    case QEvent::MouseButtonPress:
+      if (isDate) handler = &TTabSheetMap::DateTimePickerMapDateClick;
+      break;
+    case QEvent::FocusIn:
+      if (isDate && isPopup()) handler = &TTabSheetMap::DateTimePickerMapDateExit;
+      break;
+    case QEvent::FocusOut:
+      if (isDate && !isPopup()) handler = &TTabSheetMap::DateTimePickerMapDateExit;
+      break;
+    default:
+      break;
   }
   if (handler != nullptr) session::Guarded(Boxes(), [this, handler] { (this->*handler)(); });
   return false;
@@ -195,6 +212,11 @@ void TTabSheetMap::SetManualTime(orbit::TDateTime moment) {
 }
 
 void TTabSheetMap::DateTimePickerMapDateClick() { ui_.TimerStep->stop(); }
+
+void TTabSheetMap::DateTimePickerMapKeyPress() {
+  // Seconds that went back to 0 at the second digit would take the cursor along, and so would the clock.
+  if (session_.Map.Mode == Timeframe::RealTime) SetManualTime(ToTheMinute(session_.Map.CurrentTime));
+}
 
 void TTabSheetMap::DateTimePickerMapDateExit() {
   const bool stands = session_.Map.Mode == Timeframe::RealTime && !ui_.TimerStep->isActive();

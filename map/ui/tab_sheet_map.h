@@ -42,6 +42,8 @@ class TTabSheetMap : public session::TTabSheet {
   void TimerStepTimer();
   void DateTimePickerMapDateChange();
   void DateTimePickerMapDateClick();
+  /// A digit is about to be typed into either picker.
+  void DateTimePickerMapKeyPress();
   /// The date picker was left, or its calendar closed.
   void DateTimePickerMapDateExit();
   void ComboBoxSatForMapChange();

@@ -87,12 +87,13 @@ QBoxLayout* TabSheetMapLayout::BuildStrip(QWidget* page) {
 
   auto* pickers = new QGridLayout;
   pickers->setVerticalSpacing(2);
-  pickers->addWidget(LabelFor(QStringLiteral("&Date (UTC)"), DateTimePickerMapDate, page), 0, 0);
-  pickers->addWidget(LabelFor(QStringLiteral("&Time (UTC)"), DateTimePickerMapTime, page), 0, 1);
-  pickers->addWidget(LabelFor(QStringLiteral("&Satellite"), ComboBoxSatForMap, page), 0, 2);
-  pickers->addWidget(DateTimePickerMapDate, 1, 0);
-  pickers->addWidget(DateTimePickerMapTime, 1, 1);
-  pickers->addWidget(ComboBoxSatForMap, 1, 2);
+  pickers->addWidget(LabelFor(QStringLiteral("&Date (UTC)"), DateTimePickerMapDate, page), 1, 0);
+  pickers->addWidget(LabelFor(QStringLiteral("&Time (UTC)"), DateTimePickerMapTime, page), 1, 1);
+  pickers->addWidget(LabelFor(QStringLiteral("&Satellite"), ComboBoxSatForMap, page), 1, 2);
+  pickers->addWidget(DateTimePickerMapDate, 2, 0);
+  pickers->addWidget(DateTimePickerMapTime, 2, 1);
+  pickers->addWidget(ComboBoxSatForMap, 2, 2);
+  pickers->setRowStretch(0, 1);
   auto* strip = new QHBoxLayout;
   strip->setSpacing(kStripGap);
   strip->addWidget(timeframe);
