@@ -189,8 +189,6 @@ QWidget* THelpWindow::BuildIndex() {
 
 QWidget* THelpWindow::BuildSearch() {
   hits_ = Named(new QListWidget, "HelpHits");
-  hits_->setWordWrap(true);
-  hits_->setAlternatingRowColors(true);
   editSearch_ = NewFilter("EditSearch", QStringLiteral("Search for words in all pages"));
   connect(editSearch_, &QLineEdit::textChanged, this, &THelpWindow::Search);
   connect(editSearch_, &QLineEdit::returnPressed, this, [this] { OpenHit(hits_->item(0)); });
@@ -282,7 +280,8 @@ void THelpWindow::FindInPage(bool backward) {
 void THelpWindow::Search() {
   hits_->clear();
   for (const HelpHit& hit : SearchHelp(book_->Pages(), editSearch_->text())) {
-    auto* item = new QListWidgetItem(hit.Title + u'\n' + hit.Excerpt, hits_);
+    auto* item = new QListWidgetItem(hit.Title, hits_);
+    item->setToolTip(hit.Excerpt);
     item->setData(kUrlRole, hit.Url);
   }
   if (hits_->count() == 0 && !HelpWords(editSearch_->text()).isEmpty()) {
