@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QPushButton>
 #include <utility>
@@ -26,6 +27,12 @@ QWidget* Front() {
     if (isPlain && window->isVisible()) return window;
   }
   return nullptr;
+}
+
+/// "txt" of "Text files (*.txt)"; empty for a filter of several extensions or of all files.
+QString SuffixOf(const QString& filter) {
+  const QString pattern = filter.section(u'(', 1, 1).section(u')', 0, 0);
+  return pattern.startsWith(QStringLiteral("*.")) && !pattern.contains(u' ') ? pattern.sliced(2) : QString();
 }
 
 }  // namespace
@@ -93,10 +100,24 @@ std::optional<QString> QtPrompts::OpenFile(const QString& title, const QString& 
 
 std::optional<QString> QtPrompts::SaveFile(const QString& title, const QString& startPath,
                                            const QStringList& filters) {
-  const QString chosen =
-      QFileDialog::getSaveFileName(Front(), title, startPath, filters.join(QStringLiteral(";;")));
-  if (chosen.isEmpty()) return std::nullopt;
-  return chosen;
+  const QFileInfo start(startPath);
+  QFileDialog dialog(Front(), title, start.path());
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setNameFilters(filters);
+  dialog.setDefaultSuffix(SuffixOf(filters.value(0)));
+  dialog.selectFile(start.fileName());
+  // Another kind of file was chosen: the name follows, as far as its extension was that of a kind.
+  QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&](const QString& filter) {
+    const QString suffix = SuffixOf(filter);
+    if (suffix.isEmpty()) return;
+    dialog.setDefaultSuffix(suffix);
+    const QFileInfo name(dialog.selectedFiles().value(0));
+    for (const QString& kind : filters) {
+      if (name.suffix() == SuffixOf(kind)) return dialog.selectFile(name.completeBaseName() + u'.' + suffix);
+    }
+  });
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  return dialog.selectedFiles().value(0);
 }
 
 void QtPrompts::Help(int context) { showHelp_(context); }

@@ -31,6 +31,7 @@
 #include "overlay/ui/form_overlay_text_options.h"
 #include "overlay/ui/tab_sheet_flight.h"
 #include "overlay/ui/tab_sheet_ground_path.h"
+#include "passes/ui/form_ephemeris.h"
 #include "passes/ui/form_sat_keps_summary.h"
 #include "passes/ui/form_set_flight_time.h"
 #include "passes/ui/group_box_passes.h"
@@ -201,6 +202,7 @@ void TFormMain::CreateForms() {
   FormSatKepsSummary = new TFormSatKepsSummary(*session_, this);
   FormOverlayTextOptions = new TFormOverlayTextOptions(*session_, this);
   AboutBoxQuillfen = session::Named(new TAboutBoxQuillfen(this), "AboutBoxQuillfen");
+  FormEphemeris = new TFormEphemeris(*session_, this);
 }
 
 void TFormMain::FormShow() {
@@ -375,9 +377,7 @@ void TFormMain::FilePrintImageClick() { TabSheetGroundPath->PrintImageClick(); }
 
 void TFormMain::FilePrintPassListClick() {
   UpdateObserverDetails();
-  Boxes().Message(
-      QStringLiteral("Printed pass lists are not part of this version of Pelorin yet. The pass list "
-                     "of the Setup page is saved as PassList.txt in the results folder."));
+  FormEphemeris->exec();
 }
 
 void TFormMain::FilePrintSetupClick() {

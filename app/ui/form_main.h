@@ -16,6 +16,7 @@
 namespace pelorin::ui {
 
 class TAboutBoxQuillfen;
+class TFormEphemeris;
 class TFormOverlayTextOptions;
 class TFormSatKepsSummary;
 class TFormSetFlightTime;
@@ -136,6 +137,7 @@ class TFormMain : public QMainWindow, public session::Shell {
   TFormSatKepsSummary* FormSatKepsSummary = nullptr;
   TFormOverlayTextOptions* FormOverlayTextOptions = nullptr;
   TAboutBoxQuillfen* AboutBoxQuillfen = nullptr;
+  TFormEphemeris* FormEphemeris = nullptr;
 };
 
 }  // namespace pelorin::ui

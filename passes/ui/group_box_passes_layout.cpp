@@ -11,6 +11,7 @@
 #include "app/session/controls.h"
 #include "app/session/list_box.h"
 #include "app/session/picker_time.h"
+#include "passes/ui/fixed_font.h"
 
 namespace pelorin::ui {
 namespace {
@@ -18,15 +19,6 @@ namespace {
 /// An entry up to its satellite's name, and most names, fit without scrolling.
 constexpr int kEntryCharacters = 34;
 constexpr int kMostDaysAhead = 28;
-
-/// Columns stand below each other.
-QFont EntryFont(QFont font) {
-  font.setFamilies(
-      {QStringLiteral("Courier New"), QStringLiteral("Liberation Mono"), QStringLiteral("DejaVu Sans Mono")});
-  font.setStyleHint(QFont::Monospace);
-  font.setFixedPitch(true);
-  return font;
-}
 
 }  // namespace
 
@@ -36,7 +28,7 @@ void GroupBoxPassesLayout::Build(QGroupBox* box) {
   session::SetUpPicker(DateTimePickerPasses, QStringLiteral("yyyy MMM dd"));
   LabelPassDate = session::Named(new QLabel(box), "LabelPassDate");
   ListBoxPasses = session::Named(new session::TListBox(box), "ListBoxPasses");
-  ListBoxPasses->setFont(EntryFont(box->font()));
+  ListBoxPasses->setFont(FixedFont(box->font()));
   ListBoxPasses->setAccessibleName(QStringLiteral("Passes"));
   ListBoxPasses->setMinimumWidth(ListBoxPasses->fontMetrics().averageCharWidth() * kEntryCharacters);
   LabelPassDate->setBuddy(ListBoxPasses);

@@ -1,0 +1,157 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QDateEdit>
+#include <QDialog>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTabWidget>
+#include <QTest>
+#include <QTimer>
+
+#include "app/session/list_box.h"
+#include "files/read_file.h"
+#include "files/text_file.h"
+#include "tests/support/program_fixture.h"
+
+namespace pelorin::tests {
+namespace {
+
+using namespace Qt::StringLiterals;
+using session::TListBox;
+
+/// The program with its ephemeris window open.
+class EphemerisWindow {
+ public:
+  EphemerisWindow() {
+    Program.GiveOrdinarySettings(u"\"NOAA 15\",\"NOAA 18\",\"NOAA 19\""_s);
+    Program.Start();
+    Program.Form->ShowPage(session::Page::Setup);
+    dialog_ = Program.Find<QDialog>("FormEphemeris");
+  }
+
+  /// Opens the window as the user does, and does `work` in it until it is closed.
+  void Open(const std::function<void()>& work) {
+    bool wasOpen = false;
+    QTimer::singleShot(0, dialog_, [&] {
+      wasOpen = dialog_->isVisible() && dialog_->isModal();
+      work();
+      if (dialog_->isVisible()) dialog_->reject();
+    });
+    Program.Click("ButtonEphemeris");
+    EXPECT_TRUE(wasOpen);
+  }
+
+  template <class Control>
+  Control* Find(const char* name) const {
+    return dialog_->findChild<Control*>(QString::fromLatin1(name));
+  }
+  void Click(const char* name) const { QTest::mouseClick(Find<QPushButton>(name), Qt::LeftButton); }
+  QStringList Lines() const { return Find<TListBox>("ListBoxPasses")->Items(); }
+  QStringList Days() const { return Lines().filter(u"Pelorin pass prediction for "_s); }
+  bool ShowsReport() const {
+    return Find<QTabWidget>("PageControl")->currentWidget()->objectName() == u"TabSheetEphemeris"_s;
+  }
+
+  ProgramFixture Program;
+
+ protected:
+  QDialog* dialog_;
+};
+
+TEST(Ephemeris, ReportIsPredictedSavedAndPrinted) {
+  EphemerisWindow window;
+  RecordingPrompts& boxes = window.Program.Boxes;
+  window.Program.Find<QDateEdit>("DateTimePickerPasses")->setDate(QDate(2022, 2, 20));
+  window.Program.Click("ButtonRegenPasses");
+  const qsizetype passes = window.Program.Find<TListBox>("ListBoxPasses")->count();
+  window.Open([&] {
+    EXPECT_EQ(window.Find<TListBox>("ListBoxSatellites")->selectedItems().size(), 3);
+    EXPECT_EQ(window.Find<QDateEdit>("DateTimePickerStart")->text(), u"2022 Feb 23"_s);
+    // The picker shows today; the report is of the pass list's day.
+    window.Click("ButtonPredict");
+    EXPECT_TRUE(window.ShowsReport());
+    EXPECT_EQ(window.Lines().first(), u"Pelorin pass prediction for Sunday, 2022 Feb 20"_s);
+    EXPECT_EQ(window.Lines().size(), 5 + passes);
+
+    boxes.ChosenFile = window.Program.Path(u"report.txt"_s);
+    window.Click("ButtonSave");
+    EXPECT_EQ(files::ReadFile(*boxes.ChosenFile), files::EncodeText(window.Lines().join(u"\r\n"_s)) + "\r\n");
+    boxes.ChosenFile = window.Program.Path(u"report.ics"_s);
+    window.Click("ButtonSave");
+    EXPECT_EQ(files::ReadFile(*boxes.ChosenFile).count("BEGIN:VEVENT"), passes);
+    EXPECT_EQ(boxes.Take(), QStringList());
+
+    boxes.ChosenFile = window.Program.Path(u"missing/report.txt"_s);
+    window.Click("ButtonSave");
+    EXPECT_EQ(boxes.Take(), QStringList(u"Error: Error tring to save pass list to "_s + *boxes.ChosenFile));
+
+    // Touching the days takes the picker's date.
+    window.Find<QTabWidget>("PageControl")->setCurrentIndex(0);
+    window.Click("ButtonMonths1");
+    EXPECT_EQ(window.Find<QSpinBox>("SpinEditNumDays")->value(), 28);
+    EXPECT_EQ(window.Days().size(), 1) << "only on demand";
+    window.Click("ButtonPredict");
+    EXPECT_EQ(window.Days().size(), 28);
+    EXPECT_EQ(window.Days().first().right(11), u"2022 Feb 23"_s);
+
+    // No printer is known here: the report goes into a file, every time into the one that is named.
+    for (const char* name : {"first.pdf", "second.pdf"}) {
+      boxes.ChosenFile = window.Program.Path(QString::fromLatin1(name));
+      window.Click("ButtonPrint");
+      const QByteArray pdf = files::ReadFile(*boxes.ChosenFile);
+      EXPECT_TRUE(pdf.startsWith("%PDF")) << name;
+      EXPECT_GE(pdf.count("/Type /Page\n"), window.Lines().size() / 80) << name;
+    }
+    boxes.ChosenFile = window.Program.Path(u"missing/report.pdf"_s);
+    window.Click("ButtonPrint");
+    EXPECT_EQ(boxes.Take(), QStringList(u"Error: Cannot print to "_s + *boxes.ChosenFile +
+                                        u": No such file or directory"_s));
+    EXPECT_EQ(window.Days().size(), 28);
+  });
+  window.Program.Close();
+}
+
+TEST(Ephemeris, PredictionIsRefusedOrStoppedWithWhatThereIs) {
+  EphemerisWindow window;
+  RecordingPrompts& boxes = window.Program.Boxes;
+  window.Open([&] {
+    auto* pages = window.Find<QTabWidget>("PageControl");
+    window.Click("ButtonSelectNone");
+    for (int turn = 0; turn < 2; ++turn) {
+      if (turn == 0) window.Click("ButtonPredict");
+      if (turn == 1) pages->setCurrentIndex(1);
+      EXPECT_EQ(boxes.Take(), QStringList(u"Message: Please select one or more satellites"_s));
+      EXPECT_FALSE(window.ShowsReport());
+    }
+    window.Click("ButtonSelectAll");
+    window.Find<QSpinBox>("SpinEditNumDays")->setValue(365);
+    bool wasBusy = false;
+    QTimer::singleShot(0, window.Find<QPushButton>("ButtonCancel"), [&] {
+      wasBusy = window.Find<QProgressBar>("ProgressBar")->isVisible() &&
+                !window.Find<QPushButton>("ButtonSave")->isEnabled() &&
+                QGuiApplication::overrideCursor() != nullptr;
+      QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape);
+    });
+    // An empty report is made when it is to be seen.
+    pages->setCurrentIndex(1);
+    EXPECT_TRUE(wasBusy);
+    EXPECT_GT(window.Days().size(), 0);
+    EXPECT_LT(window.Days().size(), 365);
+    EXPECT_NE(window.Lines().last(), QString());
+    EXPECT_TRUE(window.Find<QPushButton>("ButtonSave")->isEnabled());
+    EXPECT_FALSE(window.Find<QProgressBar>("ProgressBar")->isVisible());
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+    ASSERT_NE(QApplication::activeModalWidget(), nullptr) << "the first Escape must not close the window";
+    QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape);
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+  });
+  const QStringList before = window.Lines();
+  window.Open([&] { EXPECT_EQ(window.Lines(), before) << "the report stays between showings"; });
+  EXPECT_EQ(boxes.Take(), QStringList());
+  window.Program.Close();
+}
+
+}  // namespace
+}  // namespace pelorin::tests
