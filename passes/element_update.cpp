@@ -157,16 +157,16 @@ QString OutcomeText(FileOutcome outcome) {
       return QStringLiteral("not asked for again");
     case FileOutcome::Refused:
       return QStringLiteral("not updated");
-    case FileOutcome::NotAsked:
+    case FileOutcome::NotFetched:
       break;
   }
-  return QStringLiteral("not asked for");
+  return QStringLiteral("not fetched");
 }
 
 QString OutcomeSummary(const QList<FileOutcome>& outcomes) {
   QStringList parts;
   for (const FileOutcome outcome : {FileOutcome::Updated, FileOutcome::AlreadyCurrent, FileOutcome::Refused,
-                                    FileOutcome::AskedRecently, FileOutcome::NotAsked}) {
+                                    FileOutcome::AskedRecently, FileOutcome::NotFetched}) {
     if (const qsizetype count = outcomes.count(outcome); count > 0) {
       parts.append(QStringLiteral("%1 %2").arg(count).arg(OutcomeText(outcome)));
     }

@@ -57,7 +57,7 @@ QString RefusalText(const QString& localPath, const QString& address, const Elem
 /// What is said when the service refuses: file, address, status, first line of its answer.
 QString ServiceRefusalText(const QString& fileName, const QString& address, const ElementAnswer& answer);
 
-enum class FileOutcome { NotAsked, Updated, AlreadyCurrent, AskedRecently, Refused };
+enum class FileOutcome { NotFetched, Updated, AlreadyCurrent, AskedRecently, Refused };
 
 /// "updated", "already current" and so on.
 QString OutcomeText(FileOutcome outcome);

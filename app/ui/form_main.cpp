@@ -16,6 +16,7 @@
 #include <utility>
 
 #include "app/command_line.h"
+#include "app/element_address.h"
 #include "app/program_paths.h"
 #include "app/session/controls.h"
 #include "app/stale_elements.h"
@@ -34,6 +35,7 @@
 #include "passes/ui/form_ephemeris.h"
 #include "passes/ui/form_sat_keps_summary.h"
 #include "passes/ui/form_set_flight_time.h"
+#include "passes/ui/form_update_keplers.h"
 #include "passes/ui/group_box_passes.h"
 
 namespace pelorin::ui {
@@ -203,6 +205,9 @@ void TFormMain::CreateForms() {
   FormOverlayTextOptions = new TFormOverlayTextOptions(*session_, this);
   AboutBoxQuillfen = session::Named(new TAboutBoxQuillfen(this), "AboutBoxQuillfen");
   FormEphemeris = new TFormEphemeris(*session_, this);
+  FormUpdateKeplers = new TFormUpdateKeplers(
+      *session_, app::ElementAddress(surroundings_.Store, NameOf(surroundings_.ProgramPath)),
+      app::UserDataFolder(), this);
 }
 
 void TFormMain::FormShow() {
@@ -414,12 +419,7 @@ void TFormMain::MenuShowOverlayClick() { settings_.ShowOverlay.Value = ui_.MenuS
 
 void TFormMain::OptionsTextOverlayClick() { FormOverlayTextOptions->Run(); }
 
-void TFormMain::OptionsUpdateKeplersClick() {
-  Boxes().Message(
-      QStringLiteral("This version of Pelorin cannot get element sets over the Internet yet. Put new element "
-                     "files (*.2LI or *.TLE) into the folder\n\n   %1\n\nand start Pelorin again.")
-          .arg(settings_.TwoLineDataPath.Value));
-}
+void TFormMain::OptionsUpdateKeplersClick() { FormUpdateKeplers->exec(); }
 
 void TFormMain::ViewSatelliteDataClick() { FormSatKepsSummary->exec(); }
 

@@ -20,6 +20,7 @@ class TFormEphemeris;
 class TFormOverlayTextOptions;
 class TFormSatKepsSummary;
 class TFormSetFlightTime;
+class TFormUpdateKeplers;
 class TTabSheetDebug;
 class TTabSheetFlight;
 class TTabSheetGroundPath;
@@ -138,6 +139,7 @@ class TFormMain : public QMainWindow, public session::Shell {
   TFormOverlayTextOptions* FormOverlayTextOptions = nullptr;
   TAboutBoxQuillfen* AboutBoxQuillfen = nullptr;
   TFormEphemeris* FormEphemeris = nullptr;
+  TFormUpdateKeplers* FormUpdateKeplers = nullptr;
 };
 
 }  // namespace pelorin::ui

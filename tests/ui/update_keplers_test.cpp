@@ -1,0 +1,168 @@
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <QTreeWidget>
+
+#include "app/element_address.h"
+#include "files/atomic_file.h"
+#include "files/read_file.h"
+#include "tests/support/element_server.h"
+#include "tests/support/program_fixture.h"
+
+namespace pelorin::tests {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+/// Calls `step` every few milliseconds while the modal dialog is open, until it answers true.
+void WhileOpen(std::function<bool(QDialog&)> step) {
+  auto* timer = new QTimer(qApp);
+  QObject::connect(timer, &QTimer::timeout, timer, [timer, step = std::move(step)] {
+    auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (dialog == nullptr || !step(*dialog)) return;
+    timer->stop();
+    timer->deleteLater();
+  });
+  timer->start(5);
+}
+
+class UpdateKeplers : public testing::Test {
+ protected:
+  UpdateKeplers() {
+    qputenv("PELORIN_ELEMENTS_URL", server.Base().chopped(1).toLatin1());
+    qputenv("PELORIN_DATA_DIR", program.Path(u"user"_s).toLocal8Bit());
+    program.GiveOrdinarySettings(u"\"NOAA 19\""_s);
+    files::ReplaceFile(program.Path(u"bin/More.TLE"_s), kMore);
+    old = Elements();
+    fresh = old;
+    fresh.replace("22053.", "22054.");
+  }
+  ~UpdateKeplers() override {
+    qunsetenv("PELORIN_ELEMENTS_URL");
+    qunsetenv("PELORIN_DATA_DIR");
+  }
+
+  QByteArray Elements() const { return files::ReadFile(program.Path(u"bin/weather.2li"_s)); }
+  QString Progress() const { return program.Find<QLabel>("LabelProgress")->text(); }
+  QString Ticks() const {
+    const auto* list = program.Find<QTreeWidget>("CheckListBoxFiles");
+    QString ticks;
+    for (int row = 0; row < list->topLevelItemCount(); ++row) {
+      const QTreeWidgetItem* item = list->topLevelItem(row);
+      ticks += (item->checkState(0) == Qt::Checked ? u"[x] "_s : u"[ ] "_s) + item->text(0) + u": "_s +
+               item->text(1) + u'\n';
+    }
+    return ticks;
+  }
+  /// Opens the dialog from the menu, presses "Update", and Escape if it is open after that.
+  void Update(bool closesItself) {
+    bool isUpdated = false;
+    WhileOpen([&](QDialog& dialog) {
+      EXPECT_EQ(dialog.objectName(), u"FormUpdateKeplers"_s);
+      EXPECT_EQ(Progress(), QString());
+      program.Click("ButtonUpdate");
+      isUpdated = true;
+      EXPECT_EQ(dialog.isVisible(), !closesItself);
+      if (!closesItself) QTest::keyClick(&dialog, Qt::Key_Escape);
+      return true;
+    });
+    program.Find<QAction>("OptionsUpdateKeplers")->trigger();
+    EXPECT_TRUE(isUpdated);
+  }
+
+  /// Another satellite, in a file of its own.
+  const QByteArray kMore =
+      "TESTER 1\r\n1 90001U 14037A   22053.50000000  .00000017  00000-0  27104-4 0  9995\r\n"
+      "2 90001  98.4200  82.1000 0004100 110.0000 250.2000 14.20690000395000\r\n";
+  ElementServer server;
+  ProgramFixture program;
+  QByteArray old, fresh;
+};
+
+TEST_F(UpdateKeplers, FreshFilesWaitForTheNextStart) {
+  server.Answers[u"weather.txt"_s] = ElementServer::Reply("200 OK", fresh);
+  server.Answers[u"more.txt"_s] =
+      ElementServer::Reply("403 Forbidden", "not updated since your last download");
+  program.Start();
+  EXPECT_EQ(program.Find<QLineEdit>("EditBaseUrl")->text(), server.Base());
+  Update(true);
+  EXPECT_EQ(program.Boxes.Take(),
+            QStringList(u"Message: The new Keplers will be used the next time you run Pelorin."_s));
+  EXPECT_EQ(Ticks(), u"[x] More.TLE: already current\n[x] weather.2li: updated\n"_s);
+  EXPECT_EQ(Progress(), u"1 updated, 1 already current."_s);
+  EXPECT_EQ(Elements(), fresh.replace("\n", "\r\n"));
+  EXPECT_TRUE(files::ReadFile(program.Path(u"user/archive/2022-02.2li"_s)).contains("22053.60136707"));
+  const auto epoch = [this] {
+    const orbit::TSatelliteList& list = program.Form->Shared().Satellites();
+    return list.Satellite(list.IndexOf("NOAA 6")).EpochRaw;
+  };
+  EXPECT_EQ(static_cast<int>(epoch()), 22053);
+
+  // Once more, and nothing is asked for behind the user's back.
+  Update(false);
+  ASSERT_EQ(program.Boxes.Said.size(), 1);
+  EXPECT_TRUE(program.Boxes.Take().first().contains(u"\r   More.TLE\r   weather.2li\r"_s));
+  EXPECT_EQ(server.Asked, QStringList({u"more.txt"_s, u"weather.txt"_s}));
+  EXPECT_EQ(Progress(), u"2 not asked for again."_s);
+  program.Boxes.AnswerConfirm = true;
+  Update(true);
+  EXPECT_EQ(server.Asked.size(), 4);
+  program.Boxes.Take();
+  program.Close();
+
+  program.Start();
+  EXPECT_EQ(static_cast<int>(epoch()), 22054);
+  program.Close();
+}
+
+TEST_F(UpdateKeplers, RefusalEndsTheRunAndCancelLeavesTheFile) {
+  server.Answers[u"more.txt"_s] = ElementServer::Reply("503 Busy", "come back\r\nlater\r\n");
+  program.Start();
+  Update(false);
+  EXPECT_EQ(program.Boxes.Take(), QStringList(u"Message: More.TLE has not been updated: "_s + server.Base() +
+                                              u"more.txt answered 503 Busy: come back"_s));
+  EXPECT_EQ(server.Asked, QStringList(u"more.txt"_s));
+  EXPECT_EQ(Ticks(), u"[ ] More.TLE: not updated\n[ ] weather.2li: \n"_s);
+  EXPECT_EQ(Progress(), u"Stopped: 1 not updated, 1 not fetched."_s);
+
+  program.Boxes.AnswerConfirm = true;
+  server.Answers[u"more.txt"_s] = ElementServer::Reply("200 OK", kMore);
+  server.Answers[u"weather.txt"_s] = {"HTTP/1.1 200 OK\r\n\r\n" + fresh, ElementServer::Then::Wait};
+  // The dialog lives while the server dawdles: it says for what it waits, and "Cancel" can be pressed.
+  bool isSeen = false;
+  WhileOpen([&](QDialog& dialog) {
+    if (Progress() != u"Getting weather.txt for weather.2li..."_s) return false;
+    isSeen = program.Find<QProgressBar>("ProgressBar")->isVisible() &&
+             program.Find<QProgressBar>("ProgressBar")->value() == 1 &&
+             !program.Find<QPushButton>("ButtonUpdate")->isEnabled();
+    QTest::mouseClick(dialog.findChild<QPushButton*>(u"ButtonCancel"_s), Qt::LeftButton);
+    return true;
+  });
+  Update(false);
+  EXPECT_TRUE(isSeen);
+  EXPECT_EQ(Progress(), u"Cancelled: 1 updated, 1 not fetched."_s);
+  EXPECT_EQ(Elements(), old);
+  EXPECT_EQ(program.Boxes.Take().size(), 1) << "the question only";
+  program.Close();
+}
+
+TEST_F(UpdateKeplers, AddressComesFromTheNearestOfThree) {
+  const app::RegistryStore store(program.Path(u"config"_s));
+  const auto address = [&store] { return app::ElementAddress(store, u"pelorin"_s); };
+  store.WriteString(u"\\Software\\Quillfen\\pelorin\\Network"_s, u"ElementsAddress"_s,
+                    u" https://mirror/e "_s);
+  EXPECT_EQ(address(), server.Base());
+  qunsetenv("PELORIN_ELEMENTS_URL");
+  EXPECT_EQ(address(), u"https://mirror/e/"_s);
+  EXPECT_TRUE(app::ElementAddress(store, u"other"_s).endsWith(u"/NORAD/elements/"_s));
+}
+
+}  // namespace
+}  // namespace pelorin::tests
