@@ -26,25 +26,20 @@ void DrawStrokes(QPainter& painter, const DevicePixels& pixels, const std::vecto
   }
 }
 
-/// The few lines that the eye follows over the whole map: smooth, with a rim.
+/// The few lines that the eye follows over the whole map, with a rim.
 void DrawRimmedStrokes(QPainter& painter, const DevicePixels& pixels, const std::vector<map::Stroke>& strokes,
                        QRgb colour, Qt::PenStyle style, int rimOpacity) {
-  painter.save();
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.translate(0.5, 0.5);
-  QPen pen(QColor(colour), pixels.LineWidth(), style, Qt::FlatCap, Qt::RoundJoin);
+  QPen pen(QColor(colour), pixels.LineWidth(), style, Qt::FlatCap);
   QPen rim = pen;
-  rim.setWidth(3 * pixels.LineWidth());
   rim.setColor(RimmedPictures::RimOf(colour, rimOpacity));
-  if (style != Qt::SolidLine) {
-    // Dashes are counted in widths of the pen.
-    QList<qreal> dashes = pen.dashPattern();
-    for (qreal& dash : dashes) dash /= 3;
-    rim.setDashPattern(dashes);
+  // Thin lines beside the line take a quarter of the time of a wide one below it.
+  const int beside = pixels.LineWidth();
+  for (const QPoint offset : {QPoint(beside, 0), QPoint(-beside, 0), QPoint(0, beside), QPoint(0, -beside)}) {
+    painter.translate(offset);
+    DrawStrokes(painter, pixels, strokes, rim);
+    painter.translate(-offset);
   }
-  DrawStrokes(painter, pixels, strokes, rim);
   DrawStrokes(painter, pixels, strokes, pen);
-  painter.restore();
 }
 
 }  // namespace
