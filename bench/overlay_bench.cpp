@@ -4,9 +4,11 @@
 
 #include "orbit/element_file.h"
 #include "orbit/julian_date.h"
+#include "overlay/flight_replay.h"
 #include "overlay/overlay_generator.h"
 #include "overlay/overlay_master.h"
 #include "overlay/overlay_outputs.h"
+#include "overlay/picture_blend.h"
 #include "overlay/scan_line.h"
 
 namespace {
@@ -92,6 +94,29 @@ void MapOfFifteenMinutes(benchmark::State& state) {
   for (auto _ : state) benchmark::DoNotOptimize(GenerateOverlay(pass.request, pass.Sources()));
 }
 BENCHMARK(MapOfFifteenMinutes)->Unit(benchmark::kMillisecond);
+
+/// A tick after five seconds: ten lines, some of them moving the full picture on.
+void FlightTick(benchmark::State& state) {
+  const Pass pass;
+  FlightReplay flight;
+  orbit::TDateTime now = pass.request.Start;
+  flight.Start(pass.request.Satellite, pass.Sources(), Marks::All, true, now, 1200);
+  flight.Tick(now);
+  for (auto _ : state) {
+    now.Days += 5.0 / 86400;
+    benchmark::DoNotOptimize(flight.Tick(now));
+  }
+}
+BENCHMARK(FlightTick)->Unit(benchmark::kMicrosecond);
+
+void BlendMapAndPicture(benchmark::State& state) {
+  const Pass pass;
+  const OverlayResult result = GenerateOverlay(pass.request, pass.Sources());
+  const QImage picture = result.Map.copy(86, 0, 909, result.Map.height());
+  const MapLayer layer{result.Map, pass.request.SouthBound, result.LinesMade};
+  for (auto _ : state) benchmark::DoNotOptimize(BlendPicture(picture, layer, 50));
+}
+BENCHMARK(BlendMapAndPicture)->Unit(benchmark::kMillisecond);
 
 void WriteFourFiles(benchmark::State& state) {
   const Pass pass;

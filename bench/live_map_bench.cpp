@@ -1,0 +1,95 @@
+// "Make map" of a quarter of an hour, as the user presses it in a window that stays live, against the same
+// generation and writing without a window.
+//
+// live_map_bench [runs]; QT_QPA_PLATFORM says on which platform, "offscreen" if it is not set.
+
+#include <QApplication>
+#include <QComboBox>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <algorithm>
+#include <cstdio>
+#include <vector>
+
+#include "app/registry_values.h"
+#include "app/session/qt_prompts.h"
+#include "app/ui/form_main.h"
+#include "overlay/overlay_outputs.h"
+
+namespace {
+
+using namespace pelorin;
+
+constexpr int kUsualRuns = 15;
+const orbit::TDateTime kNow = orbit::MakeDateTime(2022, 2, 23, 8, 29);
+
+template <class Work>
+double MedianMs(int runs, const Work& work) {
+  std::vector<double> times;
+  for (int run = 0; run <= runs; ++run) {
+    QElapsedTimer clock;
+    clock.start();
+    work();
+    if (run > 0) times.push_back(static_cast<double>(clock.nsecsElapsed()) * 1e-6);  // the first one warms up
+    for (int pause = 0; pause < 5; ++pause) QCoreApplication::processEvents();
+  }
+  std::nth_element(times.begin(), times.begin() + runs / 2, times.end());
+  return times[static_cast<std::size_t>(runs / 2)];
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  const int runs = argc > 1 ? std::max(1, std::atoi(argv[1])) : kUsualRuns;
+  QApplication application(argc, argv);
+  const QTemporaryDir folder;
+  QDir(folder.path()).mkdir(QStringLiteral("bin"));
+  QDir(folder.path()).mkdir(QStringLiteral("share"));
+  QFile::link(QStringLiteral(PELORIN_BUILT_DATA), folder.filePath(QStringLiteral("share/pelorin")));
+  QFile::copy(QStringLiteral(PELORIN_DEMO_ELEMENTS), folder.filePath(QStringLiteral("bin/weather.2li")));
+  const app::RegistryStore store(folder.filePath(QStringLiteral("config")));
+  const QString keyPath = app::SettingsKeyPath(QStringLiteral("pelorin"));
+  store.WriteString(keyPath, QStringLiteral("ObserverHeight"), QStringLiteral("150"));
+  store.WriteString(keyPath, QStringLiteral("SatelliteList"), QStringLiteral("\"NOAA 19\""));
+  store.WriteInteger(keyPath, QStringLiteral("ShowOverlay"), 1);
+  store.WriteInteger(keyPath, QStringLiteral("SavePassDetails"), 1);
+  session::QtPrompts boxes(QStringLiteral("Pelorin"), [](int) {});
+  ui::TFormMain form({store,
+                      folder.filePath(QStringLiteral("bin/pelorin")),
+                      {},
+                      boxes,
+                      [] { return kNow; },
+                      {},
+                      [](const QString&) {},
+                      {}});
+  form.CreateForms();
+  form.show();
+  form.ShowPage(session::Page::GroundPath);
+  auto* makeMap = form.findChild<QPushButton*>(QStringLiteral("ButtonGenTopo"));
+
+  const auto topography = overlay::Topography::Open(QStringLiteral(PELORIN_BUILT_DATA "/etopo5.elev"));
+  const auto master = overlay::MasterView::Open(folder.filePath(QStringLiteral("bin/Overlay.bmp")));
+  if (!topography || !master || form.Shared().Active().empty()) {
+    std::puts("live_map_bench: no map data or no elements");
+    return 1;
+  }
+  overlay::OverlayRequest request;
+  request.Satellite = *form.Shared().Active().front().Satellite;
+  request.Station = form.Shared().Station.Place;
+  request.Start = kNow;
+  request.SouthBound = false;
+  request.Overlay = overlay::Marks::All;
+  request.PassDetails = true;
+  const double bare = MedianMs(runs, [&] {
+    const auto result = overlay::GenerateOverlay(request, {{&*topography, nullptr}, &*master});
+    overlay::WriteOverlayOutputs(result, true, folder.path());
+  });
+  const double live = MedianMs(runs, [&] { makeMap->click(); });
+  std::printf("without a window %.1f ms, in the live window %.1f ms: %.2f times as long\n", bare, live,
+              live / bare);
+  return 0;
+}
