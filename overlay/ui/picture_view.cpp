@@ -8,7 +8,7 @@
 namespace pelorin::ui {
 namespace {
 
-/// Pictures that are larger on the screen are scaled where they are seen only.
+/// Pictures that take more on the screen are scaled where they are seen only.
 constexpr qint64 kMostScaledPixels = 32'000'000;
 
 }  // namespace
@@ -65,8 +65,9 @@ void TPictureView::paintEvent(QPaintEvent* event) {
     painter.drawImage(rect(), picture_);
     return;
   }
+  const bool isSmaller = pixels.width() < picture_.width();
   const bool isModest = qint64{pixels.width()} * pixels.height() <= kMostScaledPixels;
-  if (isModest && !isBeingMade_) {
+  if (isSmaller && isModest && !isBeingMade_) {
     // Lines of one pixel would break up if pixels were left out: each counts.
     if (scaled_.size() != pixels) {
       scaled_ = picture_.scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);

@@ -160,7 +160,9 @@ void TTabSheetGroundPath::LoadPicture(const QString& key) {
   }
   if (path.isEmpty()) {
     BeginCorrection(key);
-    ui_.Panes->SetPictureTitle(QStringLiteral("No picture was found for ") + key);
+    const QString shown = QFileInfo(shownPath_).fileName();
+    ui_.Panes->SetPictureTitle(QStringLiteral("No picture was found for ") + key +
+                               (shown.isEmpty() ? QString() : QStringLiteral("; this is still ") + shown));
     return;
   }
   ShowPictureFile(path);
@@ -170,6 +172,7 @@ void TTabSheetGroundPath::ShowPictureFile(const QString& path) {
   const Hourglass hourglass;
   ui_.Panes->SetPicture(image::LoadPicture(path), path);
   hasPictureOfPass_ = true;
+  shownPath_ = path;
   const QString name = QFileInfo(path).fileName();
   ui_.Panes->SetPictureTitle(QStringLiteral("Picture: ") + name);
   BeginCorrection(name);

@@ -85,6 +85,7 @@ class TTabSheetGroundPath : public session::TTabSheet {
   QString correctedRecording_;  ///< time stamp of the recording that the correction is for
   orbit::TDateTime passTime_;
   QString openedPath_, openedKey_;  ///< what "Open..." opened, and the key that stands for it
+  QString shownPath_;               ///< of the picture shown; empty for none
   bool hasPictureOfPass_ = false;   ///< the picture shown is the one that was looked for last
   bool stopRequested_ = false;
   bool againRequested_ = false;  ///< something changed while the map was being made
