@@ -10,6 +10,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QShortcut>
 #include <QSlider>
 #include <QSpinBox>
 #include <QTimer>
@@ -145,7 +146,9 @@ QHBoxLayout* BuildViewRow(TabSheetGroundPathLayout& ui, QWidget* page) {
       QStringLiteral("Flicker (F8)"), "ButtonFlicker",
       QStringLiteral("Take the map off the picture and put it back; hold F8 to let it flicker"), page);
   ui.ButtonFlicker->setCheckable(true);
-  ui.ButtonFlicker->setShortcut(Qt::Key_F8);
+  // The button's own shortcut would wait until the key is let go.
+  auto* flicker = new QShortcut(Qt::Key_F8, page);
+  QObject::connect(flicker, &QShortcut::activated, ui.ButtonFlicker, &QPushButton::click);
   ui.ButtonSaveBlend = NewPageButton(QStringLiteral("Save blended picture..."), "ButtonSaveBlend",
                                      QStringLiteral("Save the picture with the map over it"), page);
 

@@ -229,6 +229,13 @@ TEST_F(GroundPathTest, MapAndPictureAreFittedAndScrolledTogether) {
 
   program.Find<QCheckBox>("CheckBoxOverlaid")->click();
   EXPECT_FALSE(mapBox->isVisible());
+  const auto middle = [&] { return picture->grab().toImage().pixel(picture->rect().center()); };
+  const QRgb blended = middle();
+  QTest::keyClick(program.Form.get(), Qt::Key_F8);
+  EXPECT_EQ(middle(), QColor(Qt::darkGray).rgb()) << "the picture alone";
+  QTest::keyClick(program.Form.get(), Qt::Key_F8);
+  EXPECT_EQ(middle(), blended);
+  EXPECT_NE(blended, QColor(Qt::darkGray).rgb());
   program.Boxes.ChosenFile = program.Path(u"blend.png"_s);
   program.Click("ButtonSaveBlend");
   const QImage blend = image::LoadPicture(*program.Boxes.ChosenFile);
