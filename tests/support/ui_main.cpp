@@ -13,8 +13,9 @@ QStringList& Warnings() {
 
 /// What the toolkit complains about is a fault of ours, but for what every run on this platform says.
 void CollectWarning(QtMsgType type, const QMessageLogContext&, const QString& text) {
-  const bool usual =
-      text.contains(QStringLiteral("propagateSizeHints")) || text.contains(QStringLiteral("XDG_RUNTIME_DIR"));
+  const bool usual = text.contains(QStringLiteral("propagateSizeHints")) ||
+                     text.contains(QStringLiteral("support raise()")) ||
+                     text.contains(QStringLiteral("XDG_RUNTIME_DIR"));
   if (type != QtDebugMsg && type != QtInfoMsg && !usual) Warnings().append(text);
 }
 

@@ -1,0 +1,139 @@
+#include "app/ui/help_book.h"
+
+#include <gtest/gtest.h>
+
+#include <QRegularExpression>
+#include <QXmlStreamReader>
+
+#include "app/stale_elements.h"
+#include "app/ui/help.h"
+#include "overlay/overlay_master.h"
+#include "passes/pass_list.h"
+#include "tests/help/installed_help.h"
+
+namespace pelorin::tests {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+QString SourceOf(const QString& name) {
+  QFile file(QDir(u"" PELORIN_HELP_SOURCES ""_s).filePath(name));
+  return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+QStringList SourcePages() {
+  return QDir(u"" PELORIN_HELP_SOURCES ""_s).entryList({u"*.html"_s}, QDir::Files);
+}
+
+/// Whether "page.html#place" or "images/picture.png" is there.
+bool Resolves(const QString& fromPage, const QString& link) {
+  const QString name = link.section(u'#', 0, 0), place = link.section(u'#', 1);
+  const QString page = name.isEmpty() ? fromPage : name;
+  return QFile::exists(QDir(u"" PELORIN_HELP_SOURCES ""_s).filePath(page)) &&
+         (place.isEmpty() || SourceOf(page).contains(u"name=\"%1\""_s.arg(place)));
+}
+
+/// The values of an attribute of the project file's elements of that name.
+QStringList InProject(const QString& element, const QString& attribute) {
+  QStringList values;
+  QXmlStreamReader project(SourceOf(u"pelorin.qhp"_s));
+  while (!project.atEnd()) {
+    if (project.readNext() != QXmlStreamReader::StartElement || project.name() != element) continue;
+    values.append(attribute.isEmpty() ? project.readElementText()
+                                      : project.attributes().value(attribute).toString());
+  }
+  EXPECT_FALSE(project.hasError()) << project.errorString().toStdString();
+  return values;
+}
+
+TEST(HelpBook, EveryNumberThatTheProgramNamesHasATopic) {
+  const InstalledHelp installed;
+  QString problem;
+  const auto book = ui::HelpBook::Open(installed.File(), problem);
+  ASSERT_NE(book, nullptr) << problem.toStdString();
+  for (const int context :
+       ui::HelpTopics() + QList<int>{ui::kHelpIntroduction, ui::kHelpFaqs, app::kStaleElementsHelp,
+                                     passes::kNoSatellitesHelp, overlay::kMasterMemoryHelp}) {
+    EXPECT_TRUE(book->Data(book->Topic(context)).contains("</html>")) << context;
+  }
+  EXPECT_EQ(book->Pages().size(), static_cast<std::size_t>(SourcePages().size()));
+}
+
+TEST(HelpBook, EveryLinkAndPictureIsThere) {
+  static const QRegularExpression link(u"(?:href|src)=\"([^\"]+)\""_s);
+  int links = 0;
+  for (const QString& page : SourcePages()) {
+    const QString source = SourceOf(page);
+    for (auto match = link.globalMatch(source); match.hasNext(); ++links) {
+      const QString target = match.next().captured(1);
+      EXPECT_TRUE(Resolves(page, target)) << page.toStdString() << ": " << target.toStdString();
+    }
+  }
+  EXPECT_GT(links, 100);
+  for (const QString& target : InProject(u"keyword"_s, u"ref"_s)) {
+    EXPECT_TRUE(Resolves(QString(), target)) << target.toStdString();
+  }
+}
+
+TEST(HelpBook, EveryPageIsInTheBookAndItsContents) {
+  const QStringList files = InProject(u"file"_s, QString()), contents = InProject(u"section"_s, u"ref"_s);
+  for (const QString& page : SourcePages()) {
+    EXPECT_TRUE(files.contains(page)) << page.toStdString();
+    EXPECT_EQ(contents.count(page), 1) << page.toStdString();
+  }
+}
+
+TEST(HelpBook, WhatIsNoBookIsTold) {
+  const struct {
+    const char* Label;
+    QString File;
+    std::function<void(const QString& folder)> Spoil;
+    QString Said;
+  } rows[] = {
+      {"no collection", u"Pelorin.qhc"_s, [](const QString& folder) { QFile::remove(folder); },
+       u"not installed"_s},
+      {"collection is noise", u"Pelorin.qhc"_s,
+       [](const QString& path) {
+         QFile::remove(path);
+         QFile file(path);
+         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+         file.write("noise");
+       },
+       u"cannot be read"_s},
+      {"no pages", u"Pelorin.qch"_s, [](const QString& path) { QFile::remove(path); }, u"cannot be read"_s},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.Label);
+    const InstalledHelp installed;
+    row.Spoil(installed.File(row.File));
+    QString problem;
+    EXPECT_EQ(ui::HelpBook::Open(installed.File(), problem), nullptr);
+    EXPECT_TRUE(problem.contains(row.Said) && problem.contains(QDir::toNativeSeparators(installed.File())))
+        << problem.toStdString();
+  }
+}
+
+TEST(HelpSearch, AllWordsCountAndTitlesGoFirst) {
+  const std::vector<ui::HelpPage> pages{
+      {QUrl(u"a"_s), u"The map"_s, u"Clouds over the sea. A picture folder, and another folder."_s},
+      {QUrl(u"b"_s), u"Folders"_s, u"Where a picture lies."_s},
+      {QUrl(u"c"_s), u"Clocks"_s, u"A folder of the picture."_s}};
+  const struct {
+    QString Query;
+    QString Found;  ///< pages in order
+  } rows[] = {
+      {u"picture FOLDER"_s, u"bac"_s},
+      {u"\"picture folder\""_s, u"a"_s},
+      {u"cloud clock"_s, QString()},
+      {u"  "_s, QString()},
+      {u"\""_s, QString()},
+  };
+  for (const auto& row : rows) {
+    QString found;
+    for (const ui::HelpHit& hit : ui::SearchHelp(pages, row.Query)) found += hit.Url.toString();
+    EXPECT_EQ(found, row.Found) << row.Query.toStdString();
+  }
+}
+
+}  // namespace
+}  // namespace pelorin::tests
