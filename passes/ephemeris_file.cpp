@@ -122,7 +122,7 @@ QByteArray EphemerisCalendar(const EphemerisOutput& report) {
                        FoldedLine("PRODID:-//Quillfen//Pelorin " PELORIN_VERSION "//EN");
   for (const PassDetails& pass : InOrderOfRise(report.Passes)) {
     const QString summary =
-        QStringLiteral("%1 %2 %3")
+        QStringLiteral("%1, %2 %3")
             .arg(pass.Satellite, Degrees(pass.MaxElevationDeg),
                  pass.SouthBound ? QStringLiteral("southbound") : QStringLiteral("northbound"));
     content += FoldedLine("BEGIN:VEVENT") + FoldedLine("UID:" + Identifier(pass, report.Station)) +

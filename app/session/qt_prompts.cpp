@@ -106,15 +106,10 @@ std::optional<QString> QtPrompts::SaveFile(const QString& title, const QString& 
   dialog.setNameFilters(filters);
   dialog.setDefaultSuffix(SuffixOf(filters.value(0)));
   dialog.selectFile(start.fileName());
-  // Another kind of file was chosen: the name follows, as far as its extension was that of a kind.
-  QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&](const QString& filter) {
-    const QString suffix = SuffixOf(filter);
-    if (suffix.isEmpty()) return;
-    dialog.setDefaultSuffix(suffix);
-    const QFileInfo name(dialog.selectedFiles().value(0));
-    for (const QString& kind : filters) {
-      if (name.suffix() == SuffixOf(kind)) return dialog.selectFile(name.completeBaseName() + u'.' + suffix);
-    }
+  // The dialog exchanges an extension itself when another kind of file is chosen, but gives none to a name
+  // without.
+  QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString& filter) {
+    if (const QString suffix = SuffixOf(filter); !suffix.isEmpty()) dialog.setDefaultSuffix(suffix);
   });
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return dialog.selectedFiles().value(0);

@@ -91,8 +91,7 @@ void TFormEphemeris::ChangeDuration(int days) { ui_.SpinEditNumDays->setValue(da
 
 void TFormEphemeris::SetStartDate(orbit::TDateTime start) {
   StartDate = start;
-  ui_.LabelStart->setText(
-      QStringLiteral("The report starts with %1.").arg(DayText("yyyy mmm dd", StartDate)));
+  ui_.LabelStart->setText(DayText("yyyy mmm dd", StartDate));
 }
 
 void TFormEphemeris::ButtonPredictClick() {

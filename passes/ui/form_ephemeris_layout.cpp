@@ -109,7 +109,6 @@ QWidget* FormEphemerisLayout::BuildTime() {
   SpinEditNumDays->setRange(1, kMostLookaheadDays);
   session::Hinted(SpinEditNumDays, QStringLiteral("Days of the report, 1 to %1").arg(kMostLookaheadDays));
   LabelStart = session::Named(new QLabel(box), "LabelStart");
-  LabelStart->setWordWrap(true);
 
   auto* rows = new QFormLayout(box);
   rows->addRow(session::LabelFor(QStringLiteral("Start date"), DateTimePickerStart, box),
@@ -118,7 +117,7 @@ QWidget* FormEphemerisLayout::BuildTime() {
   rows->addRow(QStringLiteral("Weeks"), BuildDurations(QStringLiteral("Weeks"), "week", 0, kDaysOfWeek));
   rows->addRow(QStringLiteral("Months"),
                BuildDurations(QStringLiteral("Months"), "month", kButtonsOfUnit, kDaysOfMonth));
-  rows->addRow(LabelStart);
+  rows->addRow(QStringLiteral("Report starts"), LabelStart);
   return box;
 }
 

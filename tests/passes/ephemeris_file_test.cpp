@@ -66,7 +66,7 @@ TEST(EphemerisFile, CalendarKeepsToItsGrammar) {
   EXPECT_TRUE(calendar.endsWith("END:VEVENT\r\nEND:VCALENDAR\r\n"));
   EXPECT_EQ(calendar.count('\n'), calendar.count("\r\n"));
   EXPECT_EQ(Values(kReport, "SUMMARY"),
-            (QStringList{u"A\\;\"B\"\\, \\\\C 63° southbound"_s, u"B 63° northbound"_s}));
+            (QStringList{u"A\\;\"B\"\\, \\\\C\\, 63° southbound"_s, u"B\\, 63° northbound"_s}));
   EXPECT_EQ(Values(kReport, "DTSTART"), (QStringList{u"20220223T075512Z"_s, u"20220223T095512Z"_s}));
   EXPECT_EQ(Values(kReport, "DTEND").first(), u"20220223T080832Z"_s);
   EXPECT_EQ(Values(kReport, "DTSTAMP").last(), u"20220222T060001Z"_s);

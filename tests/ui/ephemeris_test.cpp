@@ -1,16 +1,20 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QComboBox>
 #include <QDateEdit>
 #include <QDialog>
+#include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTabWidget>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
 #include "app/session/list_box.h"
+#include "app/session/qt_prompts.h"
 #include "files/read_file.h"
 #include "files/text_file.h"
 #include "tests/support/program_fixture.h"
@@ -151,6 +155,36 @@ TEST(Ephemeris, PredictionIsRefusedOrStoppedWithWhatThereIs) {
   window.Open([&] { EXPECT_EQ(window.Lines(), before) << "the report stays between showings"; });
   EXPECT_EQ(boxes.Take(), QStringList());
   window.Program.Close();
+}
+
+TEST(Ephemeris, NameOfTheFileFollowsItsKind) {
+  const QTemporaryDir folder;
+  session::QtPrompts boxes(u"Pelorin"_s, {});
+  const struct {
+    const char* Typed;
+    int Kind;  ///< of those below
+    const char* Chosen;
+  } rows[] = {{nullptr, 0, "passes.txt"},
+              {nullptr, 1, "passes.ics"},
+              {"bare", 0, "bare.txt"},
+              {"bare", 1, "bare.ics"},
+              {nullptr, 2, "passes.txt"}};
+  for (const auto& row : rows) {
+    QTimer::singleShot(0, qApp, [&row] {
+      auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+      ASSERT_NE(dialog, nullptr);
+      if (row.Typed) dialog->findChild<QLineEdit*>()->setText(QString::fromLatin1(row.Typed));
+      auto* kinds = dialog->findChild<QComboBox*>(u"fileTypeCombo"_s);
+      kinds->setCurrentIndex(row.Kind);
+      Q_EMIT kinds->textActivated(kinds->currentText());
+      Q_EMIT kinds->activated(row.Kind);
+      dialog->accept();
+    });
+    const auto chosen =
+        boxes.SaveFile(u"Save as"_s, folder.filePath(u"passes.txt"_s),
+                       {u"Text files (*.txt)"_s, u"iCalendar files (*.ics)"_s, u"All files (*)"_s});
+    EXPECT_EQ(chosen.value_or(QString()), folder.filePath(QString::fromLatin1(row.Chosen)));
+  }
 }
 
 }  // namespace
