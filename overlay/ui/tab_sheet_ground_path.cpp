@@ -3,30 +3,23 @@
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QCoreApplication>
 #include <QDateTimeEdit>
-#include <QElapsedTimer>
 #include <QFileInfo>
-#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPrinter>
-#include <QProgressBar>
 #include <QPushButton>
 #include <QScopeGuard>
 #include <QSlider>
 #include <QSpinBox>
 #include <QTimer>
 #include <algorithm>
-#include <utility>
 
 #include "app/session/controls.h"
 #include "app/session/picker_time.h"
-#include "map/satellite_info.h"
 #include "orbit/time_stamp.h"
 #include "overlay/image/picture_file.h"
-#include "overlay/overlay_outputs.h"
-#include "overlay/overlay_text.h"
 #include "overlay/picture_lookup.h"
+#include "overlay/ui/hourglass.h"
 #include "overlay/ui/overlay_choices.h"
 #include "overlay/ui/picture_panes.h"
 #include "overlay/ui/picture_print.h"
@@ -37,28 +30,12 @@ namespace {
 
 using session::Handle;
 
-/// The hourglass, while this lives.
-class Hourglass {
- public:
-  Hourglass() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
-  ~Hourglass() { QGuiApplication::restoreOverrideCursor(); }
-  Hourglass(const Hourglass&) = delete;
-  Hourglass& operator=(const Hourglass&) = delete;
-};
-
-/// A map has hundreds of lines for each picture that a screen can show: as often as nobody notices a delay.
-constexpr int kPumpEveryMs = 12;
-
 orbit::TDateTime ToMinute(orbit::TDateTime moment) {
   const orbit::DateTimeFields fields = orbit::TakeApart(moment);
   return orbit::MakeDateTime(fields.Year, fields.Month, fields.Day, fields.Hour, fields.Minute);
 }
 
 QString Stamp(orbit::TDateTime moment) { return QString::fromStdString(orbit::StampOf(moment)); }
-
-QString MomentText(const char* pattern, orbit::TDateTime moment) {
-  return QString::fromStdString(orbit::FormatDateTime(pattern, moment));
-}
 
 }  // namespace
 
@@ -158,24 +135,21 @@ void TTabSheetGroundPath::LoadPicture(const QString& key) {
           Q_EMIT session_.PictureSearched(baseName);
         });
   }
+  const QString name = QFileInfo(path).fileName();
+  BeginCorrection(name.isEmpty() ? key : name);
+  const QString still = shownPath_.isEmpty()
+                            ? QString()
+                            : QStringLiteral("; this is still ") + QFileInfo(shownPath_).fileName();
   if (path.isEmpty()) {
-    BeginCorrection(key);
-    const QString shown = QFileInfo(shownPath_).fileName();
-    ui_.Panes->SetPictureTitle(QStringLiteral("No picture was found for ") + key +
-                               (shown.isEmpty() ? QString() : QStringLiteral("; this is still ") + shown));
+    ui_.Panes->SetPictureTitle(QStringLiteral("No picture was found for ") + key + still);
     return;
   }
-  ShowPictureFile(path);
-}
-
-void TTabSheetGroundPath::ShowPictureFile(const QString& path) {
+  ui_.Panes->SetPictureTitle(name + QStringLiteral(" could not be read") + still);
   const Hourglass hourglass;
   ui_.Panes->SetPicture(image::LoadPicture(path), path);
-  hasPictureOfPass_ = true;
   shownPath_ = path;
-  const QString name = QFileInfo(path).fileName();
+  hasPictureOfPass_ = true;
   ui_.Panes->SetPictureTitle(QStringLiteral("Picture: ") + name);
-  BeginCorrection(name);
   EnableControls();
 }
 
@@ -227,164 +201,6 @@ void TTabSheetGroundPath::Open1Click() {
   LoadPicture(openedKey_);
 }
 
-// --------------------------------------------------------------------------------------- the map
-
-overlay::OverlayRequest TTabSheetGroundPath::Request() const {
-  const app::Settings& settings = session_.Settings;
-  overlay::OverlayRequest request;
-  const auto chosen = static_cast<std::size_t>(ui_.ComboBoxSatForPic->currentIndex());
-  request.Satellite = *session_.Active().at(chosen).Satellite;
-  request.Station = session_.Station.Place;
-  request.Start = {passTime_.Days + ui_.GroupBoxTimeCorrection->Seconds() / 86400};
-  request.DurationMinutes = ui_.SpinEditPassDuration->value();
-  request.SouthBound = session_.Pass.SouthBound;
-  if (hasPictureOfPass_ && !session_.Run.AutomaticRun) {
-    request.LineLimit = ui_.Panes->Picture().height();
-    request.Width = std::max(ui_.Panes->Picture().width(), request.Width);
-  }
-  request.Overlay = ChosenMarks(settings);
-  request.PassDetails = settings.SavePassDetails.Value || session_.Run.AutomaticRun;
-  for (std::size_t line = 0; line < request.TextItems.size(); ++line) {
-    request.TextItems[line] = overlay::MaskItems(settings.OvlTextLine[line].Value);
-  }
-  return request;
-}
-
-void TTabSheetGroundPath::ButtonGenTopoClick() {
-  againRequested_ = false;
-  if (IsBusy()) {
-    stopRequested_ = true;
-  } else if (session_.Run.AutomaticRun) {
-    session::Guarded(Boxes(), [this] { MakeMap(); });
-    session_.Window.CloseWindow();
-  } else {
-    do {
-      againRequested_ = false;
-      MakeMap();
-    } while (againRequested_ && !session_.Run.Closing);
-  }
-}
-
-void TTabSheetGroundPath::MakeMap() {
-  if (ui_.ComboBoxSatForPic->currentIndex() < 0) {
-    Boxes().Message(
-        QStringLiteral("There is no satellite to make a map for. Please drag one or more satellites from the "
-                       "Available list to the Active list."));
-    return;
-  }
-  session_.Run.MakingMap = true;
-  session_.Run.AbortRequested = stopRequested_ = false;
-  const Hourglass hourglass;
-  ui_.ButtonGenTopo->setText(QStringLiteral("Stop"));
-  const auto idle = qScopeGuard([this] {
-    session_.Run.MakingMap = stopRequested_ = session_.Run.AbortRequested = false;
-    ui_.ButtonGenTopo->setText(QStringLiteral("Make map"));
-    EnableControls();
-  });
-  ui_.TimerSaveResults->stop();
-  EnableControls();
-  // A map can be made without a picture, too.
-  if (!session_.Run.AutomaticRun) session::Guarded(Boxes(), [this] { LoadPicture(CurrentKey()); });
-  GenerateLive(Request());
-  SaveResults();
-}
-
-void TTabSheetGroundPath::GenerateLive(const overlay::OverlayRequest& request) {
-  QProgressBar* progress = ui_.ProgressBarMakeMap;
-  const int linesPerMinute = request.Satellite.LinesPerMinute;
-  const int minutesOfRows = (request.LineLimit + linesPerMinute - 1) / linesPerMinute;
-  progress->setRange(
-      0, minutesOfRows > 0 ? std::min(minutesOfRows, request.DurationMinutes) : request.DurationMinutes);
-  progress->setValue(0);
-  bool isTold = false;
-  QElapsedTimer sincePump;
-  sincePump.start();
-  const auto afterLine = [&](const overlay::LineProgress& line) {
-    const overlay::OverlayResult& soFar = line.SoFar;
-    if (line.Line == 0) ui_.Panes->BeginMap(soFar.Map.size(), QStringLiteral("Map: ") + TitleOf(request));
-    if (line.Repaint) ui_.Panes->ShowProgress(soFar.Map, request.SouthBound, soFar.LinesMade);
-    if (line.NewMinute) progress->setValue(progress->value() + 1);
-    if (!isTold && soFar.MiddleOfPass.Days > 0) {
-      isTold = true;
-      orbit::TSatellite satellite = request.Satellite;
-      session_.Window.SetStatus(map::InfoAt(satellite, soFar.MiddleOfPass, request.Station).StatusText);
-    }
-    if (sincePump.elapsed() >= kPumpEveryMs) {
-      QCoreApplication::processEvents();
-      sincePump.start();
-    }
-    return !stopRequested_ && !session_.Run.AbortRequested && !session_.Run.Closing;
-  };
-  try {
-    ShowResult(request, overlay::GenerateOverlay(request, sources_, afterLine));
-    if (!stopRequested_) progress->setValue(progress->maximum());
-  } catch (...) {
-    ShowMap();
-    throw;
-  }
-}
-
-void TTabSheetGroundPath::ShowResult(const overlay::OverlayRequest& request, overlay::OverlayResult result) {
-  result_ = std::move(result);
-  madeFor_ = request;
-  ShowMap();
-  EnableControls();
-}
-
-void TTabSheetGroundPath::ShowMap() {
-  if (result_) {
-    ui_.Panes->SetMap({result_->Map, madeFor_.SouthBound, result_->LinesMade},
-                      QStringLiteral("Map: ") + TitleOf(madeFor_));
-  } else {
-    ui_.Panes->SetMap({}, QStringLiteral("Map"));
-  }
-}
-
-void TTabSheetGroundPath::SaveResults() {
-  overlay::WriteOverlayOutputs(*result_, madeFor_.PassDetails, session_.Settings.ResultsPath.Value);
-}
-
-QString TTabSheetGroundPath::TitleOf(const overlay::OverlayRequest& request) const {
-  const orbit::TDateTime end{request.Start.Days + request.DurationMinutes / 1440.0};
-  return QStringLiteral("%1  %2-%3  %4")
-      .arg(QString::fromStdString(request.Satellite.Name), MomentText("yyyy mmm dd  hh:nn:ss", request.Start),
-           MomentText("hh:nn:ss", end),
-           request.SouthBound ? QStringLiteral("South") : QStringLiteral("North"));
-}
-
-void TTabSheetGroundPath::ButtonPassDirectionClick() {
-  session_.SetPassDirection(!session_.Pass.SouthBound);
-  MakeAgain();
-}
-
-void TTabSheetGroundPath::SpinEditPassDurationExit() {
-  session_.Pass.PassDurationMinutes = ui_.SpinEditPassDuration->value();
-}
-
-void TTabSheetGroundPath::MakeAgain() {
-  const bool wasBusy = IsBusy();
-  ButtonGenTopoClick();
-  againRequested_ = wasBusy;
-}
-
-void TTabSheetGroundPath::TimeCorrectionChanged(double seconds) {
-  ui_.GroupBoxTimeCorrection->SetSeconds(correction_.Change(seconds));
-  session_.Settings.ClockCorrections.Value = correction_.Saved();
-  if (IsBusy()) {
-    MakeAgain();
-  } else if (result_ && ui_.ComboBoxSatForPic->currentIndex() >= 0) {
-    // Too quick to be watched; the files follow when the user has found the second.
-    const overlay::OverlayRequest request = Request();
-    ShowResult(request, overlay::GenerateOverlay(request, sources_));
-    ui_.TimerSaveResults->start();
-  }
-}
-
-void TTabSheetGroundPath::TimerSaveResultsTimer() {
-  ui_.TimerSaveResults->stop();
-  SaveResults();
-}
-
 // ------------------------------------------------------------------------------------- both of them
 
 void TTabSheetGroundPath::EnableControls() {
@@ -429,10 +245,10 @@ QString TTabSheetGroundPath::ResultsFile(const QString& ending) const {
 }
 
 void TTabSheetGroundPath::PrintImageClick() {
-  PicturePage page{
-      QStringLiteral("%1  %2 UTC")
-          .arg(ui_.ComboBoxSatForPic->currentText(), MomentText("yyyy mmm dd  hh:nn", passTime_)),
-      ui_.Panes->Map().Map, ui_.Panes->Picture()};
+  PicturePage page{QStringLiteral("%1  %2 UTC")
+                       .arg(ui_.ComboBoxSatForPic->currentText(),
+                            QString::fromStdString(orbit::FormatDateTime("yyyy mmm dd  hh:nn", passTime_))),
+                   ui_.Panes->Map().Map, ui_.Panes->Picture()};
   if (page.Map.isNull() && page.Picture.isNull()) {
     Boxes().Message(
         QStringLiteral("There is nothing to print yet. Please load a picture or make a map first."));

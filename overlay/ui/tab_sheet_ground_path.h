@@ -63,7 +63,6 @@ class TTabSheetGroundPath : public session::TTabSheet {
 
   QString CurrentKey() const;
   void LoadPicture(const QString& key);
-  void ShowPictureFile(const QString& path);
   /// For a picture's file name, or the key of one that was not found.
   void BeginCorrection(const QString& name);
 

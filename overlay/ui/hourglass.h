@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QGuiApplication>
+
+namespace pelorin::ui {
+
+/// The pointer is an hourglass while this lives.
+class Hourglass {
+ public:
+  Hourglass() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+  ~Hourglass() { QGuiApplication::restoreOverrideCursor(); }
+  Hourglass(const Hourglass&) = delete;
+  Hourglass& operator=(const Hourglass&) = delete;
+};
+
+}  // namespace pelorin::ui

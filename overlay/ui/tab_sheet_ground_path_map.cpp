@@ -1,0 +1,192 @@
+// Making the map.
+
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QScopeGuard>
+#include <QSpinBox>
+#include <QTimer>
+#include <algorithm>
+#include <utility>
+
+#include "app/session/controls.h"
+#include "map/satellite_info.h"
+#include "overlay/overlay_outputs.h"
+#include "overlay/overlay_text.h"
+#include "overlay/ui/hourglass.h"
+#include "overlay/ui/overlay_choices.h"
+#include "overlay/ui/picture_panes.h"
+#include "overlay/ui/tab_sheet_ground_path.h"
+#include "overlay/ui/time_correction_box.h"
+
+namespace pelorin::ui {
+namespace {
+
+/// A map has hundreds of lines for each picture that a screen can show: as often as nobody notices a delay.
+constexpr int kPumpEveryMs = 12;
+
+QString MomentText(const char* pattern, orbit::TDateTime moment) {
+  return QString::fromStdString(orbit::FormatDateTime(pattern, moment));
+}
+
+}  // namespace
+
+overlay::OverlayRequest TTabSheetGroundPath::Request() const {
+  const app::Settings& settings = session_.Settings;
+  overlay::OverlayRequest request;
+  const auto chosen = static_cast<std::size_t>(ui_.ComboBoxSatForPic->currentIndex());
+  request.Satellite = *session_.Active().at(chosen).Satellite;
+  request.Station = session_.Station.Place;
+  request.Start = {passTime_.Days + ui_.GroupBoxTimeCorrection->Seconds() / 86400};
+  request.DurationMinutes = ui_.SpinEditPassDuration->value();
+  request.SouthBound = session_.Pass.SouthBound;
+  if (hasPictureOfPass_ && !session_.Run.AutomaticRun) {
+    request.LineLimit = ui_.Panes->Picture().height();
+    request.Width = std::max(ui_.Panes->Picture().width(), request.Width);
+  }
+  request.Overlay = ChosenMarks(settings);
+  request.PassDetails = settings.SavePassDetails.Value || session_.Run.AutomaticRun;
+  for (std::size_t line = 0; line < request.TextItems.size(); ++line) {
+    request.TextItems[line] = overlay::MaskItems(settings.OvlTextLine[line].Value);
+  }
+  return request;
+}
+
+void TTabSheetGroundPath::ButtonGenTopoClick() {
+  againRequested_ = false;
+  if (IsBusy()) {
+    stopRequested_ = true;
+  } else if (session_.Run.AutomaticRun) {
+    session::Guarded(Boxes(), [this] { MakeMap(); });
+    session_.Window.CloseWindow();
+  } else {
+    do {
+      againRequested_ = false;
+      MakeMap();
+    } while (againRequested_ && !session_.Run.Closing);
+  }
+}
+
+void TTabSheetGroundPath::MakeMap() {
+  if (ui_.ComboBoxSatForPic->currentIndex() < 0) {
+    Boxes().Message(
+        QStringLiteral("There is no satellite to make a map for. Please drag one or more satellites from the "
+                       "Available list to the Active list."));
+    return;
+  }
+  session_.Run.MakingMap = true;
+  session_.Run.AbortRequested = stopRequested_ = false;
+  const Hourglass hourglass;
+  ui_.ButtonGenTopo->setText(QStringLiteral("Stop"));
+  const auto idle = qScopeGuard([this] {
+    session_.Run.MakingMap = stopRequested_ = session_.Run.AbortRequested = false;
+    ui_.ButtonGenTopo->setText(QStringLiteral("Make map"));
+    EnableControls();
+  });
+  ui_.TimerSaveResults->stop();
+  EnableControls();
+  // A map can be made without a picture, too.
+  if (!session_.Run.AutomaticRun) session::Guarded(Boxes(), [this] { LoadPicture(CurrentKey()); });
+  GenerateLive(Request());
+  SaveResults();
+}
+
+void TTabSheetGroundPath::GenerateLive(const overlay::OverlayRequest& request) {
+  QProgressBar* progress = ui_.ProgressBarMakeMap;
+  const int linesPerMinute = request.Satellite.LinesPerMinute;
+  const int minutesOfRows = (request.LineLimit + linesPerMinute - 1) / linesPerMinute;
+  progress->setRange(
+      0, minutesOfRows > 0 ? std::min(minutesOfRows, request.DurationMinutes) : request.DurationMinutes);
+  progress->setValue(0);
+  bool isTold = false;
+  QElapsedTimer sincePump;
+  sincePump.start();
+  const auto afterLine = [&](const overlay::LineProgress& line) {
+    const overlay::OverlayResult& soFar = line.SoFar;
+    if (line.Line == 0) ui_.Panes->BeginMap(soFar.Map.size(), QStringLiteral("Map: ") + TitleOf(request));
+    if (line.Repaint) ui_.Panes->ShowProgress(soFar.Map, request.SouthBound, soFar.LinesMade);
+    if (line.NewMinute) progress->setValue(progress->value() + 1);
+    if (!isTold && soFar.MiddleOfPass.Days > 0) {
+      isTold = true;
+      orbit::TSatellite satellite = request.Satellite;
+      session_.Window.SetStatus(map::InfoAt(satellite, soFar.MiddleOfPass, request.Station).StatusText);
+    }
+    if (sincePump.elapsed() >= kPumpEveryMs) {
+      QCoreApplication::processEvents();
+      sincePump.start();
+    }
+    return !stopRequested_ && !session_.Run.AbortRequested && !session_.Run.Closing;
+  };
+  try {
+    ShowResult(request, overlay::GenerateOverlay(request, sources_, afterLine));
+    if (!stopRequested_) progress->setValue(progress->maximum());
+  } catch (...) {
+    ShowMap();
+    throw;
+  }
+}
+
+void TTabSheetGroundPath::ShowResult(const overlay::OverlayRequest& request, overlay::OverlayResult result) {
+  result_ = std::move(result);
+  madeFor_ = request;
+  ShowMap();
+  EnableControls();
+}
+
+void TTabSheetGroundPath::ShowMap() {
+  if (result_) {
+    ui_.Panes->SetMap({result_->Map, madeFor_.SouthBound, result_->LinesMade},
+                      QStringLiteral("Map: ") + TitleOf(madeFor_));
+  } else {
+    ui_.Panes->SetMap({}, QStringLiteral("Map"));
+  }
+}
+
+void TTabSheetGroundPath::SaveResults() {
+  overlay::WriteOverlayOutputs(*result_, madeFor_.PassDetails, session_.Settings.ResultsPath.Value);
+}
+
+QString TTabSheetGroundPath::TitleOf(const overlay::OverlayRequest& request) const {
+  const orbit::TDateTime end{request.Start.Days + request.DurationMinutes / 1440.0};
+  return QStringLiteral("%1  %2-%3  %4")
+      .arg(QString::fromStdString(request.Satellite.Name), MomentText("yyyy mmm dd  hh:nn:ss", request.Start),
+           MomentText("hh:nn:ss", end),
+           request.SouthBound ? QStringLiteral("South") : QStringLiteral("North"));
+}
+
+void TTabSheetGroundPath::ButtonPassDirectionClick() {
+  session_.SetPassDirection(!session_.Pass.SouthBound);
+  MakeAgain();
+}
+
+void TTabSheetGroundPath::SpinEditPassDurationExit() {
+  session_.Pass.PassDurationMinutes = ui_.SpinEditPassDuration->value();
+}
+
+void TTabSheetGroundPath::MakeAgain() {
+  const bool wasBusy = IsBusy();
+  ButtonGenTopoClick();
+  againRequested_ = wasBusy;
+}
+
+void TTabSheetGroundPath::TimeCorrectionChanged(double seconds) {
+  ui_.GroupBoxTimeCorrection->SetSeconds(correction_.Change(seconds));
+  session_.Settings.ClockCorrections.Value = correction_.Saved();
+  if (IsBusy()) {
+    MakeAgain();
+  } else if (result_ && ui_.ComboBoxSatForPic->currentIndex() >= 0) {
+    // Too quick to be watched; the files follow when the user has found the second.
+    const overlay::OverlayRequest request = Request();
+    ShowResult(request, overlay::GenerateOverlay(request, sources_));
+    ui_.TimerSaveResults->start();
+  }
+}
+
+void TTabSheetGroundPath::TimerSaveResultsTimer() {
+  ui_.TimerSaveResults->stop();
+  SaveResults();
+}
+
+}  // namespace pelorin::ui
