@@ -109,6 +109,7 @@ void TFormMain::ConnectHandlers() {
   Handle(ui_.IntervalGroup, &QActionGroup::triggered, this, &TFormMain::IntervalChanged);
   Handle(ui_.MenuSavePassDetails, &QAction::triggered, this, &TFormMain::MenuSavePassDetailsClick);
   Handle(ui_.MenuShowOverlay, &QAction::triggered, this, &TFormMain::MenuShowOverlayClick);
+  Handle(ui_.MenuOverlayLinesOnly, &QAction::triggered, this, &TFormMain::MenuOverlayLinesOnlyClick);
   Handle(ui_.OptionsTextOverlay, &QAction::triggered, this, &TFormMain::OptionsTextOverlayClick);
   Handle(ui_.OptionsUpdateKeplers, &QAction::triggered, this, &TFormMain::OptionsUpdateKeplersClick);
   Handle(ui_.ViewSatelliteData, &QAction::triggered, this, &TFormMain::ViewSatelliteDataClick);
@@ -154,6 +155,7 @@ void TFormMain::FormCreate() {
   ConnectTopography(session, ground_, tellStatus);
   OpenMaster(session, ground_, programFolder_, tellStatus);
   ui_.MenuShowOverlay->setVisible(ground_.Master.has_value());
+  ui_.MenuOverlayLinesOnly->setVisible(ground_.Master.has_value());
   TabSheetGroundPath->SetSources(ground_.Sources());
   TabSheetFlight->SetSources(ground_.Sources());
 
@@ -165,6 +167,7 @@ void TFormMain::FormCreate() {
 void TFormMain::RestoreMenus() {
   ui_.MenuSavePassDetails->setChecked(settings_.SavePassDetails.Value);
   ui_.MenuShowOverlay->setChecked(settings_.ShowOverlay.Value);
+  ui_.MenuOverlayLinesOnly->setChecked(settings_.OverlayLinesOnly.Value);
   const int level = settings_.FootprintShowLevel.Value;
   if (level >= 0 && level < static_cast<int>(ui_.MenuFootprint.size())) {
     ui_.MenuFootprint[static_cast<std::size_t>(level)]->setChecked(true);
@@ -416,6 +419,10 @@ void TFormMain::MenuSavePassDetailsClick() {
 }
 
 void TFormMain::MenuShowOverlayClick() { settings_.ShowOverlay.Value = ui_.MenuShowOverlay->isChecked(); }
+
+void TFormMain::MenuOverlayLinesOnlyClick() {
+  settings_.OverlayLinesOnly.Value = ui_.MenuOverlayLinesOnly->isChecked();
+}
 
 void TFormMain::OptionsTextOverlayClick() { FormOverlayTextOptions->Run(); }
 

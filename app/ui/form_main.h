@@ -106,6 +106,7 @@ class TFormMain : public QMainWindow, public session::Shell {
   void IntervalChanged(QAction* item);
   void MenuSavePassDetailsClick();
   void MenuShowOverlayClick();
+  void MenuOverlayLinesOnlyClick();
   void OptionsTextOverlayClick();
   void OptionsUpdateKeplersClick();
   void ViewSatelliteDataClick();

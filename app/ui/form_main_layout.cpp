@@ -70,6 +70,8 @@ void BuildOptionsMenu(FormMainLayout& ui, QMainWindow* form) {
   ui.MenuSavePassDetails =
       CheckItem(menu, QStringLiteral("Save &pass details"), QStringLiteral("MenuSavePassDetails"));
   ui.MenuShowOverlay = CheckItem(menu, QStringLiteral("Show &overlay"), QStringLiteral("MenuShowOverlay"));
+  ui.MenuOverlayLinesOnly =
+      CheckItem(menu, QStringLiteral("Overlay &lines only"), QStringLiteral("MenuOverlayLinesOnly"));
   ui.OptionsTextOverlay = Item(menu, QStringLiteral("Text overlay..."), "OptionsTextOverlay",
                                QStringLiteral("What the overlay's text lines contain"));
   menu->addSeparator();

@@ -23,7 +23,8 @@ struct FormMainLayout {
   QActionGroup* FootprintGroup;
   std::array<QAction*, map::kUpdateIntervals.size()> MenuInterval;
   QActionGroup* IntervalGroup;
-  QAction *MenuSavePassDetails, *MenuShowOverlay, *OptionsTextOverlay, *OptionsUpdateKeplers;
+  QAction *MenuSavePassDetails, *MenuShowOverlay, *MenuOverlayLinesOnly, *OptionsTextOverlay,
+      *OptionsUpdateKeplers;
   QAction* ViewSatelliteData;
   std::array<QAction*, 3> MenuLook;  ///< by Look
   QActionGroup* LookGroup;

@@ -100,6 +100,24 @@ TEST_F(GroundPathTest, FromThePassToTheFiles) {
   EXPECT_EQ(program.Find<QPushButton>("ButtonFlightDirection")->text(), u"---> N"_s);
   EXPECT_EQ(Written(u"ovl.bmp"_s), south.mirrored(true, true));
 
+  // Lines alone leave the land to the ground's own colours.
+  const QImage bare = Written(u"Result.jpg"_s);
+  program.Find<QAction>("MenuShowOverlay")->trigger();
+  program.Click("ButtonGenTopo");
+  const QImage covered = Written(u"Result.jpg"_s);
+  program.Find<QAction>("MenuOverlayLinesOnly")->trigger();
+  program.Click("ButtonGenTopo");
+  const QImage lines = Written(u"Result.jpg"_s);
+  const auto difference = [&](const QImage& map) {
+    long sum = 0;
+    for (int y = 0; y < map.height(); ++y) {
+      for (int x = 86; x < 995; ++x) sum += std::abs(qGreen(map.pixel(x, y)) - qGreen(bare.pixel(x, y)));
+    }
+    return sum;
+  };
+  EXPECT_GT(difference(lines), 0);
+  EXPECT_LT(difference(lines) * 2, difference(covered));
+
   // A correction is seen at once and written soon.
   program.Find<QDoubleSpinBox>("SpinEditTimeCorrection")->setValue(7.5);
   program.Fire("TimerSaveResults");
