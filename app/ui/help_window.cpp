@@ -6,10 +6,12 @@
 #include <QHelpContentWidget>
 #include <QHelpIndexWidget>
 #include <QHelpLink>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QScreen>
+#include <QScrollBar>
 #include <QSplitter>
 #include <QStyle>
 #include <QTabWidget>
@@ -29,7 +31,8 @@ namespace {
 
 using session::Named;
 
-constexpr QSize kHelpSize(1020, 720);
+/// Wide enough for the pictures of pages.
+constexpr QSize kHelpSize(1240, 800);
 constexpr QSize kFrameRoom(16, 48);
 constexpr int kSideWidth = 280;
 constexpr int kPageMargin = 14;
@@ -44,11 +47,19 @@ class HelpBrowser : public QTextBrowser {
 
   QVariant loadResource(int type, const QUrl& name) override {
     const QUrl url = source().isEmpty() ? name : source().resolved(name);
-    return url.scheme() == QStringLiteral("qthelp") ? QVariant(book_.Data(url))
-                                                    : QTextBrowser::loadResource(type, name);
+    if (url.scheme() != QStringLiteral("qthelp")) return QTextBrowser::loadResource(type, name);
+    const QByteArray content = book_.Data(url);
+    return type == QTextDocument::ImageResource ? QVariant(Fitting(QImage::fromData(content)))
+                                                : QVariant(content);
   }
 
  private:
+  /// The picture, no wider than the page now is beside its scroll bar.
+  QImage Fitting(const QImage& picture) const {
+    const int room = contentsRect().width() - verticalScrollBar()->sizeHint().width() - 2 * kPageMargin;
+    return picture.width() <= room ? picture : picture.scaledToWidth(room, Qt::SmoothTransformation);
+  }
+
   const HelpBook& book_;
 };
 
