@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QString>
 #include <functional>
 #include <memory>
 
@@ -38,6 +39,7 @@ struct RunFlags {
   bool CommandLineMode = false;  ///< started with a pass to make
   bool PassListMade = false;     ///< there has been a pass list
   bool AutomaticRun = false;     ///< the pass of the command line was found: make its map, then close
+  QString AutomaticFailure;      ///< why that map was not made or not written; empty if all went well
   bool Closing = false;          ///< the window goes; long loops end
   bool AbortRequested = false;   ///< Escape was pressed in the main window
   bool MakingMap = false;        ///< the ground path makes a map; flights wait

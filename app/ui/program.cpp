@@ -138,7 +138,11 @@ int RunProgram(int argc, char** argv) {
   if (!isMade) return EXIT_FAILURE;
   formMain->show();
   splash.close();
-  return QApplication::exec();
+  status = QApplication::exec();
+  const QString failure = formMain->Shared().Run.AutomaticFailure;
+  if (failure.isEmpty()) return status;
+  Print(stderr, QStringLiteral("pelorin: ") + failure + QLatin1Char('\n'));
+  return EXIT_FAILURE;
 }
 
 }  // namespace pelorin::ui

@@ -9,6 +9,7 @@
 #include <QSpinBox>
 #include <QTimer>
 #include <algorithm>
+#include <exception>
 #include <utility>
 
 #include "app/session/controls.h"
@@ -59,7 +60,12 @@ void TTabSheetGroundPath::ButtonGenTopoClick() {
   if (IsBusy()) {
     stopRequested_ = true;
   } else if (session_.Run.AutomaticRun) {
-    session::Guarded(Boxes(), [this] { MakeMap(); });
+    // Nobody may be there to read a box.
+    try {
+      MakeMap();
+    } catch (const std::exception& error) {
+      session_.Run.AutomaticFailure = QString::fromUtf8(error.what());
+    }
     session_.Window.CloseWindow();
   } else {
     do {
@@ -71,10 +77,10 @@ void TTabSheetGroundPath::ButtonGenTopoClick() {
 
 void TTabSheetGroundPath::MakeMap() {
   if (ui_.ComboBoxSatForPic->currentIndex() < 0) {
-    Boxes().Message(
-        QStringLiteral("There is no satellite to make a map for. Please drag one or more satellites from the "
-                       "Available list to the Active list."));
-    return;
+    throw overlay::OverlayError(
+        "There is no satellite to make a map for. Please drag one or more satellites from the Available list "
+        "to "
+        "the Active list.");
   }
   session_.Run.MakingMap = true;
   session_.Run.AbortRequested = stopRequested_ = false;

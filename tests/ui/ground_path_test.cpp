@@ -277,6 +277,14 @@ TEST_F(GroundPathTest, AnAutomaticRunWritesFourFilesAndCloses) {
   for (const QString& name : {u"Result.jpg"_s, u"ovl.bmp"_s, u"pass.dat"_s, u"ovl.txt"_s}) {
     EXPECT_TRUE(QFile::exists(program.Path(u"bin/"_s + name))) << name.toStdString();
   }
+  EXPECT_EQ(program.Form->Shared().Run.AutomaticFailure, QString());
+  program.Close();
+
+  // What goes wrong is for the caller to know; no box waits.
+  program.Set(u"ResultsPath"_s, program.Path(u"gone/"_s));
+  program.Start({found.first().left(10)});
+  EXPECT_TRUE(QTest::qWaitFor([this] { return !program.Form->isVisible(); }, 5000));
+  EXPECT_TRUE(program.Form->Shared().Run.AutomaticFailure.startsWith(u"Cannot write "_s));
   EXPECT_EQ(program.Boxes.Take(), QStringList());
   program.Close();
 }
