@@ -50,9 +50,14 @@ class UpdateKeplers : public testing::Test {
   }
 
   QByteArray Elements() const { return files::ReadFile(program.Path(u"bin/weather.2li"_s)); }
-  QString Progress() const { return program.Find<QLabel>("LabelProgress")->text(); }
+  /// A control of the dialog; other dialogs have some of the same name.
+  template <class Control>
+  Control* Find(const char* name) const {
+    return program.Find<QDialog>("FormUpdateKeplers")->findChild<Control*>(QString::fromLatin1(name));
+  }
+  QString Progress() const { return Find<QLabel>("LabelProgress")->text(); }
   QString Ticks() const {
-    const auto* list = program.Find<QTreeWidget>("CheckListBoxFiles");
+    const auto* list = Find<QTreeWidget>("CheckListBoxFiles");
     QString ticks;
     for (int row = 0; row < list->topLevelItemCount(); ++row) {
       const QTreeWidgetItem* item = list->topLevelItem(row);
@@ -67,7 +72,7 @@ class UpdateKeplers : public testing::Test {
     WhileOpen([&](QDialog& dialog) {
       EXPECT_EQ(dialog.objectName(), u"FormUpdateKeplers"_s);
       EXPECT_EQ(Progress(), QString());
-      program.Click("ButtonUpdate");
+      QTest::mouseClick(Find<QPushButton>("ButtonUpdate"), Qt::LeftButton);
       isUpdated = true;
       EXPECT_EQ(dialog.isVisible(), !closesItself);
       if (!closesItself) QTest::keyClick(&dialog, Qt::Key_Escape);
@@ -91,7 +96,7 @@ TEST_F(UpdateKeplers, FreshFilesWaitForTheNextStart) {
   server.Answers[u"more.txt"_s] =
       ElementServer::Reply("403 Forbidden", "not updated since your last download");
   program.Start();
-  EXPECT_EQ(program.Find<QLineEdit>("EditBaseUrl")->text(), server.Base());
+  EXPECT_EQ(Find<QLineEdit>("EditBaseUrl")->text(), server.Base());
   Update(true);
   EXPECT_EQ(program.Boxes.Take(),
             QStringList(u"Message: The new Keplers will be used the next time you run Pelorin."_s));
@@ -137,12 +142,12 @@ TEST_F(UpdateKeplers, RefusalEndsTheRunAndCancelLeavesTheFile) {
   server.Answers[u"weather.txt"_s] = {"HTTP/1.1 200 OK\r\n\r\n" + fresh, ElementServer::Then::Wait};
   // The dialog lives while the server dawdles: it says for what it waits, and "Cancel" can be pressed.
   bool isSeen = false;
-  WhileOpen([&](QDialog& dialog) {
+  WhileOpen([&](QDialog&) {
     if (Progress() != u"Getting weather.txt for weather.2li..."_s) return false;
-    isSeen = program.Find<QProgressBar>("ProgressBar")->isVisible() &&
-             program.Find<QProgressBar>("ProgressBar")->value() == 1 &&
-             !program.Find<QPushButton>("ButtonUpdate")->isEnabled();
-    QTest::mouseClick(dialog.findChild<QPushButton*>(u"ButtonCancel"_s), Qt::LeftButton);
+    isSeen = Find<QProgressBar>("ProgressBar")->isVisible() &&
+             Find<QProgressBar>("ProgressBar")->value() == 1 &&
+             !Find<QPushButton>("ButtonUpdate")->isEnabled();
+    QTest::mouseClick(Find<QPushButton>("ButtonCancel"), Qt::LeftButton);
     return true;
   });
   Update(false);
