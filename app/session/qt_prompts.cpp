@@ -16,6 +16,19 @@ QString Lines(QString text) {
   return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
 }
 
+constexpr qsizetype kMostLinesShown = 25;
+constexpr qsizetype kLinesOfLongText = 12;
+
+/// A text that no screen has room for, such as a server's answer: its beginning is shown, and all of it on
+/// demand.
+void FitToScreen(QMessageBox& box) {
+  const QString text = box.text();
+  const QStringList lines = text.split(u'\n');
+  if (lines.size() <= kMostLinesShown) return;
+  box.setText(lines.first(kLinesOfLongText).join(u'\n') + QStringLiteral("\n..."));
+  box.setDetailedText(text);
+}
+
 /// Whatever is in front: a dialog, the main window, or the start-up window. A window that has just been shown
 /// may not have the keyboard yet.
 QWidget* Front() {
@@ -44,6 +57,7 @@ int QtPrompts::Ask(QMessageBox& box, int helpContext) {
   box.setWindowTitle(title_);
   box.setTextFormat(Qt::PlainText);
   box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+  FitToScreen(box);
   if (helpContext > 0) {
     QAbstractButton* help = box.addButton(QMessageBox::Help);
     help->disconnect();
