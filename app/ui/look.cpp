@@ -2,9 +2,11 @@
 
 #include <QApplication>
 #include <QFontInfo>
+#include <QPainter>
 #include <QPalette>
-#include <QStyle>
+#include <QProxyStyle>
 #include <QStyleFactory>
+#include <QStyleOption>
 
 namespace pelorin::ui {
 namespace {
@@ -40,6 +42,31 @@ QPalette DarkPalette() {
   return palette;
 }
 
+/// In dark colours the style's own outlines of check boxes and radio buttons are as dark as their
+/// surroundings.
+class OutlinedStyle : public QProxyStyle {
+ public:
+  OutlinedStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
+
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+    const bool isBox = element == PE_IndicatorCheckBox || element == PE_IndicatorItemViewItemCheck;
+    if (!isBox && element != PE_IndicatorRadioButton) return;
+    if (option->palette.color(QPalette::Window).lightness() >= kDarkBelow) return;
+    painter->save();
+    painter->setPen(option->palette.color(QPalette::Disabled, QPalette::WindowText));
+    painter->setBrush(Qt::NoBrush);
+    if (isBox) {
+      painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+    } else {
+      painter->setRenderHint(QPainter::Antialiasing);
+      painter->drawEllipse(QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5));
+    }
+    painter->restore();
+  }
+};
+
 QPalette LightPalette() {
   QPalette palette = QApplication::style()->standardPalette();
   palette.setColor(QPalette::PlaceholderText, QColor(105, 105, 105));
@@ -50,7 +77,7 @@ QPalette LightPalette() {
 
 bool SetUpStyle(QApplication& application) {
   const bool desktopIsDark = QApplication::palette().color(QPalette::Window).lightness() < kDarkBelow;
-  application.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+  application.setStyle(new OutlinedStyle);
   // Where only monospaced fonts are installed beside the wanted one, the system's answer would be one of
   // them.
   if (QFontInfo(QApplication::font()).fixedPitch()) {

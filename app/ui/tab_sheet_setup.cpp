@@ -139,7 +139,7 @@ void TTabSheetSetup::ExplainEmptyLists() {
   }
   ui_.ListBoxAvailable->SetEmptyText(
       QStringLiteral("No satellites.\n\nPut element files (*.2LI or *.TLE) into the folder\n%1\n"
-                     "or fetch some with Options > \"Update Keplers...\", then start Pelorin again.")
+                     "and start Pelorin again.")
           .arg(Breakable(session_.Settings.TwoLineDataPath.Value)));
   ui_.ListBoxActive->SetEmptyText(QString());
 }
