@@ -43,7 +43,7 @@ class PassSearch {
   std::vector<Pass> Run() {
     if (!(period_ >= kShortestPeriod) || !std::isfinite(period_)) return {};
     const double step = 0.4 * period_;
-    std::optional<Sample> culmination = NextCulmination(jd0_ - 1.2 * period_);
+    std::optional<Sample> culmination = NextCulmination(jd0_ - kLeadIn * period_);
     if (!culmination) return {};
     // The first culmination counts too when it lies in the span, unless the next one found is the same again.
     std::optional<Sample> first = culmination;
@@ -74,6 +74,10 @@ class PassSearch {
   /// No orbit round the Earth is shorter; what claims to be would have more culminations than a search could
   /// end with.
   static constexpr double kShortestPeriod = 60.0 / 1440;
+  /// Periods before the span at which the search begins. The first culmination found may be one of a
+  /// satellite far below the horizon; from there the windows may need some turns to fall into step with the
+  /// passes.
+  static constexpr double kLeadIn = 5.2;
   static constexpr double kTolerance = 1.0 / 1440;        // one minute
   static constexpr double kEdgeTolerance = 0.33 / 86400;  // a third of a second
   /// Enough for the windows of low orbits. Those of deep-space orbits are hours wide.

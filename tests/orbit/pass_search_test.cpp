@@ -140,6 +140,24 @@ TEST(PassSearch, LimitsAreTheirOwn) {
   }
 }
 
+TEST(PassSearch, DaysListedOneByOneHoldAllPasses) {
+  TSatellite satellite;
+  satellite.ParseElements("1 18312U 87068A   22053.63515201  .00000056  00000-0  36566-4 0  9990",
+                          "2 18312  82.5543 105.7019 0013331 143.6281 216.5788 13.84759947744293");
+  const TDateTime start = MakeDateTime(2022, 11, 18);
+  constexpr int days = 6;
+  const auto whole = SearchPasses(satellite, kEdinburgh, {start, days, 300, 1.5});
+  std::vector<Pass> oneByOne;
+  for (int day = 0; day < days; ++day) {
+    const auto passes = SearchPasses(satellite, kEdinburgh, {{start.Days + day}, 1, 300, 1.5});
+    oneByOne.insert(oneByOne.end(), passes.begin(), passes.end());
+  }
+  ASSERT_EQ(oneByOne.size(), whole.size());
+  for (std::size_t index = 0; index < whole.size(); ++index) {
+    EXPECT_NEAR(oneByOne[index].Aos, whole[index].Aos, 1.0 / 86400);
+  }
+}
+
 TEST(PassSearch, EndsForOrbitsWithoutCulminations) {
   const struct {
     const char* label;
