@@ -2,21 +2,24 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 namespace pelorin::app {
 namespace {
 
 constexpr double kDefaultLatitudeDeg = 55.905;
 constexpr double kDefaultLongitudeDeg = -3.2;
+constexpr double kPoleDeg = 90;
 constexpr double kDefaultHeightM = 150;
 constexpr double kDefaultMinElevationDeg = 1.5;
 constexpr double kHighestMinElevationDeg = 10;
 
-/// Whoever writes decimals with a comma may do so; it cannot part thousands in a number of this size.
-double NumberOr(const QString& text, double defaultValue) {
+/// Whoever writes decimals with a comma may do so; it cannot part thousands in a number of this size. Nothing
+/// when the text is no number.
+std::optional<double> Number(const QString& text) {
   bool isNumber = false;
   const double number = text.trimmed().replace(u',', u'.').toDouble(&isNumber);
-  return isNumber && std::isfinite(number) ? number : defaultValue;
+  return isNumber && std::isfinite(number) ? std::optional(number) : std::nullopt;
 }
 
 /// 15 digits show every typed number as it was typed, without the noise of its binary form.
@@ -25,15 +28,21 @@ QString GeneralText(double number) { return QString::number(number, 'g', 15); }
 }  // namespace
 
 Station EnterStation(const StationTexts& texts) {
-  const double latitudeDeg = NumberOr(texts.Latitude, kDefaultLatitudeDeg);
-  const double longitudeDeg = NumberOr(texts.Longitude, kDefaultLongitudeDeg);
-  const double heightM = NumberOr(texts.Height, kDefaultHeightM);
+  const double latitudeDeg =
+      std::clamp(Number(texts.Latitude).value_or(kDefaultLatitudeDeg), -kPoleDeg, kPoleDeg);
+  const double longitudeDeg = Number(texts.Longitude).value_or(kDefaultLongitudeDeg);
+  const double heightM = Number(texts.Height).value_or(kDefaultHeightM);
   const double minElevationDeg =
-      std::clamp(NumberOr(texts.MinElevation, kDefaultMinElevationDeg), 0.0, kHighestMinElevationDeg);
+      std::clamp(Number(texts.MinElevation).value_or(kDefaultMinElevationDeg), 0.0, kHighestMinElevationDeg);
   return {orbit::ObserverFromDegrees(latitudeDeg, longitudeDeg, heightM),
           minElevationDeg,
           {GeneralText(latitudeDeg), GeneralText(longitudeDeg), GeneralText(heightM),
            GeneralText(minElevationDeg)}};
+}
+
+bool IsSameNumber(const QString& a, const QString& b) {
+  const std::optional<double> first = Number(a), second = Number(b);
+  return first && second && std::abs(*first - *second) <= 1e-12 * std::max(1.0, std::abs(*first));
 }
 
 bool ReplaceUnsavedHeight(QString& height) {

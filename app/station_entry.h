@@ -19,8 +19,11 @@ struct Station {
 };
 
 /// Reads the four texts. One that is no decimal number is replaced by 55.905, −3.2, 150 or 1.5; the minimum
-/// elevation is brought into 0 … 10.
+/// elevation is brought into 0 … 10, the latitude between the poles.
 Station EnterStation(const StationTexts& texts);
+
+/// Whether both texts are read as one number, whatever their form.
+bool IsSameNumber(const QString& a, const QString& b);
 
 /// The height setting's default, which no user types: nothing has been saved yet.
 inline constexpr char16_t kHeightNeverSaved[] = u"-12345678";

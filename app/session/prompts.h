@@ -27,6 +27,8 @@ class Prompts {
   virtual void Warning(const QString& text, int helpContext) = 0;
   /// A warning with Retry, Ignore and Help; true for Retry. Closing the box means Ignore.
   virtual bool RetryOrIgnore(const QString& text, int helpContext) = 0;
+  /// A warning with OK, Cancel and Help; true for OK. Closing the box means Cancel.
+  virtual bool OkOrCancel(const QString& text, int helpContext) = 0;
   /// A question with Yes and No, and Help if there is a topic; closing the box means No.
   virtual bool Confirm(const QString& text, int helpContext = 0) = 0;
 

@@ -90,6 +90,14 @@ bool QtPrompts::RetryOrIgnore(const QString& text, int helpContext) {
   return Ask(box, helpContext) == QMessageBox::Retry;
 }
 
+bool QtPrompts::OkOrCancel(const QString& text, int helpContext) {
+  QMessageBox box(QMessageBox::Warning, QString(), Lines(text), QMessageBox::Ok | QMessageBox::Cancel,
+                  Front());
+  box.setDefaultButton(QMessageBox::Ok);
+  box.setEscapeButton(QMessageBox::Cancel);
+  return Ask(box, helpContext) == QMessageBox::Ok;
+}
+
 bool QtPrompts::Confirm(const QString& text, int helpContext) {
   QMessageBox box(QMessageBox::Question, QString(), Lines(text), QMessageBox::Yes | QMessageBox::No, Front());
   box.setDefaultButton(QMessageBox::Yes);

@@ -18,6 +18,7 @@ class QtPrompts : public Prompts {
   void Error(const QString& text) override;
   void Warning(const QString& text, int helpContext) override;
   bool RetryOrIgnore(const QString& text, int helpContext) override;
+  bool OkOrCancel(const QString& text, int helpContext) override;
   bool Confirm(const QString& text, int helpContext) override;
   std::optional<QString> ChooseFolder(const QString& title, const QString& startFolder) override;
   std::optional<QString> OpenFile(const QString& title, const QString& startFolder,

@@ -37,8 +37,13 @@ void Session::LoadSatellites(const QString& folder) {
 }
 
 void Session::RestoreActive() {
-  following_->Restore(Settings.SatelliteList.Value);
+  const QString names = Settings.SatelliteList.Value, primary = Settings.PrimarySatellite.Value;
+  following_->Restore(names);
   RefreshActiveSatellites();
+  if (Satellites().Count() > 0) return;
+  // A folder that is out of reach for once must not cost the user's choice.
+  Settings.SatelliteList.Value = names;
+  Settings.PrimarySatellite.Value = primary;
 }
 
 void Session::Activate(const QString& name) {

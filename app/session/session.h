@@ -86,7 +86,8 @@ class Session : public QObject {
 
   /// Reads the folder's element files. Raises orbit::ReadError; the earlier satellites then stay.
   void LoadSatellites(const QString& folder);
-  /// Makes active what the settings name.
+  /// Makes active what the settings name. What no file holds any more is dropped, unless there is no
+  /// satellite at all.
   void RestoreActive();
 
   /// Moves a satellite between Available and Active and lets every chooser follow.

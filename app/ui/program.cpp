@@ -1,6 +1,8 @@
 #include "app/ui/program.h"
 
 #include <QApplication>
+#include <QByteArrayView>
+#include <algorithm>
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
@@ -11,6 +13,7 @@
 #include "app/program_paths.h"
 #include "app/session/controls.h"
 #include "app/session/qt_prompts.h"
+#include "app/ui/end_by_signal.h"
 #include "app/ui/form_main.h"
 #include "app/ui/form_splash.h"
 #include "app/ui/help.h"
@@ -76,6 +79,22 @@ bool IsToolkitOption(QString argument) {
   return own.contains(argument.section(u'=', 0, 0));
 }
 
+/// False where the toolkit would find nothing to open a window on, and would say so in words of its own.
+bool HasDisplay([[maybe_unused]] int argc, [[maybe_unused]] char** argv) {
+#if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
+  for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
+    if (!qEnvironmentVariableIsEmpty(name)) return true;
+  }
+  return std::any_of(argv + 1, argv + argc, [](const char* argument) {
+    return QByteArrayView(argument).startsWith("-platform") ||
+           QByteArrayView(argument).startsWith("--platform") ||
+           QByteArrayView(argument).startsWith("-display");
+  });
+#else
+  return true;
+#endif
+}
+
 /// Calls that are answered on the console, where there may be no display: the toolkit is not asked yet.
 bool AnswerOnConsole(int argc, char** argv, int& status) {
   QStringList own;
@@ -103,6 +122,12 @@ int RunProgram(int argc, char** argv) {
   int status = 0;
   if (AnswerOnConsole(argc, argv, status)) return status;
 
+  if (!HasDisplay(argc, argv)) {
+    Print(stderr, QStringLiteral(
+                      "pelorin: there is no display to open the window on. Start it from a desktop session; "
+                      "without one, pelorin-cli does the work: pelorin-cli --help\n"));
+    return EXIT_FAILURE;
+  }
   Application application(argc, argv);
   // Numbers in files and stamps have a point, whatever the user's language.
   std::setlocale(LC_NUMERIC, "C");
@@ -136,6 +161,10 @@ int RunProgram(int argc, char** argv) {
     formMain->CreateForms();
   });
   if (!isMade) return EXIT_FAILURE;
+  EndBySignal([&formMain] {
+    formMain->close();
+    QCoreApplication::quit();
+  });
   formMain->show();
   splash.close();
   status = QApplication::exec();

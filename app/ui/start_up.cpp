@@ -17,10 +17,6 @@ namespace {
 /// The element sets that come with the program, below its data folder.
 const QString kDemonstrationElements = QStringLiteral("elements/weather-2022-02-22.2li");
 
-bool ConfirmLowMemory(session::Prompts& boxes, const QString& question) {
-  return boxes.Confirm(question, overlay::kMasterMemoryHelp);
-}
-
 }  // namespace
 
 overlay::OverlaySources GroundData::Sources() const {
@@ -101,7 +97,7 @@ void OpenMaster(session::Session& session, GroundData& data, const QString& prog
     if (countries.isEmpty()) return;
     const QString path = app::MasterFile(programFolder);
     const auto confirm = [&session](const QString& question) {
-      return ConfirmLowMemory(session.Boxes, question);
+      return session.Boxes.OkOrCancel(question, overlay::kMasterMemoryHelp);
     };
     if (overlay::GenerateMaster(countries, path, tellStatus, confirm)) {
       data.Master = overlay::MasterView::Open(path);

@@ -67,6 +67,7 @@ TTabSheetSetup::TTabSheetSetup(session::Session& session, QWidget* parent)
   Handle(ui_.ButtonAddPath, &QPushButton::clicked, this, &TTabSheetSetup::ButtonAddPathClick);
   Handle(ui_.ButtonRemovePath, &QPushButton::clicked, this, &TTabSheetSetup::ButtonRemovePathClick);
   Handle(ui_.ListBoxImagePath, &TListBox::itemSelectionChanged, this, &TTabSheetSetup::ListBoxImagePathClick);
+  session::OnKey(ui_.ListBoxActive, Qt::Key_Delete, Boxes(), [this] { ButtonDeactivateClick(); });
   session::OnKey(ui_.ListBoxImagePath, Qt::Key_Delete, Boxes(), [this] { ButtonRemovePathClick(); });
 
   // A box that goes with the page loses the keyboard when the page itself is no more.
@@ -112,10 +113,20 @@ void TTabSheetSetup::UpdateObserverDetails() {
   session_.Station = app::EnterStation({ui_.EditLatitude->text(), ui_.EditLongitude->text(),
                                         ui_.EditHeight->text(), ui_.EditMinPassElev->text()});
   const app::StationTexts& understood = session_.Station.Texts;
-  SetTextOf(ui_.EditLatitude, understood.Latitude);
-  SetTextOf(ui_.EditLongitude, understood.Longitude);
-  SetTextOf(ui_.EditHeight, understood.Height);
-  SetTextOf(ui_.EditMinPassElev, understood.MinElevation);
+  const struct {
+    QLineEdit* Box;
+    QString What, Understood;
+  } entries[] = {{ui_.EditLatitude, QStringLiteral("latitude"), understood.Latitude},
+                 {ui_.EditLongitude, QStringLiteral("longitude"), understood.Longitude},
+                 {ui_.EditHeight, QStringLiteral("height"), understood.Height},
+                 {ui_.EditMinPassElev, QStringLiteral("minimum elevation"), understood.MinElevation}};
+  for (const auto& entry : entries) {
+    const QString typed = entry.Box->text();
+    SetTextOf(entry.Box, entry.Understood);
+    if (app::IsSameNumber(typed, entry.Understood)) continue;
+    session_.Window.SetStatus(
+        QStringLiteral("\"%1\" cannot be used as %2: it is %3 now").arg(typed, entry.What, entry.Understood));
+  }
 }
 
 void TTabSheetSetup::ShowSatellites() {

@@ -31,6 +31,9 @@ void GroupBoxPassesLayout::Build(QGroupBox* box) {
   ListBoxPasses->setFont(FixedFont(box->font()));
   ListBoxPasses->setAccessibleName(QStringLiteral("Passes"));
   ListBoxPasses->setMinimumWidth(ListBoxPasses->fontMetrics().averageCharWidth() * kEntryCharacters);
+  ListBoxPasses->setToolTip(QStringLiteral(
+      "Start (month, day, hour, minute, second in UTC), direction, longitude\nat culmination in "
+      "degrees east, duration in seconds, satellite"));
   LabelPassDate->setBuddy(ListBoxPasses);
   ButtonNextPass = session::Named(new QPushButton(QStringLiteral("Get next pass"), box), "ButtonNextPass");
   session::Hinted(ButtonNextPass, QStringLiteral("Get the next pass after the current time"));

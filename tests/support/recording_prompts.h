@@ -29,6 +29,10 @@ class RecordingPrompts : public session::Prompts {
     Said.append(QStringLiteral("Retry? %1: %2").arg(helpContext).arg(text));
     return AnswerRetry;
   }
+  bool OkOrCancel(const QString& text, int helpContext) override {
+    Said.append(QStringLiteral("OK? %1: %2").arg(helpContext).arg(text));
+    return AnswerConfirm;
+  }
   bool Confirm(const QString& text, int) override {
     Said.append(QStringLiteral("Yes? ") + text);
     return AnswerConfirm;
