@@ -418,10 +418,14 @@ void TFormMain::MenuSavePassDetailsClick() {
   settings_.SavePassDetails.Value = ui_.MenuSavePassDetails->isChecked();
 }
 
-void TFormMain::MenuShowOverlayClick() { settings_.ShowOverlay.Value = ui_.MenuShowOverlay->isChecked(); }
+void TFormMain::MenuShowOverlayClick() {
+  settings_.ShowOverlay.Value = ui_.MenuShowOverlay->isChecked();
+  TabSheetGroundPath->OverlayMarksChanged();
+}
 
 void TFormMain::MenuOverlayLinesOnlyClick() {
   settings_.OverlayLinesOnly.Value = ui_.MenuOverlayLinesOnly->isChecked();
+  TabSheetGroundPath->OverlayMarksChanged();
 }
 
 void TFormMain::OptionsTextOverlayClick() { FormOverlayTextOptions->Run(); }

@@ -27,6 +27,9 @@ class TTabSheetGroundPath : public session::TTabSheet {
   /// the picture or the map follows a little later.
   void ShowFor(orbit::TDateTime moment, int satellite);
 
+  /// Makes the map that is shown once more, with the marks that the menu now has ticked.
+  void OverlayMarksChanged();
+
   /// A map is being made.
   bool IsBusy() const { return session_.Run.MakingMap; }
 
@@ -71,6 +74,7 @@ class TTabSheetGroundPath : public session::TTabSheet {
   void GenerateLive(const overlay::OverlayRequest& request);
   /// As if "Make map" were pressed; what is under way ends first.
   void MakeAgain();
+  void RemakeMap(const overlay::OverlayRequest& request);
   void ShowResult(const overlay::OverlayRequest& request, overlay::OverlayResult result);
   void ShowMap();
   void SaveResults();

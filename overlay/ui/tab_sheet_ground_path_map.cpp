@@ -183,11 +183,24 @@ void TTabSheetGroundPath::TimeCorrectionChanged(double seconds) {
   if (IsBusy()) {
     MakeAgain();
   } else if (result_ && ui_.ComboBoxSatForPic->currentIndex() >= 0) {
-    // Too quick to be watched; the files follow when the user has found the second.
-    const overlay::OverlayRequest request = Request();
-    ShowResult(request, overlay::GenerateOverlay(request, sources_));
-    ui_.TimerSaveResults->start();
+    RemakeMap(Request());
   }
+}
+
+void TTabSheetGroundPath::OverlayMarksChanged() {
+  if (IsBusy()) {
+    MakeAgain();
+  } else if (result_) {
+    overlay::OverlayRequest request = madeFor_;
+    request.Overlay = ChosenMarks(session_.Settings);
+    RemakeMap(request);
+  }
+}
+
+void TTabSheetGroundPath::RemakeMap(const overlay::OverlayRequest& request) {
+  // Too quick to be watched; the files follow when the user has found what is wanted.
+  ShowResult(request, overlay::GenerateOverlay(request, sources_));
+  ui_.TimerSaveResults->start();
 }
 
 void TTabSheetGroundPath::TimerSaveResultsTimer() {

@@ -103,7 +103,7 @@ TEST_F(GroundPathTest, FromThePassToTheFiles) {
   // Lines alone leave the land to the ground's own colours.
   const QImage bare = Written(u"Result.jpg"_s);
   program.Find<QAction>("MenuShowOverlay")->trigger();
-  program.Click("ButtonGenTopo");
+  program.Fire("TimerSaveResults");
   const QImage covered = Written(u"Result.jpg"_s);
   program.Find<QAction>("MenuOverlayLinesOnly")->trigger();
   program.Click("ButtonGenTopo");
