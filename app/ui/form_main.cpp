@@ -7,10 +7,7 @@
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QPageSetupDialog>
-#include <QPrintDialog>
 #include <QPrinter>
-#include <QPrinterInfo>
 #include <QScreen>
 #include <QTabWidget>
 #include <utility>
@@ -133,7 +130,7 @@ void TFormMain::FormCreate() {
   session.Run.CommandLineMode = !surroundings_.Parameters.isEmpty();
   ShowPage(isFirstRun ? Page::Setup : Page::WorldMap);
   TabSheetSetup->Restore();
-  session.Map.PacificCentred = map::IsPacificCentred(orbit::Degrees(session.Station.Place.Longitude));
+  session.Map.PacificCentred = map::IsPacificCentred(session.Station.Texts.Longitude.toDouble());
 
   MakeDefaultFolders(session, app::FoldersFor(programFolder_));
   LoadSatelliteData(session, tellStatus);
@@ -376,81 +373,5 @@ void TFormMain::PageControlChange() {
   ui_.Open1->setVisible(hasPicture);
   ui_.FilePrintImage->setVisible(hasPicture);
 }
-
-// ------------------------------------------------------------------------------------- menus
-
-void TFormMain::Open1Click() { TabSheetGroundPath->Open1Click(); }
-
-void TFormMain::FilePrintImageClick() { TabSheetGroundPath->PrintImageClick(); }
-
-void TFormMain::FilePrintPassListClick() {
-  UpdateObserverDetails();
-  FormEphemeris->exec();
-}
-
-void TFormMain::FilePrintSetupClick() {
-  if (QPrinterInfo::availablePrinterNames().isEmpty()) {
-    QPageSetupDialog(&Printer(), this).exec();
-  } else {
-    QPrintDialog dialog(&Printer(), this);
-    dialog.setWindowTitle(QStringLiteral("Print setup"));
-    dialog.exec();
-  }
-}
-
-void TFormMain::Exit1Click() { close(); }
-
-void TFormMain::FootprintChanged(QAction* item) {
-  for (std::size_t level = 0; level < ui_.MenuFootprint.size(); ++level) {
-    if (ui_.MenuFootprint[level] == item) settings_.FootprintShowLevel.Value = static_cast<int>(level);
-  }
-  TabSheetMap->FootprintLevelChanged();
-}
-
-void TFormMain::IntervalChanged(QAction* item) {
-  for (std::size_t index = 0; index < ui_.MenuInterval.size(); ++index) {
-    if (ui_.MenuInterval[index] == item) settings_.UpdateInterval.Value = map::kUpdateIntervals[index];
-  }
-  TabSheetMap->IntervalChanged();
-}
-
-void TFormMain::MenuSavePassDetailsClick() {
-  settings_.SavePassDetails.Value = ui_.MenuSavePassDetails->isChecked();
-}
-
-void TFormMain::MenuShowOverlayClick() {
-  settings_.ShowOverlay.Value = ui_.MenuShowOverlay->isChecked();
-  TabSheetGroundPath->OverlayMarksChanged();
-}
-
-void TFormMain::MenuOverlayLinesOnlyClick() {
-  settings_.OverlayLinesOnly.Value = ui_.MenuOverlayLinesOnly->isChecked();
-  TabSheetGroundPath->OverlayMarksChanged();
-}
-
-void TFormMain::OptionsTextOverlayClick() { FormOverlayTextOptions->Run(); }
-
-void TFormMain::OptionsUpdateKeplersClick() { FormUpdateKeplers->exec(); }
-
-void TFormMain::ViewSatelliteDataClick() { FormSatKepsSummary->exec(); }
-
-void TFormMain::LookChanged(QAction* item) {
-  for (std::size_t index = 0; index < ui_.MenuLook.size(); ++index) {
-    if (ui_.MenuLook[index] == item) look_.Value = static_cast<int>(index);
-  }
-  if (surroundings_.ApplyLook) surroundings_.ApplyLook(static_cast<Look>(look_.Value));
-}
-
-void TFormMain::HelpIntroductionClick() { Boxes().Help(kHelpIntroduction); }
-
-void TFormMain::HelpContentsClick() { Boxes().Help(session::kHelpContents); }
-
-void TFormMain::HelpIndexClick() { Boxes().Help(session::kHelpIndex); }
-
-void TFormMain::HelpFAQsClick() { Boxes().Help(kHelpFaqs); }
-
-void TFormMain::HelpPageClick() { Boxes().Help(HelpTopicOf(ui_.PageControl->currentWidget()->objectName())); }
-
-void TFormMain::HelpAboutClick() { AboutBoxQuillfen->exec(); }
 
 }  // namespace pelorin::ui

@@ -128,6 +128,7 @@ void FormMainLayout::Build(QMainWindow* form) {
   // Not the status bar's own message: opening a menu would wipe it.
   StatusText = Named(new QLabel(form), "StatusText");
   StatusText->setMinimumHeight(StatusText->fontMetrics().height());
+  StatusText->setTextFormat(Qt::PlainText);
   StatusText->setTextInteractionFlags(Qt::TextSelectableByMouse);
   Named(form->statusBar(), "StatusBar")->addWidget(StatusText, 1);
 }

@@ -9,6 +9,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTextDocument>
 #include <QTimeEdit>
 #include <QTimer>
 #include <algorithm>
@@ -50,7 +51,11 @@ orbit::TDateTime ToTheMinute(orbit::TDateTime moment) {
   return orbit::MakeDateTime(fields.Year, fields.Month, fields.Day, fields.Hour, fields.Minute);
 }
 
-bool IsDigit(const QString& keyText) { return keyText.size() == 1 && keyText.front().isDigit(); }
+bool TypesDigit(const QKeyEvent* event) {
+  constexpr Qt::KeyboardModifiers commands = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+  const QString text = event->text();
+  return text.size() == 1 && text.front().isDigit() && !(event->modifiers() & commands);
+}
 
 QString Stamp(orbit::TDateTime moment) { return QString::fromStdString(orbit::StampOf(moment)); }
 
@@ -77,6 +82,7 @@ void TTabSheetMap::ConnectHandlers() {
   Handle(&session_, &session::Session::ActiveSatellitesChanged, this, &TTabSheetMap::ActiveSatellitesChanged);
   Handle(&session_, &session::Session::SatelliteChosen, this, &TTabSheetMap::SatelliteChosen);
   ui_.PanelWorldMap->installEventFilter(this);
+  ui_.PaintBoxSats->installEventFilter(this);
   ui_.DateTimePickerMapTime->installEventFilter(this);
   ui_.DateTimePickerMapDate->installEventFilter(this);
   ui_.DateTimePickerMapDate->findChild<QLineEdit*>()->installEventFilter(this);
@@ -84,7 +90,8 @@ void TTabSheetMap::ConnectHandlers() {
 
 bool TTabSheetMap::eventFilter(QObject* watched, QEvent* event) {
   void (TTabSheetMap::*handler)() = nullptr;
-  const bool isDate = watched != ui_.PanelWorldMap && watched != ui_.DateTimePickerMapTime;
+  const bool isPicker = watched != ui_.PanelWorldMap && watched != ui_.PaintBoxSats;
+  const bool isDate = isPicker && watched != ui_.DateTimePickerMapTime;
   // An open calendar is part of the picker: closed, it gives the focus back.
   const auto isPopup = [event] { return static_cast<QFocusEvent*>(event)->reason() == Qt::PopupFocusReason; };
   switch (event->type()) {
@@ -92,8 +99,15 @@ bool TTabSheetMap::eventFilter(QObject* watched, QEvent* event) {
       if (watched == ui_.PanelWorldMap) handler = &TTabSheetMap::PanelWorldMapResize;
       break;
     case QEvent::KeyPress:
-      if (IsDigit(static_cast<QKeyEvent*>(event)->text())) handler = &TTabSheetMap::DateTimePickerMapKeyPress;
+      if (isPicker && TypesDigit(static_cast<QKeyEvent*>(event))) {
+        handler = &TTabSheetMap::DateTimePickerMapKeyPress;
+      }
       break;
+    case QEvent::StatusTip:
+      // Said beside the figures: as the bar's own message it would cover them.
+      if (watched != ui_.PaintBoxSats) break;
+      session::Guarded(Boxes(), [this] { RepaintSatellites(); });
+      return true;
     case QEvent::MouseButtonPress:
       if (isDate) handler = &TTabSheetMap::DateTimePickerMapDateClick;
       break;
@@ -191,7 +205,8 @@ void TTabSheetMap::TurnTo(orbit::TDateTime moment) {
   const QString hint = map::LocalTimeHint(moment, LocalClockOf(session_.TimeZone));
   for (QDateTimeEdit* picker : {static_cast<QDateTimeEdit*>(ui_.DateTimePickerMapDate),
                                 static_cast<QDateTimeEdit*>(ui_.DateTimePickerMapTime)}) {
-    session::TurnPicker(picker, moment);
+    // What is half typed stays.
+    if (picker->hasAcceptableInput()) session::TurnPicker(picker, moment);
     session::Hinted(picker, hint);
   }
 }
@@ -258,7 +273,8 @@ void TTabSheetMap::RepaintSatellites() {
   ui_.PaintBoxSats->SetPlot(
       map::PlotSatellites(sky, frame_, session_.SelectedSatellite(), level, ui_.PaintBoxSats->Measure()));
   const QString tip = map::NotDrawableTip(sky.NotDrawable);
-  ui_.PaintBoxSats->setToolTip(tip);
+  // Names come from files and are no markup.
+  ui_.PaintBoxSats->setToolTip(Qt::mightBeRichText(tip) ? tip.toHtmlEscaped() : tip);
   ui_.PaintBoxSats->setStatusTip(tip);
   ShowInfo(sky);
 }
@@ -273,7 +289,8 @@ void TTabSheetMap::ShowInfo(const map::Sky& sky) {
     return;
   }
   const map::SatelliteInfo info = map::InfoOf(*selected, tracked->State, sky.Jd, session_.Station.Place);
-  session_.Window.SetStatus(info.StatusText);
+  const QString tip = ui_.PaintBoxSats->underMouse() ? ui_.PaintBoxSats->statusTip() : QString();
+  session_.Window.SetStatus(tip.isEmpty() ? info.StatusText : info.StatusText + QStringLiteral("  ") + tip);
   session_.Window.SetTitle(info.Title);
 }
 

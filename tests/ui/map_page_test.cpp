@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QAction>
+#include <QActionGroup>
 #include <QComboBox>
 #include <QDateTimeEdit>
 #include <QFile>
@@ -185,6 +187,28 @@ TEST(MapPage, SatellitesAreDrawnChosenAndLeftOut) {
   program.Form->grab();
   program.Close();
   EXPECT_EQ(program.SavedText(u"PrimarySatellite"_s), QString());
+}
+
+TEST(MapPage, UpdateRateIsTheMenusOrTheSettings) {
+  ProgramFixture program;
+  program.GiveOrdinarySettings(u"\"NOAA 19\""_s);
+  program.Set(u"UpdateInterval"_s, 7);
+  program.Start();
+  const MapPage page(program);
+  for (const QAction* item : program.Find<QAction>("MenuInterval5")->actionGroup()->actions()) {
+    EXPECT_FALSE(item->isChecked()) << item->text().toStdString();
+  }
+  program.Fire("TimerStep");
+  EXPECT_EQ(page.Step->interval(), 7000);
+  program.Find<QAction>("MenuInterval60")->trigger();
+  EXPECT_EQ(page.Step->interval(), 60000);
+  EXPECT_TRUE(page.Step->isActive());
+
+  // Only a picker takes digits for a time.
+  QTest::keyClick(page.Sats, Qt::Key_5);
+  EXPECT_EQ(page.Session.Map.Mode, Timeframe::RealTime);
+  program.Close();
+  EXPECT_EQ(program.SavedNumber(u"UpdateInterval"_s), 60);
 }
 
 }  // namespace
