@@ -16,16 +16,27 @@ QString Lines(QString text) {
   return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
 }
 
-constexpr qsizetype kMostLinesShown = 25;
-constexpr qsizetype kLinesOfLongText = 12;
+constexpr qsizetype kMostRowsShown = 25;
+constexpr qsizetype kRowsOfLongText = 12;
+constexpr qsizetype kLettersOfRow = 80;  ///< about as many as a box is wide
 
 /// A text that no screen has room for, such as a server's answer: its beginning is shown, and all of it on
 /// demand.
 void FitToScreen(QMessageBox& box) {
   const QString text = box.text();
-  const QStringList lines = text.split(u'\n');
-  if (lines.size() <= kMostLinesShown) return;
-  box.setText(lines.first(kLinesOfLongText).join(u'\n') + QStringLiteral("\n..."));
+  QStringList rows;
+  for (QString rest : text.split(u'\n')) {
+    // Without a blank it would make the box as wide as itself.
+    while (rest.size() > kLettersOfRow && rows.size() <= kMostRowsShown) {
+      const qsizetype blank = rest.lastIndexOf(u' ', kLettersOfRow);
+      const qsizetype end = blank > 0 ? blank + 1 : kLettersOfRow;
+      rows.append(rest.first(end));
+      rest.remove(0, end);
+    }
+    rows.append(rest);
+  }
+  if (rows.size() <= kMostRowsShown) return;
+  box.setText(rows.first(kRowsOfLongText).join(u'\n') + QStringLiteral("\n..."));
   box.setDetailedText(text);
 }
 
@@ -123,10 +134,13 @@ std::optional<QString> QtPrompts::OpenFile(const QString& title, const QString& 
 std::optional<QString> QtPrompts::SaveFile(const QString& title, const QString& startPath,
                                            const QStringList& filters) {
   const QFileInfo start(startPath);
+  // For the dialog "*.*" is an extension "*", and hides names without one.
+  const QStringList kinds =
+      QStringList(filters).replaceInStrings(QStringLiteral("(*.*)"), QStringLiteral("(*)"));
   QFileDialog dialog(Front(), title, start.path());
   dialog.setAcceptMode(QFileDialog::AcceptSave);
-  dialog.setNameFilters(filters);
-  dialog.setDefaultSuffix(SuffixOf(filters.value(0)));
+  dialog.setNameFilters(kinds);
+  dialog.setDefaultSuffix(SuffixOf(kinds.value(0)));
   dialog.selectFile(start.fileName());
   // The dialog exchanges an extension itself when another kind of file is chosen, but gives none to a name
   // without.

@@ -1,10 +1,10 @@
 #include "overlay/ui/picture_print.h"
 
+#include <QPagedPaintDevice>
 #include <QPainter>
-#include <QPrinter>
 #include <algorithm>
 
-#include "files/file_error.h"
+#include "app/session/print_out.h"
 
 namespace pelorin::ui {
 
@@ -41,14 +41,10 @@ void PaintPicturePage(QPainter& painter, const QRectF& area, const PicturePage& 
 }
 
 void PrintPicturePage(QPrinter& printer, const PicturePage& page) {
-  printer.setDocName(page.Caption);
-  QPainter painter;
-  if (!painter.begin(&printer)) {
-    const QString target =
-        printer.outputFileName().isEmpty() ? printer.printerName() : printer.outputFileName();
-    throw files::FileError(QStringLiteral("Cannot print to %1").arg(target));
-  }
-  PaintPicturePage(painter, QRectF(0, 0, printer.width(), printer.height()), page);
+  session::PrintOut(printer, page.Caption, [&page](QPainter& painter, QPagedPaintDevice& pages) {
+    PaintPicturePage(painter, QRectF(0, 0, pages.width(), pages.height()), page);
+    return true;
+  });
 }
 
 }  // namespace pelorin::ui

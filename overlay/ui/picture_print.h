@@ -17,7 +17,7 @@ struct PicturePage {
 /// Paints the page as large as the area allows, map and picture at one scale, beside or below each other.
 void PaintPicturePage(QPainter& painter, const QRectF& area, const PicturePage& page);
 
-/// Prints on one page. Raises FileError when the printer does not begin.
+/// Prints on one page. Raises FileError when the printer, or its file, does not take it.
 void PrintPicturePage(QPrinter& printer, const PicturePage& page);
 
 }  // namespace pelorin::ui

@@ -16,6 +16,7 @@
 
 #include "app/session/controls.h"
 #include "app/session/picker_time.h"
+#include "app/session/print_out.h"
 #include "orbit/time_stamp.h"
 #include "overlay/image/picture_file.h"
 #include "overlay/picture_lookup.h"
@@ -257,7 +258,7 @@ void TTabSheetGroundPath::PrintImageClick() {
   if (result_) page.Caption = TitleOf(madeFor_);
   QPrinter& printer = session_.Window.Printer();
   // Where no printer is known, a page goes to a file.
-  const bool isForFile = printer.outputFormat() == QPrinter::PdfFormat && printer.outputFileName().isEmpty();
+  const bool isForFile = session::NeedsFileName(printer);
   if (isForFile) {
     const auto path =
         Boxes().SaveFile(QStringLiteral("Print to a PDF file"), ResultsFile(QStringLiteral(".pdf")),

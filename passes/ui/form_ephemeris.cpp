@@ -21,6 +21,7 @@
 #include "app/session/controls.h"
 #include "app/session/list_box.h"
 #include "app/session/picker_time.h"
+#include "app/session/print_out.h"
 #include "passes/ephemeris_file.h"
 #include "passes/ephemeris_report.h"
 #include "passes/ui/report_printer.h"
@@ -170,7 +171,7 @@ QString TFormEphemeris::SuggestedFile(const QString& extension) const {
 
 void TFormEphemeris::ButtonPrintClick() {
   QPrinter& printer = session_.Window.Printer();
-  if (NeedsFileName(printer)) {
+  if (session::NeedsFileName(printer)) {
     const auto path =
         Boxes().SaveFile(QStringLiteral("Print to a PDF file"), SuggestedFile(QStringLiteral(".pdf")),
                          {QStringLiteral("PDF files (*.pdf)")});
@@ -192,7 +193,7 @@ void TFormEphemeris::ButtonSaveClick() {
   const auto path =
       Boxes().SaveFile(QStringLiteral("Save as"), SuggestedFile(QStringLiteral(".txt")),
                        {QStringLiteral("Text files (*.txt)"), QStringLiteral("CSV files (*.csv)"),
-                        QStringLiteral("iCalendar files (*.ics)"), QStringLiteral("All files (*)")});
+                        QStringLiteral("iCalendar files (*.ics)"), QStringLiteral("All files (*.*)")});
   if (!path) return;
   if (passes::IsCalendarFile(*path) && reportedPasses_.empty()) {
     Boxes().Message(QStringLiteral("There are no passes in this report to put into a calendar."));

@@ -7,9 +7,6 @@ class QPrinter;
 
 namespace pelorin::ui {
 
-/// Nothing is set up to print on: what is printed goes into a file, which has no name yet.
-bool NeedsFileName(const QPrinter& printer);
-
 /// Prints the lines one below the other in a Courier of 10 points; a full page is followed by the next.
 /// Raises an error that tells the printer or the file when that takes nothing.
 void PrintLines(QPrinter& printer, const QString& title, const QStringList& lines);

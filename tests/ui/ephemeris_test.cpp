@@ -1,20 +1,26 @@
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <QApplication>
 #include <QComboBox>
 #include <QDateEdit>
 #include <QDialog>
+#include <QFileSystemModel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QSpinBox>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <csignal>
 
 #include "app/session/list_box.h"
 #include "app/session/qt_prompts.h"
+#include "files/atomic_file.h"
 #include "files/read_file.h"
 #include "files/text_file.h"
 #include "tests/support/program_fixture.h"
@@ -91,10 +97,17 @@ TEST(Ephemeris, ReportIsPredictedSavedAndPrinted) {
     window.Click("ButtonSave");
     EXPECT_EQ(boxes.Take(), QStringList(u"Error: Error tring to save pass list to "_s + *boxes.ChosenFile));
 
-    // Touching the days takes the picker's date.
+    // Touching the days takes the picker's date. A month counts as four weeks.
     window.Find<QTabWidget>("PageControl")->setCurrentIndex(0);
-    window.Click("ButtonMonths1");
-    EXPECT_EQ(window.Find<QSpinBox>("SpinEditNumDays")->value(), 28);
+    const struct {
+      const char* Button;
+      int Days;
+    } durations[] = {{"ButtonWeeks1", 7},   {"ButtonWeeks2", 14},  {"ButtonWeeks3", 21},
+                     {"ButtonMonths3", 84}, {"ButtonMonths2", 56}, {"ButtonMonths1", 28}};
+    for (const auto& duration : durations) {
+      window.Click(duration.Button);
+      EXPECT_EQ(window.Find<QSpinBox>("SpinEditNumDays")->value(), duration.Days) << duration.Button;
+    }
     EXPECT_EQ(window.Days().size(), 1) << "only on demand";
     window.Click("ButtonPredict");
     EXPECT_EQ(window.Days().size(), 28);
@@ -110,8 +123,21 @@ TEST(Ephemeris, ReportIsPredictedSavedAndPrinted) {
     }
     boxes.ChosenFile = window.Program.Path(u"missing/report.pdf"_s);
     window.Click("ButtonPrint");
-    EXPECT_EQ(boxes.Take(), QStringList(u"Error: Cannot print to "_s + *boxes.ChosenFile +
-                                        u": No such file or directory"_s));
+    EXPECT_EQ(boxes.Take(),
+              QStringList(u"Error: Cannot write "_s + *boxes.ChosenFile + u": No such file or directory"_s));
+    // A disk that has room for the beginning only.
+    boxes.ChosenFile = window.Program.Path(u"first.pdf"_s);
+    const QByteArray earlierReport = files::ReadFile(*boxes.ChosenFile);
+    rlimit earlier{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &earlier), 0);
+    const auto earlierHandler = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit full{static_cast<rlim_t>(earlierReport.size() / 2), earlier.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &full);
+    window.Click("ButtonPrint");
+    setrlimit(RLIMIT_FSIZE, &earlier);
+    std::signal(SIGXFSZ, earlierHandler);
+    EXPECT_TRUE(boxes.Take().value(0).startsWith(u"Error: Cannot write "_s + *boxes.ChosenFile));
+    EXPECT_EQ(files::ReadFile(*boxes.ChosenFile), earlierReport);
     EXPECT_EQ(window.Days().size(), 28);
   });
   window.Program.Close();
@@ -157,9 +183,37 @@ TEST(Ephemeris, PredictionIsRefusedOrStoppedWithWhatThereIs) {
   window.Program.Close();
 }
 
+TEST(QtPrompts, LongTextsFitOnTheScreen) {
+  session::QtPrompts boxes(u"Pelorin"_s, {});
+  const struct {
+    const char* Label;
+    QString Text;
+    bool IsCut;
+  } rows[] = {{"many lines", u"<p>refused</p>\n"_s.repeated(500), true},
+              {"one long line", u"refused "_s.repeated(2500), true},
+              {"one long word", QString(20000, u'x'), true},
+              {"some lines", u"refused\n"_s.repeated(12), false}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.Label);
+    QTimer::singleShot(0, qApp, [&row] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      ASSERT_NE(box, nullptr);
+      EXPECT_TRUE(box->screen()->availableSize().expandedTo(box->frameGeometry().size()) ==
+                  box->screen()->availableSize())
+          << box->width() << " x " << box->height();
+      EXPECT_EQ(box->detailedText(), row.IsCut ? row.Text : QString());
+      EXPECT_TRUE(row.Text.startsWith(box->text().first(70)));
+      box->accept();
+    });
+    boxes.Error(row.Text);
+  }
+}
+
 TEST(Ephemeris, NameOfTheFileFollowsItsKind) {
   const QTemporaryDir folder;
   session::QtPrompts boxes(u"Pelorin"_s, {});
+  const QString noDot = folder.filePath(u"passes"_s);
+  files::ReplaceFile(noDot, "passes");
   const struct {
     const char* Typed;
     int Kind;  ///< of those below
@@ -170,19 +224,23 @@ TEST(Ephemeris, NameOfTheFileFollowsItsKind) {
               {"bare", 1, "bare.ics"},
               {nullptr, 2, "passes.txt"}};
   for (const auto& row : rows) {
-    QTimer::singleShot(0, qApp, [&row] {
+    QTimer::singleShot(0, qApp, [&row, &noDot] {
       auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
       ASSERT_NE(dialog, nullptr);
       if (row.Typed) dialog->findChild<QLineEdit*>()->setText(QString::fromLatin1(row.Typed));
       auto* kinds = dialog->findChild<QComboBox*>(u"fileTypeCombo"_s);
       kinds->setCurrentIndex(row.Kind);
-      Q_EMIT kinds->textActivated(kinds->currentText());
       Q_EMIT kinds->activated(row.Kind);
+      Q_EMIT kinds->textActivated(kinds->currentText());
+      if (row.Kind == 2) {
+        EXPECT_TRUE(
+            QTest::qWaitFor([&] { return dialog->findChild<QFileSystemModel*>()->index(noDot).isValid(); }));
+      }
       dialog->accept();
     });
     const auto chosen =
         boxes.SaveFile(u"Save as"_s, folder.filePath(u"passes.txt"_s),
-                       {u"Text files (*.txt)"_s, u"iCalendar files (*.ics)"_s, u"All files (*)"_s});
+                       {u"Text files (*.txt)"_s, u"iCalendar files (*.ics)"_s, u"All files (*.*)"_s});
     EXPECT_EQ(chosen.value_or(QString()), folder.filePath(QString::fromLatin1(row.Chosen)));
   }
 }
