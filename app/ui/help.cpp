@@ -27,6 +27,18 @@ constexpr TopicOfForm kTopicsOfForms[] = {
     {"FormSetFlightTime", 51},  {"AboutBoxQuillfen", kHelpIntroduction},
 };
 
+/// The topic of the dialog, or of the window that it lies over; in the main window, of the page in front.
+int TopicOfDialog(const QDialog& dialog) {
+  for (const QWidget* window = &dialog; window != nullptr; window = window->parentWidget()) {
+    if (const int context = HelpTopicOf(window->objectName()); context != 0) return context;
+    for (const TopicOfForm& form : kTopicsOfForms) {
+      const auto* page = window->findChild<const QWidget*>(QLatin1StringView(form.ObjectName));
+      if (page != nullptr && page->isVisible()) return form.Context;
+    }
+  }
+  return 0;
+}
+
 }  // namespace
 
 int HelpTopicOf(const QString& objectName) {
@@ -85,14 +97,15 @@ void Help::Show(int context) {
 
 bool Help::eventFilter(QObject*, QEvent* event) {
   if (event->type() != QEvent::KeyPress || static_cast<QKeyEvent*>(event)->key() != Qt::Key_F1) return false;
-  const QWidget* window = QApplication::activeWindow();
-  if (window == nullptr) return false;
-  if (const auto* box = qobject_cast<const QMessageBox*>(window)) {
-    QAbstractButton* button = box->button(QMessageBox::Help);
-    if (button != nullptr) button->click();
-    return button != nullptr;
+  const auto* dialog = qobject_cast<const QDialog*>(QApplication::activeWindow());
+  if (dialog == nullptr) return false;
+  const auto* box = qobject_cast<const QMessageBox*>(dialog);
+  if (QAbstractButton* button = box != nullptr ? box->button(QMessageBox::Help) : nullptr;
+      button != nullptr) {
+    button->click();
+    return true;
   }
-  const int context = HelpTopicOf(window->objectName());
+  const int context = box != nullptr ? kHelpMessages : TopicOfDialog(*dialog);
   if (context != 0) Show(context);
   return context != 0;
 }

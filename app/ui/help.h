@@ -13,6 +13,8 @@ class THelpWindow;
 /// Help topics that the menu opens.
 inline constexpr int kHelpIntroduction = 10;
 inline constexpr int kHelpFaqs = 200;
+/// The topic of boxes that have none of their own.
+inline constexpr int kHelpMessages = 290;
 
 /// The help topic of a page or dialog by its object's name; 0 when it has none.
 int HelpTopicOf(const QString& objectName);
@@ -28,7 +30,8 @@ QString NoHelpText(const QString& helpFile);
 QString BadHelpText(const QString& helpFile, const QString& reason);
 
 /// The help as the whole program has it: one window, made when it is first asked for. Installed as the
-/// application's event filter it opens the topic of a dialog in which F1 is pressed.
+/// application's event filter it opens the topic of a dialog in which F1 is pressed: its own, that of the
+/// window below for a file or print dialog, and all messages for a box without a topic.
 class Help : public QObject {
  public:
   /// `say` tells the user why there is no help.

@@ -238,6 +238,15 @@ void THelpWindow::PageChanged(const QUrl& url) {
   if (const QModelIndex place = contents->indexOf(url); place.isValid()) contents->setCurrentIndex(place);
 }
 
+bool THelpWindow::event(QEvent* event) {
+  // A dialog opened later than this window, which may now lie beside it. Blocking comes before the dialog has
+  // its place.
+  if (event->type() == QEvent::WindowBlocked || event->type() == QEvent::Move) {
+    QMetaObject::invokeMethod(this, &THelpWindow::BelongToModalWindowBeside, Qt::QueuedConnection);
+  }
+  return QMainWindow::event(event);
+}
+
 void THelpWindow::changeEvent(QEvent* event) {
   QMainWindow::changeEvent(event);
   // The page takes its colours from the palette when it is read.
@@ -264,6 +273,13 @@ void THelpWindow::BelongToModalWindow() {
     connect(dialog, &QDialog::finished, this, &THelpWindow::BelongToModalWindow,
             static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::UniqueConnection));
   }
+}
+
+void THelpWindow::BelongToModalWindowBeside() {
+  const QWidget* modal = QApplication::activeModalWidget();
+  if (modal == nullptr || windowHandle() == nullptr) return;
+  // A window lies over the one that it belongs to: here it would hide the question.
+  if (!modal->frameGeometry().intersects(frameGeometry())) BelongToModalWindow();
 }
 
 // ----------------------------------------------------------------------------- finding and searching

@@ -30,6 +30,7 @@ class THelpWindow : public QMainWindow {
   void ShowTopic(int context);
 
  protected:
+  bool event(QEvent* event) override;
   void changeEvent(QEvent* event) override;
 
  private:
@@ -43,6 +44,7 @@ class THelpWindow : public QMainWindow {
   void PageChanged(const QUrl& url);
   void ComeToFront();
   void BelongToModalWindow();
+  void BelongToModalWindowBeside();
   void StartFinding();
   void EndFinding();
   void FindInPage(bool backward);

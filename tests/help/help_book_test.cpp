@@ -46,16 +46,43 @@ QStringList InProject(const QString& element, const QString& attribute) {
   return values;
 }
 
-TEST(HelpBook, EveryNumberThatTheProgramNamesHasATopic) {
+TEST(HelpBook, EveryNumberThatTheProgramNamesIsItsPage) {
   const InstalledHelp installed;
   QString problem;
   const auto book = ui::HelpBook::Open(installed.File(), problem);
   ASSERT_NE(book, nullptr) << problem.toStdString();
-  for (const int context :
-       ui::HelpTopics() + QList<int>{ui::kHelpIntroduction, ui::kHelpFaqs, app::kStaleElementsHelp,
-                                     passes::kNoSatellitesHelp, overlay::kMasterMemoryHelp}) {
-    EXPECT_TRUE(book->Data(book->Topic(context)).contains("</html>")) << context;
+  // The book names its topics by the numbers alone.
+  const struct {
+    QString Form;  ///< empty: the number is used by a menu or a box
+    int InProgram, Number;
+    QString File;
+  } rows[] = {
+      {u"TabSheetSetup"_s, 0, 20, u"setup.html"_s},
+      {u"TabSheetMap"_s, 0, 30, u"map.html"_s},
+      {u"TabSheetGroundPath"_s, 0, 40, u"groundpath.html"_s},
+      {u"TabSheetFlight"_s, 0, 50, u"flight.html"_s},
+      {u"FormSetFlightTime"_s, 0, 51, u"flighttime.html"_s},
+      {u"FormEphemeris"_s, 0, 60, u"ephemeris.html"_s},
+      {u"FormUpdateKeplers"_s, 0, 70, u"update.html"_s},
+      {u"FormSatKepsSummary"_s, 0, 80, u"summary.html"_s},
+      {u"FormOverlayTextOptions"_s, 0, 90, u"overlaytext.html"_s},
+      {u"AboutBoxQuillfen"_s, 0, 10, u"intro.html"_s},
+      {QString(), ui::kHelpIntroduction, 10, u"intro.html"_s},
+      {QString(), overlay::kMasterMemoryHelp, 115, u"memory.html"_s},
+      {QString(), ui::kHelpFaqs, 200, u"faq.html"_s},
+      {QString(), passes::kNoSatellitesHelp, 270, u"nodata.html"_s},
+      {QString(), app::kStaleElementsHelp, 280, u"stale.html"_s},
+      {QString(), ui::kHelpMessages, 290, u"messages.html"_s},
+  };
+  qsizetype forms = 0;
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.File.toStdString());
+    EXPECT_EQ(row.Form.isEmpty() ? row.InProgram : ui::HelpTopicOf(row.Form), row.Number);
+    EXPECT_EQ(book->Topic(row.Number).fileName(), row.File);
+    EXPECT_TRUE(book->Data(book->Topic(row.Number)).contains("</html>"));
+    if (!row.Form.isEmpty()) ++forms;
   }
+  EXPECT_EQ(forms, ui::HelpTopics().size());
   EXPECT_EQ(book->Pages().size(), static_cast<std::size_t>(SourcePages().size()));
 }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QFileDialog>
 #include <QHelpContentWidget>
 #include <QMessageBox>
 #include <QPushButton>
@@ -71,14 +72,55 @@ TEST_F(HelpWindowTest, CanBeReadWhileABoxWaits) {
   EXPECT_TRUE(Window->isVisible());
 }
 
-TEST_F(HelpWindowTest, F1InADialogOpensItsTopic) {
+TEST_F(HelpWindowTest, CanBeReadBesideADialogOpenedLater) {
+  Open(ui::kHelpFaqs);
+  Window->setGeometry(0, 0, 500, 400);
   QDialog dialog;
-  dialog.setObjectName(u"FormSetFlightTime"_s);
+  dialog.setModal(true);
+  dialog.setGeometry(100, 100, 80, 80);
   dialog.show();
   ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
-  QTest::keyClick(&dialog, Qt::Key_F1);
-  Open(0);
-  EXPECT_EQ(Page(), u"flighttime.html"_s);
+  ClickContents(0);
+  EXPECT_EQ(Page(), u"faq.html"_s) << "the help would lie over the dialog";
+  Window->move(250, 0);
+  QApplication::processEvents();
+  ClickContents(0);
+  EXPECT_EQ(Page(), u"intro.html"_s);
+  dialog.close();
+  dialog.setGeometry(20, 20, 80, 80);
+  dialog.show();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+  ClickContents(1);
+  EXPECT_EQ(Page(), u"evening.html"_s);
+}
+
+TEST_F(HelpWindowTest, F1InADialogOpensItsTopicOrTheOneBelow) {
+  QWidget form;
+  auto* hidden = new QWidget(&form);
+  hidden->setObjectName(u"TabSheetSetup"_s);
+  auto* page = new QWidget(&form);
+  page->setObjectName(u"TabSheetMap"_s);
+  form.show();
+  hidden->hide();
+  QDialog dialog(&form), below(&dialog);
+  dialog.setObjectName(u"FormSetFlightTime"_s);
+  QFileDialog besidePage(&form);
+  QMessageBox box(&form);
+  const struct {
+    QDialog* Dialog;
+    QString File;
+  } rows[] = {{&dialog, u"flighttime.html"_s},
+              {&below, u"flighttime.html"_s},
+              {&besidePage, u"map.html"_s},
+              {&box, u"messages.html"_s}};
+  for (const auto& row : rows) {
+    row.Dialog->show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(row.Dialog));
+    QTest::keyClick(row.Dialog, Qt::Key_F1);
+    Open(0);
+    EXPECT_EQ(Page(), row.File);
+    row.Dialog->close();
+  }
 }
 
 }  // namespace
