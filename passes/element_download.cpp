@@ -34,6 +34,14 @@ QNetworkRequest ElementRequest(const QUrl& url, int silenceLimitMs) {
   return request;
 }
 
+bool IsRedirect(int status) { return status >= 300 && status < 400; }
+
+/// The library's reason, with the place where it arose if that is not the one that was asked for.
+QString ProblemOf(const QNetworkReply& reply, const QUrl& asked) {
+  if (reply.url() == asked) return reply.errorString();
+  return QStringLiteral("moved to %1: %2").arg(reply.url().toString(), reply.errorString());
+}
+
 }  // namespace
 
 ElementDownload::ElementDownload(int silenceLimitMs)
@@ -61,6 +69,7 @@ ElementAnswer ElementDownload::Get(const QString& address) {
   const std::unique_ptr<QNetworkReply> reply(manager_->get(ElementRequest(url, silenceLimitMs_)));
   waitingFor_ = reply.get();
   QObject::connect(reply.get(), &QNetworkReply::finished, &loop, &QEventLoop::quit);
+  QObject::connect(reply.get(), &QNetworkReply::requestSent, reply.get(), [&] { answer.Sent = true; });
   QObject::connect(reply.get(), &QNetworkReply::readyRead, reply.get(), [&] {
     if (isLong || reply->bytesAvailable() <= kMostBytes) return;
     isLong = true;
@@ -74,20 +83,23 @@ ElementAnswer ElementDownload::Get(const QString& address) {
   });
   whole.start(silenceLimitMs_ * kSilencesInAll);
   if (!reply->isFinished()) loop.exec();
+  // The end of the program ends every wait.
+  if (!reply->isFinished()) Cancel();
   waitingFor_ = nullptr;
 
   answer.Status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
   answer.StatusText = reply->attribute(QNetworkRequest::HttpReasonPhraseAttribute).toString();
   if (reply->isOpen()) answer.Body = reply->readAll();
   answer.Cancelled = cancelled_;
-  const bool isRefusal = answer.Status != 0 && answer.Status != 200;
+  // Where a redirect leads nowhere, its status is the last one that came.
+  const bool isRefusal = answer.Status != 0 && answer.Status != 200 && !IsRedirect(answer.Status);
   if (reply->error() == QNetworkReply::NoError || isRefusal) return answer;
   if (isLong) {
     answer.Problem = QStringLiteral("more data than any element file has");
   } else if (isLate || reply->error() == QNetworkReply::OperationCanceledError) {
     answer.Problem = QStringLiteral("the server took too long to answer");
   } else {
-    answer.Problem = reply->errorString();
+    answer.Problem = ProblemOf(*reply, url);
   }
   return answer;
 }

@@ -53,12 +53,28 @@ bool ElementRequests::AskedRecently(const QString& address, orbit::TDateTime now
                      [&address](const QString& line) { return IsFor(line, address); });
 }
 
-void ElementRequests::Remember(const QString& address, orbit::TDateTime now) const {
+QString ElementRequests::Remember(const QString& address, orbit::TDateTime now) const {
+  return Exchange(address,
+                  QString::fromStdString(FormatDateTime("yyyy-mm-ddThh:nn:ssZ", now)) + u' ' + address, now);
+}
+
+void ElementRequests::TakeBack(const QString& address, const QString& earlierLine,
+                               orbit::TDateTime now) const {
+  Exchange(address, earlierLine, now);
+}
+
+QString ElementRequests::Exchange(const QString& address, const QString& line, orbit::TDateTime now) const {
   QStringList lines = RecentRequests(file_, now);
-  lines.removeIf([&address](const QString& line) { return IsFor(line, address); });
-  lines.append(QString::fromStdString(FormatDateTime("yyyy-mm-ddThh:nn:ssZ", now)) + u' ' + address);
+  QString earlierLine;
+  lines.removeIf([&](const QString& candidate) {
+    if (!IsFor(candidate, address)) return false;
+    earlierLine = candidate;
+    return true;
+  });
+  if (!line.isEmpty()) lines.append(line);
   QDir().mkpath(QFileInfo(file_).path());
   files::WriteLines(file_, lines);
+  return earlierLine;
 }
 
 }  // namespace pelorin::passes

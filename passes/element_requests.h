@@ -19,10 +19,17 @@ class ElementRequests {
 
   bool AskedRecently(const QString& address, orbit::TDateTime now) const;
 
-  /// Forgets at the same time what is no longer recent. Raises files::FileError.
-  void Remember(const QString& address, orbit::TDateTime now) const;
+  /// Forgets at the same time what is no longer recent. Returns the line that stood for the address, if one
+  /// did. Raises files::FileError.
+  QString Remember(const QString& address, orbit::TDateTime now) const;
+
+  /// For a request that did not go out after all: the line from before, as Remember returned it, is put back.
+  /// Raises files::FileError.
+  void TakeBack(const QString& address, const QString& earlierLine, orbit::TDateTime now) const;
 
  private:
+  QString Exchange(const QString& address, const QString& line, orbit::TDateTime now) const;
+
   QString file_;
 };
 

@@ -1,5 +1,7 @@
 #include "passes/element_update.h"
 
+#include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QHash>
 #include <algorithm>
@@ -39,6 +41,22 @@ bool IsAcceptable(const ElementAnswer& answer, const QList<QByteArray>& lines, q
 void ReplaceElements(const QString& localPath, const QList<QByteArray>& lines, const QString& archiveFolder) {
   ArchiveElementFile(localPath, archiveFolder);
   files::ReplaceFile(localPath, lines.join("\r\n") + "\r\n");
+}
+
+/// Raises files::FileError unless a file with this content can be made in the folder.
+void NeedToWrite(const QDir& folder, const QByteArray& content) {
+  const QString probe = folder.filePath(QStringLiteral("element-update.tmp"));
+  files::ReplaceFile(probe, content);
+  QFile::remove(probe);
+}
+
+/// One request that the service sees, and that is on record before it sees it.
+ElementAnswer Ask(const ElementUpdate& update, const QString& address, const ElementRequests& requests,
+                  const UpdateSteps& steps) {
+  const QString earlier = requests.Remember(address, update.Now());
+  ElementAnswer answer = steps.Fetch(address);
+  if (!answer.Sent) requests.TakeBack(address, earlier, update.Now());
+  return answer;
 }
 
 /// The first line with something in it.
@@ -185,15 +203,17 @@ UpdateResult UpdateElementFiles(const ElementUpdate& update, const ElementReques
       result.EndedEarly = true;
       return result;
     }
-    const qint64 present = files::ReadFile(localPath).size();
+    const QByteArray present = files::ReadFile(localPath);
     auto answer = answers.constFind(address);
     if (answer == answers.constEnd()) {
       if (!update.Insist && requests.AskedRecently(address, update.Now())) {
         steps.AfterFile(file, FileOutcome::AskedRecently);
         continue;
       }
-      answer = answers.insert(address, steps.Fetch(address));
-      if (answer->Status != 0) requests.Remember(address, update.Now());
+      NeedToWrite(update.Folder, present);
+      QDir().mkpath(update.ArchiveFolder);
+      NeedToWrite(update.ArchiveFolder, present);
+      answer = answers.insert(address, Ask(update, address, requests, steps));
     }
     if (answer->Cancelled) {
       result.EndedEarly = true;
@@ -204,13 +224,13 @@ UpdateResult UpdateElementFiles(const ElementUpdate& update, const ElementReques
       continue;
     }
     const QList<QByteArray> lines = SplitLines(answer->Body);
-    result.Changed = IsAcceptable(*answer, lines, present);
+    result.Changed = IsAcceptable(*answer, lines, present.size());
     if (result.Changed) {
       ReplaceElements(localPath, lines, update.ArchiveFolder);
     } else {
-      steps.Tell(answer->Status == kStatusOk || answer->Status == 0
-                     ? RefusalText(localPath, address, *answer)
-                     : ServiceRefusalText(name, address, *answer));
+      const bool isAnswer = answer->Status != 0 && answer->Problem.isEmpty();
+      steps.Tell(isAnswer && answer->Status != kStatusOk ? ServiceRefusalText(name, address, *answer)
+                                                         : RefusalText(localPath, address, *answer));
     }
     steps.AfterFile(file, result.Changed ? FileOutcome::Updated : FileOutcome::Refused);
     if (answer->Status != kStatusOk) {

@@ -20,6 +20,7 @@ struct ElementAnswer {
   QByteArray Body;     ///< as far as it came
   QString Problem;     ///< why not all of it came; empty for a whole answer
   bool Cancelled = false;
+  bool Sent = false;  ///< a server got the request, whether it answered or not
 };
 
 /// Files in the list of the loaded sets that two-line sets can replace: their names, each once, in ascending
@@ -92,8 +93,9 @@ struct UpdateResult {
 /// archive before. Every other file stays as it is. An address that two files share is asked for once.
 ///
 /// The first answer with another status than 200 ends the run, and so does none at all: services lock out
-/// those who go on asking. Raises files::FileError or orbit::ReadError for a file that cannot be read or
-/// written, which ends the run too; files already replaced stay so.
+/// those who go on asking. For the same reason nothing is asked for that could not be kept or remembered.
+/// Raises files::FileError or orbit::ReadError for a file that cannot be read or written, which ends the run
+/// too; files already replaced stay so.
 UpdateResult UpdateElementFiles(const ElementUpdate& update, const ElementRequests& requests,
                                 const UpdateSteps& steps);
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -139,7 +140,19 @@ TEST_F(ElementUpdateTest, AnswersLeaveAPlausibleNewFileOrTheOldOne) {
       {"moved in a circle",
        ElementServer::Reply("302 Found", {}, "Location: weather.txt\r\n"),
        Refused,
-       u" answered 302 Found: (no text)"_s,
+       u"\r(Too many redirects)"_s,
+       false,
+       {}},
+      {"moved to a port that is closed",
+       ElementServer::Reply("301 Moved Permanently", {}, "Location: http://127.0.0.1:1/e.txt\r\n"),
+       Refused,
+       u"\r(moved to http://127.0.0.1:1/e.txt: Connection refused)"_s,
+       false,
+       {}},
+      {"moved without a place",
+       ElementServer::Reply("304 Not Modified", {}),
+       Refused,
+       u" answered 304 Not Modified: (no text)"_s,
        false,
        {}},
       {"nothing new", ElementServer::Reply("403 Forbidden", notNew), AlreadyCurrent, {}, true, {}},
@@ -222,7 +235,25 @@ TEST_F(ElementUpdateTest, NothingIsAskedForTwiceWithinTwoHours) {
     EXPECT_EQ(server.Asked.size(), row.Asked ? 1 : 0);
     EXPECT_EQ(outcomes, QList<FileOutcome>(2, row.Asked ? FileOutcome::Updated : FileOutcome::AskedRecently));
   }
-  // Where nobody answered, another try is free.
+  // Who hung up before an answer came was asked all the same.
+  server.Answers[u"weather.txt"_s] = {{}, Then::Wait};
+  now = orbit::MakeDateTime(2022, 3, 1, 12, 0);
+  givesUpSoon = true;
+  Run();
+  EXPECT_EQ(outcomes, QList<FileOutcome>{FileOutcome::Refused});
+  Run();
+  EXPECT_EQ(outcomes, QList<FileOutcome>(2, FileOutcome::AskedRecently));
+  // An attempt without a connection changes nothing about that,
+  update.Insist = true;
+  const ElementRequests requests(folder.filePath(u"user/requests.txt"_s));
+  const QString address = RemoteAddress(server.Base(), u"weather.txt"_s);
+  UpdateElementFiles(update, requests,
+                     {[](const QString&) { return ElementAnswer{}; }, [](int) { return true; },
+                      [](int, FileOutcome) {}, [](const QString&) {}});
+  EXPECT_TRUE(requests.AskedRecently(address, orbit::MakeDateTime(2022, 3, 1, 13, 59)));
+  EXPECT_FALSE(requests.AskedRecently(address, orbit::MakeDateTime(2022, 3, 1, 14, 0)));
+  update.Insist = false;
+  // and where nobody answered, another try is free.
   update.BaseAddress = u"http://127.0.0.1:1/NORAD/elements/"_s;
   for (int attempt = 0; attempt < 2; ++attempt) {
     EXPECT_FALSE(Run().Changed);
@@ -257,8 +288,57 @@ TEST_F(ElementUpdateTest, CancelAndMissingFileEndTheRun) {
   // What cannot be kept in the archive is not replaced.
   Restore();
   QDir(update.ArchiveFolder).removeRecursively();
-  files::ReplaceFile(update.ArchiveFolder, "a file in the archive's place");
+  QDir(update.ArchiveFolder).mkpath(u"2022-02.2li"_s);
   EXPECT_THROW(Run(), std::runtime_error);
+  EXPECT_EQ(File(0), Sets(0, 10));
+}
+
+TEST_F(ElementUpdateTest, NothingIsAskedForThatCouldNotBeKept) {
+  const struct {
+    const char* Label;
+    std::function<void()> Spoil;
+    QString Said;  ///< begins like this
+  } rows[] = {
+      {"record of requests", [this] { QDir(folder.path()).mkpath(u"user/requests.txt"_s); },
+       u"Cannot write "_s + folder.filePath(u"user/requests.txt"_s)},
+      {"archive", [this] { files::ReplaceFile(update.ArchiveFolder, "a file in the archive's place"); },
+       u"Cannot write "_s + update.ArchiveFolder + u"/"_s},
+      // Nobody makes files there, not even the system's administrator.
+      {"element folder",
+       [this] {
+         update.Folder = u"/proc/self/"_s;
+         update.Files = QStringList(u"status"_s);
+       },
+       u"Cannot write /proc/self/"_s},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.Label);
+    QDir(folder.filePath(u"user"_s)).removeRecursively();
+    QDir(folder.path()).mkdir(u"user"_s);
+    row.Spoil();
+    try {
+      Run();
+      ADD_FAILURE();
+    } catch (const files::FileError& error) {
+      EXPECT_TRUE(error.Text().startsWith(row.Said)) << error.what();
+    }
+    EXPECT_EQ(server.Asked, QStringList());
+    EXPECT_EQ(outcomes, QList<FileOutcome>());
+  }
+}
+
+TEST_F(ElementUpdateTest, TheEndOfTheProgramCancels) {
+  server.Answers[u"weather.txt"_s] = {"HTTP/1.1 200 OK\r\n\r\n" + Sets(12, 10), Then::Wait};
+  QTimer watch;
+  QObject::connect(&watch, &QTimer::timeout, [this] {
+    if (!server.Asked.isEmpty()) QCoreApplication::exit();
+  });
+  watch.start(10);
+  UpdateResult result;
+  QTimer::singleShot(0, [&] { result = Run(); });
+  QCoreApplication::exec();
+  EXPECT_TRUE(result.EndedEarly);
+  EXPECT_EQ(said, QStringList());
   EXPECT_EQ(File(0), Sets(0, 10));
 }
 
