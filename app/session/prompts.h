@@ -10,6 +10,8 @@ namespace pelorin::session {
 inline constexpr int kHelpContents = -3;
 inline constexpr int kHelpIndex = -2;
 
+enum class Answer { Yes, No };
+
 /// Everything that the program asks or tells its user in a box of its own. One interface, so that what is
 /// said can be recorded where nobody sits before the screen. Texts may hold line ends of any kind.
 ///
@@ -29,8 +31,9 @@ class Prompts {
   virtual bool RetryOrIgnore(const QString& text, int helpContext) = 0;
   /// A warning with OK, Cancel and Help; true for OK. Closing the box means Cancel.
   virtual bool OkOrCancel(const QString& text, int helpContext) = 0;
-  /// A question with Yes and No, and Help if there is a topic; closing the box means No.
-  virtual bool Confirm(const QString& text, int helpContext = 0) = 0;
+  /// A question with Yes and No, and Help if there is a topic; closing the box means No, the Enter key means
+  /// `preselected`.
+  virtual bool Confirm(const QString& text, int helpContext = 0, Answer preselected = Answer::Yes) = 0;
 
   /// A folder that exists, as the chooser returns it; nothing when the user cancels.
   virtual std::optional<QString> ChooseFolder(const QString& title, const QString& startFolder) = 0;

@@ -109,9 +109,9 @@ bool QtPrompts::OkOrCancel(const QString& text, int helpContext) {
   return Ask(box, helpContext) == QMessageBox::Ok;
 }
 
-bool QtPrompts::Confirm(const QString& text, int helpContext) {
+bool QtPrompts::Confirm(const QString& text, int helpContext, Answer preselected) {
   QMessageBox box(QMessageBox::Question, QString(), Lines(text), QMessageBox::Yes | QMessageBox::No, Front());
-  box.setDefaultButton(QMessageBox::Yes);
+  box.setDefaultButton(preselected == Answer::Yes ? QMessageBox::Yes : QMessageBox::No);
   box.setEscapeButton(QMessageBox::No);
   return Ask(box, helpContext) == QMessageBox::Yes;
 }

@@ -19,7 +19,7 @@ class QtPrompts : public Prompts {
   void Warning(const QString& text, int helpContext) override;
   bool RetryOrIgnore(const QString& text, int helpContext) override;
   bool OkOrCancel(const QString& text, int helpContext) override;
-  bool Confirm(const QString& text, int helpContext) override;
+  bool Confirm(const QString& text, int helpContext, Answer preselected) override;
   std::optional<QString> ChooseFolder(const QString& title, const QString& startFolder) override;
   std::optional<QString> OpenFile(const QString& title, const QString& startFolder,
                                   const QStringList& filters, int filter) override;

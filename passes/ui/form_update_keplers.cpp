@@ -49,7 +49,7 @@ TFormUpdateKeplers::TFormUpdateKeplers(session::Session& session, const QString&
       editBaseUrl_(Named(new QLineEdit(this), "EditBaseUrl")),
       labelProgress_(Named(new QLabel(this), "LabelProgress")),
       progressBar_(Named(new QProgressBar(this), "ProgressBar")),
-      buttonUpdate_(Named(new QPushButton(QStringLiteral("&Update"), this), "ButtonUpdate")),
+      buttonUpdate_(Named(new QPushButton(QStringLiteral("Update"), this), "ButtonUpdate")),
       buttonCancel_(Named(new QPushButton(QStringLiteral("Cancel"), this), "ButtonCancel")) {
   Named(this, "FormUpdateKeplers");
   setWindowTitle(QStringLiteral("Pelorin - Update Keplers from the Internet"));
@@ -162,7 +162,7 @@ bool TFormUpdateKeplers::AskWhetherToInsist(const passes::ElementRequests& reque
       recent.append(name);
     }
   }
-  return !recent.isEmpty() && Boxes().Confirm(InsistText(recent));
+  return !recent.isEmpty() && Boxes().Confirm(InsistText(recent), 0, session::Answer::No);
 }
 
 passes::UpdateResult TFormUpdateKeplers::Run(const passes::ElementRequests& requests, bool insist) {

@@ -33,8 +33,9 @@ class RecordingPrompts : public session::Prompts {
     Said.append(QStringLiteral("OK? %1: %2").arg(helpContext).arg(text));
     return AnswerConfirm;
   }
-  bool Confirm(const QString& text, int) override {
-    Said.append(QStringLiteral("Yes? ") + text);
+  bool Confirm(const QString& text, int, session::Answer preselected) override {
+    Said.append((preselected == session::Answer::Yes ? QStringLiteral("Yes? ") : QStringLiteral("No? ")) +
+                text);
     return AnswerConfirm;
   }
   std::optional<QString> ChooseFolder(const QString& title, const QString&) override {

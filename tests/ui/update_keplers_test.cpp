@@ -11,6 +11,7 @@
 #include <QTreeWidget>
 
 #include "app/element_address.h"
+#include "app/session/qt_prompts.h"
 #include "files/atomic_file.h"
 #include "files/read_file.h"
 #include "tests/support/element_server.h"
@@ -113,7 +114,9 @@ TEST_F(UpdateKeplers, FreshFilesWaitForTheNextStart) {
   // Once more, and nothing is asked for behind the user's back.
   Update(false);
   ASSERT_EQ(program.Boxes.Said.size(), 1);
-  EXPECT_TRUE(program.Boxes.Take().first().contains(u"\r   More.TLE\r   weather.2li\r"_s));
+  const QString question = program.Boxes.Take().first();
+  EXPECT_TRUE(question.startsWith(u"No? Less than two hours ago"_s)) << question.toStdString();
+  EXPECT_TRUE(question.contains(u"\r   More.TLE\r   weather.2li\r"_s));
   EXPECT_EQ(server.Asked, QStringList({u"more.txt"_s, u"weather.txt"_s}));
   EXPECT_EQ(Progress(), u"2 not asked for again."_s);
   program.Boxes.AnswerConfirm = true;
@@ -156,6 +159,17 @@ TEST_F(UpdateKeplers, RefusalEndsTheRunAndCancelLeavesTheFile) {
   EXPECT_EQ(Elements(), old);
   EXPECT_EQ(program.Boxes.Take().size(), 1) << "the question only";
   program.Close();
+}
+
+TEST(Questions, EnterGivesThePreselectedAnswer) {
+  session::QtPrompts boxes(u"Pelorin"_s, {});
+  for (const session::Answer answer : {session::Answer::Yes, session::Answer::No}) {
+    WhileOpen([](QDialog& box) {
+      QTest::keyClick(&box, Qt::Key_Return);
+      return true;
+    });
+    EXPECT_EQ(boxes.Confirm(u"Sure?"_s, 0, answer), answer == session::Answer::Yes);
+  }
 }
 
 TEST_F(UpdateKeplers, AddressComesFromTheNearestOfThree) {
