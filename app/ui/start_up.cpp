@@ -2,7 +2,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 
 #include "app/program_paths.h"
 #include "app/session/controls.h"
@@ -16,6 +15,10 @@ namespace {
 
 /// The element sets that come with the program, below its data folder.
 const QString kDemonstrationElements = QStringLiteral("elements/weather-2022-02-22.2li");
+
+/// Their copy is named as element services name the group of the weather satellites, so that an update
+/// replaces it.
+const QString kDemonstrationCopy = QStringLiteral("weather.2li");
 
 }  // namespace
 
@@ -48,7 +51,7 @@ void OfferDemonstrationElements(session::Session& session, const QString& progra
   if (!session.Boxes.Confirm(question.arg(QDir::toNativeSeparators(folder)))) return;
   session::Guarded(session.Boxes, [&] {
     QDir().mkpath(folder);
-    files::ReplaceFile(QDir(folder).filePath(QFileInfo(shipped).fileName()), files::ReadFile(shipped));
+    files::ReplaceFile(QDir(folder).filePath(kDemonstrationCopy), files::ReadFile(shipped));
     LoadSatelliteData(session, tellStatus);
   });
 }

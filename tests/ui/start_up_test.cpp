@@ -31,6 +31,7 @@ TEST(StartUp, SecondStartFindsWhatTheFirstOneLeft) {
   program.Start();
   EXPECT_EQ(program.Form->CurrentPage(), Page::Setup) << "a new user begins with the station";
   const QStringList said = program.Boxes.Take();
+  EXPECT_TRUE(QFile::exists(program.Path(u"bin/weather.2li"_s))) << "a name that an update finds";
   ASSERT_EQ(said.size(), 2);
   EXPECT_TRUE(said[0].startsWith(u"Yes? There are no element sets yet"_s)) << said[0].toStdString();
   EXPECT_EQ(said[1],
