@@ -51,6 +51,7 @@ TTabSheetGroundPath::TTabSheetGroundPath(session::Session& session, QWidget* par
   Handle(&session, &session::Session::PassDirectionChanged, this, &Page::PassDirectionChanged);
   Handle(&session, &session::Session::PassDurationChanged, this, &Page::PassDurationChanged);
 
+  Handle(ui_.ComboBoxSatForPic, &QComboBox::currentIndexChanged, this, &Page::ComboBoxSatForPicChange);
   Handle(ui_.DateTimePickerDate, &QDateTimeEdit::dateChanged, this, &Page::DateTimePickerTimeChange);
   Handle(ui_.DateTimePickerTime, &QDateTimeEdit::timeChanged, this, &Page::DateTimePickerTimeChange);
   Handle(ui_.SpinEditPassDuration, &QSpinBox::editingFinished, this, &Page::SpinEditPassDurationExit);
@@ -78,7 +79,10 @@ void TTabSheetGroundPath::SetPassTime(orbit::TDateTime moment) {
   session::TurnPicker(ui_.DateTimePickerTime, passTime_);
 }
 
-void TTabSheetGroundPath::ChooseSatellite(int index) { session::SelectQuietly(ui_.ComboBoxSatForPic, index); }
+void TTabSheetGroundPath::ChooseSatellite(int index) {
+  session::SelectQuietly(ui_.ComboBoxSatForPic, index);
+  ComboBoxSatForPicChange();
+}
 
 void TTabSheetGroundPath::ShowFor(orbit::TDateTime moment, int satellite) {
   SetPassTime(moment);
@@ -104,6 +108,7 @@ void TTabSheetGroundPath::TabSheetGroundPathHide() {
 
 void TTabSheetGroundPath::ActiveSatellitesChanged() {
   session::FillChooser(ui_.ComboBoxSatForPic, session_.Active(), session_.Active().empty() ? -1 : 0);
+  ComboBoxSatForPicChange();
 }
 
 void TTabSheetGroundPath::PassDirectionChanged() {
@@ -117,25 +122,34 @@ void TTabSheetGroundPath::PassDurationChanged() {
 // ----------------------------------------------------------------------------------- the picture
 
 QString TTabSheetGroundPath::CurrentKey() const {
-  return session_.PictureKey.isEmpty() ? Stamp(passTime_) : session_.PictureKey;
+  if (!session_.PictureKey.isEmpty()) return session_.PictureKey;
+  // A satellite chosen elsewhere takes the session's key away, not the picture.
+  const QString stamp = Stamp(passTime_);
+  return key_.startsWith(stamp) ? key_ : stamp;
+}
+
+QString TTabSheetGroundPath::LookUp(const QString& key) {
+  const auto restore =
+      qScopeGuard([this, before = session_.Window.Status()] { session_.Window.SetStatus(before); });
+  Q_EMIT session_.PictureSearchBegun();
+  return overlay::LookUpPicture(
+      key, ui_.Channels->checkedId(), app::FromCommaText(session_.Settings.ImagePathList.Value),
+      session_.TimeZone.StandardOffsetMinutes, session_.TimeZone.DaylightOffsetMinutes,
+      [this](const QString& baseName) {
+        session_.Window.SetStatus(QStringLiteral("Searching your specified folders for: ") + baseName +
+                                  QStringLiteral(".*"));
+        Q_EMIT session_.PictureSearched(baseName);
+      });
 }
 
 void TTabSheetGroundPath::LoadPicture(const QString& key) {
+  const bool isOpened = key == openedKey_ && QFileInfo(openedPath_).isFile();
+  ShowPictureOf(key, isOpened ? openedPath_ : LookUp(key));
+}
+
+void TTabSheetGroundPath::ShowPictureOf(const QString& key, const QString& path) {
+  key_ = key;
   hasPictureOfPass_ = false;
-  QString path = openedPath_;
-  if (key != openedKey_ || !QFileInfo(path).isFile()) {
-    const auto restore =
-        qScopeGuard([this, before = session_.Window.Status()] { session_.Window.SetStatus(before); });
-    Q_EMIT session_.PictureSearchBegun();
-    path = overlay::LookUpPicture(
-        key, ui_.Channels->checkedId(), app::FromCommaText(session_.Settings.ImagePathList.Value),
-        session_.TimeZone.StandardOffsetMinutes, session_.TimeZone.DaylightOffsetMinutes,
-        [this](const QString& baseName) {
-          session_.Window.SetStatus(QStringLiteral("Searching your specified folders for: ") + baseName +
-                                    QStringLiteral(".*"));
-          Q_EMIT session_.PictureSearched(baseName);
-        });
-  }
   const QString name = QFileInfo(path).fileName();
   BeginCorrection(name.isEmpty() ? key : name);
   const QString still = shownPath_.isEmpty()
@@ -155,14 +169,20 @@ void TTabSheetGroundPath::LoadPicture(const QString& key) {
 }
 
 void TTabSheetGroundPath::BeginCorrection(const QString& name) {
-  // Pictures of other channels are of the same recording.
   const auto end = std::find_if_not(name.begin(), name.end(), [](QChar c) { return c.isDigit(); });
   const QString recording = name.left(end - name.begin());
-  if (recording == correctedRecording_) return;
+  const QString satellite = ui_.ComboBoxSatForPic->currentText();
+  const std::optional<int> seconds = orbit::SecondsOfStamp(recording.toStdString());
+  // Pictures of other channels are of the same recording, also when their names leave the seconds out. What
+  // was found for one by eye alone belongs to no satellite's clock.
+  const bool isSame = correctedRecording_.startsWith(recording);
+  if (isSame && (satellite == correctedSatellite_ || !seconds)) return;
   correctedRecording_ = recording;
-  ui_.GroupBoxTimeCorrection->SetSeconds(correction_.Begin(ui_.ComboBoxSatForPic->currentText(),
-                                                           orbit::SecondsOfStamp(recording.toStdString())));
+  correctedSatellite_ = satellite;
+  ui_.GroupBoxTimeCorrection->SetSeconds(correction_.Begin(satellite, seconds));
 }
+
+void TTabSheetGroundPath::ComboBoxSatForPicChange() { BeginCorrection(correctedRecording_); }
 
 void TTabSheetGroundPath::DateTimePickerTimeChange() {
   const QTime time = ui_.DateTimePickerTime->time();
@@ -176,7 +196,14 @@ void TTabSheetGroundPath::ButtonReloadClick() {
   LoadPicture(session_.PictureKey);
 }
 
-void TTabSheetGroundPath::RadioGroupPrefPicChannelClick() { LoadPicture(CurrentKey()); }
+void TTabSheetGroundPath::RadioGroupPrefPicChannelClick() {
+  const QString key = CurrentKey();
+  const QString found = LookUp(key);
+  // An opened picture stays until the picture folders have one of its time.
+  if (found.isEmpty() && key == openedKey_) return;
+  openedKey_.clear();
+  ShowPictureOf(key, found);
+}
 
 void TTabSheetGroundPath::TimerLoadTimer() {
   if (session_.Run.Closing || IsBusy()) return;

@@ -49,6 +49,7 @@ class TTabSheetGroundPath : public session::TTabSheet {
   void PassDirectionChanged();
   void PassDurationChanged();
 
+  void ComboBoxSatForPicChange();
   void DateTimePickerTimeChange();
   void RadioGroupPrefPicChannelClick();
   void ButtonReloadClick();
@@ -65,7 +66,10 @@ class TTabSheetGroundPath : public session::TTabSheet {
   void ButtonSaveBlendClick();
 
   QString CurrentKey() const;
+  /// The path of a key's picture in the picture folders, or an empty text.
+  QString LookUp(const QString& key);
   void LoadPicture(const QString& key);
+  void ShowPictureOf(const QString& key, const QString& path);
   /// For a picture's file name, or the key of one that was not found.
   void BeginCorrection(const QString& name);
 
@@ -85,8 +89,9 @@ class TTabSheetGroundPath : public session::TTabSheet {
   TabSheetGroundPathLayout ui_;
   overlay::OverlaySources sources_;
   overlay::TimeCorrection correction_;
-  QString correctedRecording_;  ///< time stamp of the recording that the correction is for
+  QString correctedRecording_, correctedSatellite_;  ///< what the correction is for; the former as a stamp
   orbit::TDateTime passTime_;
+  QString key_;                     ///< of the picture that was looked for last
   QString openedPath_, openedKey_;  ///< what "Open..." opened, and the key that stands for it
   QString shownPath_;               ///< of the picture shown; empty for none
   bool hasPictureOfPass_ = false;   ///< the picture shown is the one that was looked for last

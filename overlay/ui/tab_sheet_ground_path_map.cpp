@@ -59,20 +59,25 @@ void TTabSheetGroundPath::ButtonGenTopoClick() {
   againRequested_ = false;
   if (IsBusy()) {
     stopRequested_ = true;
-  } else if (session_.Run.AutomaticRun) {
-    // Nobody may be there to read a box.
-    try {
-      MakeMap();
-    } catch (const std::exception& error) {
-      session_.Run.AutomaticFailure = QString::fromUtf8(error.what());
-    }
-    session_.Window.CloseWindow();
-  } else {
+    return;
+  }
+  const auto make = [this] {
     do {
       againRequested_ = false;
       MakeMap();
     } while (againRequested_ && !session_.Run.Closing);
+  };
+  if (!session_.Run.AutomaticRun) {
+    make();
+    return;
   }
+  // Nobody may be there to read a box.
+  try {
+    make();
+  } catch (const std::exception& error) {
+    session_.Run.AutomaticFailure = QString::fromUtf8(error.what());
+  }
+  session_.Window.CloseWindow();
 }
 
 void TTabSheetGroundPath::MakeMap() {

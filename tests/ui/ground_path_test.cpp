@@ -192,7 +192,6 @@ TEST_F(GroundPathTest, PickersCarryAndOpenedPicturesTellTheirTime) {
   EXPECT_EQ(program.Find<QDoubleSpinBox>("SpinEditTimeCorrection")->value(), 44.5);
 
   // What is no picture, or has no time in its name, leaves everything as it was.
-  const QDateTime before = time->dateTime();
   for (const QString& name : {u"work/party.png"_s, u"work/02240001.png"_s}) {
     QFile file(program.Path(name));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write("nothing") > 0);
@@ -203,9 +202,57 @@ TEST_F(GroundPathTest, PickersCarryAndOpenedPicturesTellTheirTime) {
     EXPECT_EQ(program.Boxes.Take().size(), 1) << name.toStdString();
     EXPECT_EQ(PictureShown(), u"0301235942.png"_s);
   }
-  EXPECT_NE(time->dateTime(), before) << "the second one has a time";
+  EXPECT_EQ(time->time(), QTime(0, 1)) << "the second one has a time";
+  EXPECT_EQ(date->date().toString(u"MM dd"_s), u"02 24"_s);
   program.Close();
   EXPECT_EQ(program.SavedText(u"ClockCorrections"_s), u"NOAA 19=2.5"_s);
+}
+
+TEST_F(GroundPathTest, OpenedPicturesStayAndClocksBelongToSatellites) {
+  GivePicture(u"02230751I.png"_s, Qt::lightGray);
+  GivePicture(u"../work/0223075142V.png"_s, Qt::darkRed);
+  StartOnPage();
+  auto* satellite = program.Find<QComboBox>("ComboBoxSatForPic");
+  auto* correction = program.Find<QDoubleSpinBox>("SpinEditTimeCorrection");
+  satellite->setCurrentText(u"NOAA 15"_s);
+  program.Boxes.ChosenFile = program.Path(u"work/0223075142V.png"_s);
+  QDir::setCurrent(program.Path(u"bin"_s));
+  program.Find<QAction>("Open1")->trigger();
+  correction->setValue(45);
+  satellite->setCurrentText(u"NOAA 19"_s);
+  EXPECT_EQ(correction->value(), 42) << "another clock";
+  program.Form->Shared().ChooseSatellite(1);
+  program.Click("ButtonGenTopo");
+  EXPECT_EQ(PictureShown(), u"0223075142V.png"_s) << "the map page's satellite is another matter";
+  EXPECT_EQ(correction->value(), 42);
+  correction->setValue(44);
+
+  const auto choose = [this](const char* channel) {
+    QTest::mouseClick(program.Find(channel), Qt::LeftButton, {}, QPoint(8, 8));
+  };
+  choose("RadioButtonChannel2");
+  EXPECT_EQ(PictureShown(), u"0223075142V.png"_s) << "no folder has a plain one";
+  choose("RadioButtonChannel1");
+  EXPECT_EQ(PictureShown(), u"02230751I.png"_s);
+  EXPECT_EQ(correction->value(), 44) << "the same recording";
+  program.Click("ButtonGenTopo");
+  EXPECT_EQ(PictureShown(), u"02230751I.png"_s);
+  satellite->setCurrentText(u"NOAA 15"_s);
+  EXPECT_EQ(correction->value(), 45);
+  EXPECT_EQ(program.Boxes.Take(), QStringList());
+  program.Close();
+  EXPECT_EQ(program.SavedText(u"ClockCorrections"_s), u"NOAA 15=3.0;NOAA 19=2.0"_s);
+}
+
+TEST_F(GroundPathTest, PicturesNamedByTheLocalClockAreFound) {
+  GivePicture(u"02230851V.png"_s, Qt::darkGray);
+  for (const int daylightMinutes : {0, 60}) {
+    program.TimeZone.DaylightOffsetMinutes = daylightMinutes;
+    StartOnPage();
+    Pick(7, 51);
+    EXPECT_EQ(PictureShown(), daylightMinutes == 0 ? QString() : u"02230851V.png"_s);
+    program.Close();
+  }
 }
 
 TEST_F(GroundPathTest, MapAndPictureAreFittedAndScrolledTogether) {
@@ -266,6 +313,7 @@ TEST_F(GroundPathTest, MapAndPictureAreFittedAndScrolledTogether) {
 }
 
 TEST_F(GroundPathTest, AnAutomaticRunWritesFourFilesAndCloses) {
+  program.Set(u"OvlTextLine1"_s, 8);
   program.Start();
   const QStringList found =
       program.Find<TListBox>("ListBoxPasses")->Items().filter(u"0223075"_s).filter(u"NOAA 19"_s);
@@ -278,6 +326,15 @@ TEST_F(GroundPathTest, AnAutomaticRunWritesFourFilesAndCloses) {
     EXPECT_TRUE(QFile::exists(program.Path(u"bin/"_s + name))) << name.toStdString();
   }
   EXPECT_EQ(program.Form->Shared().Run.AutomaticFailure, QString());
+  const qsizetype lines = files::ReadLines(program.Path(u"bin/pass.dat"_s)).size();
+  program.Close();
+
+  // Turned midway it begins anew, and closes with a whole map only.
+  program.Start({found.first().left(10)});
+  WhileMaking([this] { program.Click("ButtonPassDirection"); });
+  EXPECT_TRUE(QTest::qWaitFor([this] { return !program.Form->isVisible(); }, 5000));
+  EXPECT_EQ(files::ReadLines(program.Path(u"bin/pass.dat"_s)).size(), lines);
+  EXPECT_EQ(files::ReadLines(program.Path(u"bin/ovl.txt"_s)).first(), u"North"_s);
   program.Close();
 
   // What goes wrong is for the caller to know; no box waits.
