@@ -42,9 +42,31 @@ class PassSearch {
 
   std::vector<Pass> Run() {
     if (!(period_ >= kShortestPeriod) || !std::isfinite(period_)) return {};
+    Hop(kLeadIn);
+    std::vector<Pass> passes = std::move(passes_);
+    // The first culmination found may be one of a satellite far below the horizon; from there the windows
+    // need some turns to fall into step with the passes. What they hop over meanwhile, a longer lead-in
+    // finds.
+    jdEnd_ = std::min(jdEnd_, jd0_ + kTurnsIntoStep * period_);
+    Hop(kLeadIn + kTurnsIntoStep);
+    for (Pass& pass : passes_) {
+      const bool isKnown = std::any_of(passes.begin(), passes.end(), [&](const Pass& known) {
+        return std::abs(known.Culmination - pass.Culmination) < 0.2 * period_;
+      });
+      if (!isKnown) passes.push_back(std::move(pass));
+    }
+    std::sort(passes.begin(), passes.end(),
+              [](const Pass& a, const Pass& b) { return a.Culmination < b.Culmination; });
+    return passes;
+  }
+
+ private:
+  /// From culmination to culmination, beginning some periods before the span.
+  void Hop(double leadIn) {
+    passes_.clear();
     const double step = 0.4 * period_;
-    std::optional<Sample> culmination = NextCulmination(jd0_ - kLeadIn * period_);
-    if (!culmination) return {};
+    std::optional<Sample> culmination = NextCulmination(jd0_ - leadIn * period_);
+    if (!culmination) return;
     // The first culmination counts too when it lies in the span, unless the next one found is the same again.
     std::optional<Sample> first = culmination;
     double t = culmination->jd;
@@ -67,17 +89,14 @@ class PassSearch {
       t = next.top.jd;
       DescribePass(next.top);
     }
-    return std::move(passes_);
   }
 
- private:
   /// No orbit round the Earth is shorter; what claims to be would have more culminations than a search could
   /// end with.
   static constexpr double kShortestPeriod = 60.0 / 1440;
-  /// Periods before the span at which the search begins. The first culmination found may be one of a
-  /// satellite far below the horizon; from there the windows may need some turns to fall into step with the
-  /// passes.
-  static constexpr double kLeadIn = 5.2;
+  /// Periods before the span at which the search begins, and those in which its windows may be out of step.
+  static constexpr double kLeadIn = 1.2;
+  static constexpr double kTurnsIntoStep = 4;
   static constexpr double kTolerance = 1.0 / 1440;        // one minute
   static constexpr double kEdgeTolerance = 0.33 / 86400;  // a third of a second
   /// Enough for the windows of low orbits. Those of deep-space orbits are hours wide.
