@@ -70,6 +70,12 @@ void Session::ChooseSatellite(int index) {
   Q_EMIT SatelliteChosen();
 }
 
+bool Session::RefusesWhileMakingMap() const {
+  if (!Run.MakingMap) return false;
+  Boxes.Message(QStringLiteral("A map is being made. Wait for its end or press Stop, and try again."));
+  return true;
+}
+
 void Session::SetPassDirection(bool southBound) {
   Pass.SouthBound = southBound;
   Q_EMIT PassDirectionChanged();

@@ -100,6 +100,9 @@ class Session : public QObject {
   /// key.
   void ChooseSatellite(int index);
 
+  /// True, and the user is told so, while a map is being made: what it is made for stays as it is.
+  bool RefusesWhileMakingMap() const;
+
   void SetPassDirection(bool southBound);
   void SetPassDuration(int minutes);
 

@@ -45,6 +45,9 @@ using session::Timeframe;
 
 const QString kCaption = QStringLiteral("Pelorin - Quillfen's Satellite Tracker and Ground Image Generator");
 
+/// What a caller reads who gave a pass and got no map.
+const QString kClosedTooEarly = QStringLiteral("the program was closed before the map was made");
+
 /// Selected on the ground-path page at the start, where it is active.
 const QString kUsualPictureSatellite = QStringLiteral("NOAA 15");
 
@@ -68,7 +71,10 @@ TFormMain::TFormMain(Surroundings surroundings)
       place_(surroundings_.Store, WindowKeyPath(surroundings_.ProgramPath), QStringLiteral("Place"),
              QString()),
       look_(surroundings_.Store, WindowKeyPath(surroundings_.ProgramPath), QStringLiteral("Colours"), 0),
-      session_(std::make_unique<session::Session>(settings_, surroundings_.Boxes, *this, surroundings_.Now)) {
+      unattended_(surroundings_.Parameters.isEmpty() ? nullptr
+                                                     : std::make_unique<session::UnattendedPrompts>(
+                                                           surroundings_.Boxes, surroundings_.TellCaller)),
+      session_(std::make_unique<session::Session>(settings_, Boxes(), *this, surroundings_.Now)) {
   setObjectName(QStringLiteral("FormMain"));
   setWindowIcon(ApplicationIcon());
   UpdateCaption();
@@ -80,6 +86,11 @@ TFormMain::TFormMain(Surroundings surroundings)
 }
 
 TFormMain::~TFormMain() { FormDestroy(); }
+
+session::Prompts& TFormMain::Boxes() const {
+  if (unattended_ != nullptr) return *unattended_;
+  return surroundings_.Boxes;
+}
 
 void TFormMain::BuildPages() {
   session::Session& session = *session_;
@@ -128,6 +139,7 @@ void TFormMain::FormCreate() {
   app::RegisterAppPath(surroundings_.Store, NameOf(surroundings_.ProgramPath), surroundings_.ProgramPath);
   const bool isFirstRun = app::ReplaceUnsavedHeight(settings_.ObserverHeight.Value);
   session.Run.CommandLineMode = !surroundings_.Parameters.isEmpty();
+  if (session.Run.CommandLineMode) session.Run.AutomaticFailure = kClosedTooEarly;
   ShowPage(isFirstRun ? Page::Setup : Page::WorldMap);
   TabSheetSetup->Restore();
   session.Map.PacificCentred = map::IsPacificCentred(session.Station.Texts.Longitude.toDouble());
@@ -234,6 +246,7 @@ void TFormMain::FindPassOfCommandLine(const QString& passString) {
   try {
     match = app::FindPassByString(passString, passes.Entries(), session.Now());
   } catch (const orbit::ConvertError& error) {
+    HandOverToUser();
     Boxes().Error(
         QStringLiteral("The pass string %1 is no time: %2. It must be of the form mmddhhnn or mmddhhnnss, "
                        "with or without the year before it.")
@@ -242,12 +255,18 @@ void TFormMain::FindPassOfCommandLine(const QString& passString) {
   }
   session.Map.CurrentTime = match.Time;
   if (match.Index < 0) {
+    HandOverToUser();
     Boxes().Message(app::NoMatchText(passString, match.Key));
     return;
   }
   passes.SelectPass(match.Index);
   passes.ButtonPicFromPassClick();
   session.Run.AutomaticRun = true;
+}
+
+void TFormMain::HandOverToUser() {
+  session_->Run.AutomaticFailure.clear();
+  unattended_->Attend();
 }
 
 void TFormMain::CheckStaleElements() {
@@ -308,11 +327,7 @@ void TFormMain::MakePictureFromMap() { TabSheetMap->ButtonMapToPictureClick(); }
 
 void TFormMain::ShowGroundPath(orbit::TDateTime moment, int satellite) {
   ShowPage(Page::GroundPath);
-  if (session_->Run.MakingMap) {
-    Boxes().Message(QStringLiteral("A map is being made. Wait for its end or press Stop, and try again."));
-  } else {
-    TabSheetGroundPath->ShowFor(moment, satellite);
-  }
+  if (!session_->RefusesWhileMakingMap()) TabSheetGroundPath->ShowFor(moment, satellite);
 }
 
 void TFormMain::SetTimeframe(Timeframe mode) { TabSheetMap->SetTimeframe(mode); }

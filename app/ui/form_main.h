@@ -8,6 +8,7 @@
 #include "app/registry_store.h"
 #include "app/session/session.h"
 #include "app/session/shell.h"
+#include "app/session/unattended_prompts.h"
 #include "app/settings.h"
 #include "app/ui/form_main_layout.h"
 #include "app/ui/look.h"
@@ -36,6 +37,7 @@ struct Surroundings {
   session::Session::Clock Now;
   app::TimeZoneDetails TimeZone;
   TellStatus TellSplash;  ///< start-up's progress
+  TellStatus TellCaller;  ///< what a run for a pass has to say while no box may wait
   std::function<void(Look)> ApplyLook;
 };
 
@@ -54,7 +56,8 @@ class TFormMain : public QMainWindow, public session::Shell {
   void CreateForms();
 
   session::Session& Shared() { return *session_; }
-  session::Prompts& Boxes() const { return surroundings_.Boxes; }
+  /// The user's, unless a pass was given and is not yet known to be missing.
+  session::Prompts& Boxes() const;
 
   void ShowPage(session::Page page) override;
   session::Page CurrentPage() const override;
@@ -93,6 +96,8 @@ class TFormMain : public QMainWindow, public session::Shell {
   void RestoreWindow();
   void SetStartTime();
   void FindPassOfCommandLine(const QString& passString);
+  /// There is no map to make: from now on boxes wait for the user.
+  void HandOverToUser();
   void CheckStaleElements();
   void UpdateCaption();
 
@@ -123,6 +128,7 @@ class TFormMain : public QMainWindow, public session::Shell {
   app::Settings settings_;
   app::TRegistryString place_;  ///< of the window on the screen, as Qt saves it
   app::TRegistryInteger look_;
+  std::unique_ptr<session::UnattendedPrompts> unattended_;  ///< when started with a pass
   std::unique_ptr<session::Session> session_;
   GroundData ground_;
   FormMainLayout ui_;

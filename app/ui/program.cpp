@@ -150,6 +150,9 @@ int RunProgram(int argc, char** argv) {
   application.ShowErrorsIn(&boxes);
   const app::RegistryStore store;
   const auto tellSplash = [&splash](const QString& text) { splash.ShowStatus(text); };
+  const auto tellCaller = [](const QString& text) {
+    Print(stderr, QStringLiteral("pelorin: ") + text + QLatin1Char('\n'));
+  };
   const auto applyLook = [&application, desktopIsDark](Look look) {
     ApplyLook(application, look, desktopIsDark);
   };
@@ -157,7 +160,7 @@ int RunProgram(int argc, char** argv) {
   const bool isMade = session::Guarded(boxes, [&] {
     formMain = std::make_unique<TFormMain>(Surroundings{store, programPath, line.Parameters, boxes,
                                                         [] { return orbit::NowUTC(); }, app::LocalTimeZone(),
-                                                        tellSplash, applyLook});
+                                                        tellSplash, tellCaller, applyLook});
     formMain->CreateForms();
   });
   if (!isMade) return EXIT_FAILURE;
@@ -170,7 +173,7 @@ int RunProgram(int argc, char** argv) {
   status = QApplication::exec();
   const QString failure = formMain->Shared().Run.AutomaticFailure;
   if (failure.isEmpty()) return status;
-  Print(stderr, QStringLiteral("pelorin: ") + failure + QLatin1Char('\n'));
+  tellCaller(failure);
   return EXIT_FAILURE;
 }
 

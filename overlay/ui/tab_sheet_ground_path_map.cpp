@@ -74,6 +74,7 @@ void TTabSheetGroundPath::ButtonGenTopoClick() {
   // Nobody may be there to read a box.
   try {
     make();
+    session_.Run.AutomaticFailure.clear();
   } catch (const std::exception& error) {
     session_.Run.AutomaticFailure = QString::fromUtf8(error.what());
   }

@@ -192,7 +192,7 @@ void TGroupBoxPasses::TakeOver(const passes::ChosenPass& pass) {
 }
 
 void TGroupBoxPasses::ButtonMapFromPassClick() {
-  if (!IsPassSelected()) return;
+  if (!IsPassSelected() || session_.RefusesWhileMakingMap()) return;
   const auto [pass, satelliteIndex] = ParseSelectedPass();
   session_.Window.ShowPage(session::Page::WorldMap);
   TakeOver(pass);
@@ -201,13 +201,13 @@ void TGroupBoxPasses::ButtonMapFromPassClick() {
 }
 
 void TGroupBoxPasses::ButtonPicFromPassClick() {
-  if (!IsPassSelected()) return;
+  if (!IsPassSelected() || session_.RefusesWhileMakingMap()) return;
   ButtonMapFromPassClick();
   session_.Window.MakePictureFromMap();
 }
 
 void TGroupBoxPasses::ButtonFlightFromPassClick() {
-  if (!IsPassSelected()) return;
+  if (!IsPassSelected() || session_.RefusesWhileMakingMap()) return;
   const auto [pass, satelliteIndex] = ParseSelectedPass();
   session_.Window.ShowPage(session::Page::Flight);
   session_.Window.StopFlight();

@@ -67,6 +67,7 @@ void ProgramFixture::Start(const QStringList& parameters) {
                        [this] { return Now; },
                        TimeZone,
                        [this](const QString& text) { SplashTexts.append(text); },
+                       [this](const QString& text) { CallerTexts.append(text); },
                        {}});
   Form->CreateForms();
   Form->show();

@@ -54,7 +54,7 @@ class ProgramFixture {
   orbit::TDateTime Now;
   app::TimeZoneDetails TimeZone{0, 60, QStringLiteral("GMT"), QStringLiteral("BST"),
                                 app::TimeZoneDetails::Time::Standard};
-  QStringList SplashTexts;
+  QStringList SplashTexts, CallerTexts;
   std::unique_ptr<ui::TFormMain> Form;
 
  private:

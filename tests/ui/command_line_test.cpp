@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QFile>
+#include <QTest>
 
 #include "app/session/list_box.h"
 #include "tests/support/program_fixture.h"
@@ -54,6 +55,28 @@ TEST(CommandLine, PassOfTheStringIsFoundOrToldToBeMissing) {
     EXPECT_FALSE(QFile::exists(program.Path(u"bin/PassList.txt"_s))) << "only the user's own lists are saved";
     program.Close();
   }
+}
+
+TEST(CommandLine, NoBoxWaitsWhileAPassIsMade) {
+  ProgramFixture program;
+  program.GiveOrdinarySettings(u"\"NOAA 19\""_s);
+  QFile::remove(program.Path(u"share/pelorin"_s));
+  program.Start({u"202202230751"_s});
+  EXPECT_EQ(program.Form->Shared().Run.AutomaticFailure, u"the program was closed before the map was made"_s);
+  EXPECT_TRUE(QTest::qWaitFor([&program] { return !program.Form->isVisible(); }, 5000));
+  EXPECT_EQ(program.Form->Shared().Run.AutomaticFailure, QString());
+  EXPECT_TRUE(QFile::exists(program.Path(u"bin/Result.jpg"_s))) << "on black ground";
+  EXPECT_EQ(program.Boxes.Take(), QStringList());
+  EXPECT_TRUE(program.CallerTexts.contains(u"Topography will not be available"_s));
+  program.Close();
+
+  // With no pass to make, somebody has to read it all.
+  program.Start({u"202202230101"_s});
+  const QStringList said = program.Boxes.Take();
+  EXPECT_TRUE(said.contains(u"Message: Topography will not be available"_s));
+  EXPECT_TRUE(said.last().startsWith(u"Message: Parameter 202202230101 specified"_s));
+  EXPECT_EQ(program.Form->Shared().Run.AutomaticFailure, QString());
+  program.Close();
 }
 
 }  // namespace
