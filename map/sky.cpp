@@ -13,8 +13,6 @@
 namespace pelorin::map {
 namespace {
 
-/// Beyond, the Sun's pull is stronger than the Earth's: the radius of its sphere of influence (Hill), km.
-constexpr double kFarthestKm = 1.5e6;
 /// A long list shall not starve the program that records the picture. On a busy machine, though, each yield
 /// costs a millisecond or more, which is what this many satellites take: after each of them it would make the
 /// map stutter.
@@ -32,7 +30,7 @@ std::optional<PlaceBelow> Locate(orbit::TSatellite& satellite, double jd, orbit:
   } catch (const orbit::MathError&) {
     return std::nullopt;
   }
-  if (!(state.Position.w <= kFarthestKm) || !std::isfinite(state.Velocity.w)) return std::nullopt;
+  if (!(state.Position.w <= orbit::kFarthestKm) || !std::isfinite(state.Velocity.w)) return std::nullopt;
   orbit::Geodetic below;
   orbit::SatLatLonAlt(state.Position, jd, below);
   if (!(below.Altitude >= 0)) return std::nullopt;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "orbit/julian_date.h"
 #include "overlay/scan_line_layout.h"
@@ -19,14 +20,17 @@ double SecondOfMinute(double jd) { return std::fmod(std::round(jd * kSecondsInDa
 void FlightReplay::Start(const orbit::TSatellite& satellite, const OverlaySources& sources, Marks marks,
                          bool southBound, orbit::TDateTime now, int height) {
   Stop();
-  maker_.emplace(satellite, sources, marks);
-  linesPerMinute_ = satellite.LinesPerMinute;
-  startJd_ = orbit::JulianDateOfDateTime(now) - kSecondsAtOnce / kSecondsInDay;
-  picture_.emplace(kUsualLineWidth, height, southBound);
+  auto maker = std::make_unique<LineMaker>(satellite, sources, marks);
+  const double startJd = orbit::JulianDateOfDateTime(now) - kSecondsAtOnce / kSecondsInDay;
+  FlightImage picture(kUsualLineWidth, height, southBound);
   indices_.assign(kUsualLineWidth, 0);
-  // Elements without a position are found before anything moves; the first line overwrites this one.
+  // Elements without a position are found before anything of the last flight is given up.
   std::vector<std::uint32_t> trial(kUsualLineWidth);
-  maker_->Make(startJd_, MinuteMarker::None, false, trial, indices_);
+  maker->Make(startJd, MinuteMarker::None, false, trial, indices_);
+  maker_ = std::move(maker);
+  picture_ = std::move(picture);
+  linesPerMinute_ = satellite.LinesPerMinute;
+  startJd_ = startJd;
   next_ = 0;
   lines_ = 0;
   isRunning_ = true;
@@ -35,8 +39,10 @@ void FlightReplay::Start(const orbit::TSatellite& satellite, const OverlaySource
 void FlightReplay::Stop() { isRunning_ = isStopRequested_ = false; }
 
 int FlightReplay::Tick(orbit::TDateTime now, bool held) {
+  // The tick that ends the flight still draws.
+  const bool wasRunning = isRunning_;
   if (isStopRequested_) Stop();
-  if (!picture_ || held) return 0;
+  if (!wasRunning || held) return 0;
   const double linesPerDay = linesPerMinute_ * kMinutesInDay;
   // A hundredth of a line is far below what a Julian date resolves; without it a line due just now may wait.
   const auto due =
@@ -53,6 +59,10 @@ int FlightReplay::Tick(orbit::TDateTime now, bool held) {
 
 void FlightReplay::Turn() {
   if (picture_) picture_->Turn();
+}
+
+void FlightReplay::SetMarks(Marks marks) {
+  if (maker_) maker_->SetMarks(marks);
 }
 
 QString FlightStatus(int lines, orbit::TDateTime moment) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -14,10 +15,12 @@ namespace pelorin::overlay {
 /// Time is what the caller says it is. Lines enter its picture; see FlightImage.
 class FlightReplay {
  public:
-  /// The first tick draws what was sent in the seconds before the start.
+  /// The first tick draws what was sent in the seconds before the start, both ends included: the line that
+  /// begins just now is sent, too. At 120 lines a minute these are 21.
   static constexpr int kSecondsAtOnce = 10;
 
-  /// `height` is that of the picture. Raises OverlayError when the elements give no position.
+  /// Ends a running flight. `height` is that of the picture. Raises OverlayError when the elements give no
+  /// position; the picture of before stays.
   void Start(const orbit::TSatellite& satellite, const OverlaySources& sources, Marks marks, bool southBound,
              orbit::TDateTime now, int height);
 
@@ -30,11 +33,14 @@ class FlightReplay {
 
   /// Draws the lines that are due and answers how many they are. Lines that would have left the picture again
   /// by the end of the tick are left out: a computer that slept for a night goes on at once. While it is
-  /// `held` no lines are drawn; they follow later. Raises OverlayError.
+  /// `held` no lines are drawn; they follow later. Draws nothing between flights. Raises OverlayError.
   int Tick(orbit::TDateTime now, bool held = false);
 
   /// The satellite is taken to move the other way; the picture is turned with it.
   void Turn();
+
+  /// What covers the ground in the lines to come.
+  void SetMarks(Marks marks);
 
   /// Lines drawn since the start.
   int Lines() const { return lines_; }
@@ -43,7 +49,7 @@ class FlightReplay {
 
  private:
   /// Borrowed parts make it immovable, so each flight has a new one.
-  std::optional<LineMaker> maker_;
+  std::unique_ptr<LineMaker> maker_;
   std::optional<FlightImage> picture_;
   std::vector<std::uint8_t> indices_;  ///< of one line; nobody wants them
   bool isRunning_ = false, isStopRequested_ = false;

@@ -19,7 +19,8 @@ bool HasDirectColours(const QImage& image) {
 }  // namespace
 
 GroundColours::GroundColours(GroundSource source, const MasterView* master, Marks marks)
-    : elevations_(source.Elevations), master_(master), marks_(master ? marks : Marks::None) {
+    : elevations_(source.Elevations), master_(master) {
+  SetMarks(marks);
   if (source.BaseImage && HasDirectColours(*source.BaseImage)) {
     base_ = source.BaseImage->convertToFormat(QImage::Format_RGB32);
   }

@@ -32,6 +32,8 @@ class GroundColours {
   /// `master` may be null: the index is then the background's everywhere, and nothing covers the ground.
   GroundColours(GroundSource source, const MasterView* master, Marks marks);
 
+  void SetMarks(Marks marks) { marks_ = master_ ? marks : Marks::None; }
+
   /// One line of points, to colours (0xFFRRGGBB) and master indices, in the order of `line`.
   void ColourLine(const GroundLine& line, std::span<std::uint32_t, kScanPositions> colours,
                   std::span<std::uint8_t, kScanPositions> indices) const;
@@ -47,7 +49,7 @@ class GroundColours {
   const Topography* elevations_;
   QImage base_;
   const MasterView* master_;
-  Marks marks_;
+  Marks marks_ = Marks::None;
 };
 
 }  // namespace pelorin::overlay

@@ -1,6 +1,7 @@
 #include "overlay/line_maker.h"
 
 #include "orbit/julian_date.h"
+#include "orbit/model_constants.h"
 
 namespace pelorin::overlay {
 namespace {
@@ -9,10 +10,20 @@ namespace {
 /// table serves.
 constexpr double kHeightTolerance = 0.05;
 
+/// Past a decay the model goes on with numbers that are no place of a satellite.
+bool IsPlace(const GroundTrack& track) {
+  return track.Inertial.Position.w <= orbit::kFarthestKm && std::isfinite(track.Inertial.Velocity.w) &&
+         track.Below.Altitude >= 0;
+}
+
 }  // namespace
 
 LineMaker::LineMaker(const orbit::TSatellite& satellite, const OverlaySources& sources, Marks marks)
-    : satellite_(satellite), colours_(sources.Ground, sources.Master, marks) {}
+    : satellite_(satellite), colours_(sources.Ground, sources.Master, marks) {
+  if (!orbit::CanPropagate(satellite_)) {
+    throw OverlayError("The elements of " + satellite_.Name + " describe no orbit");
+  }
+}
 
 void LineMaker::FollowHeight(double heightKm) {
   if (std::fabs(heightKm - distancesFor_) <= kHeightTolerance) return;
@@ -24,8 +35,7 @@ void LineMaker::FollowHeight(double heightKm) {
 const GroundTrack& LineMaker::Make(double julianDate, MinuteMarker marker, bool turned,
                                    std::span<std::uint32_t> pixels, std::span<std::uint8_t> indices) {
   track_ = TrackAt(satellite_, julianDate);
-  if (!std::isfinite(track_.Inertial.Position.w) || !std::isfinite(track_.Inertial.Velocity.w) ||
-      !std::isfinite(track_.Below.Altitude)) {
+  if (!IsPlace(track_)) {
     throw OverlayError(
         "The elements of " + satellite_.Name + " give no position for " +
         orbit::FormatDateTime("yyyy mmm dd, hh:nn:ss", orbit::DateTimeOfJulianDate(julianDate)));

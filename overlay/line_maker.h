@@ -27,12 +27,16 @@ struct OverlaySources {
 /// Makes the lines of one satellite.
 class LineMaker {
  public:
+  /// Raises OverlayError when the elements describe no orbit.
   LineMaker(const orbit::TSatellite& satellite, const OverlaySources& sources, Marks marks);
   LineMaker(const LineMaker&) = delete;
   LineMaker& operator=(const LineMaker&) = delete;
 
+  /// For the lines to come.
+  void SetMarks(Marks marks) { colours_.SetMarks(marks); }
+
   /// The line for a moment; see ScanLineWriter. Returns where the satellite is; it stays as it is until the
-  /// next line. Raises OverlayError when the elements give no position.
+  /// next line. Raises OverlayError when the elements give no place above the Earth.
   const GroundTrack& Make(double julianDate, MinuteMarker marker, bool turned,
                           std::span<std::uint32_t> pixels, std::span<std::uint8_t> indices);
 

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "orbit/scalar_math.h"
 #include "overlay/flight_replay.h"
 #include "tests/support/tables.h"
 
@@ -104,17 +105,38 @@ TEST_F(FlightReplayTest, StopsAtTheTickAfterTheRequest) {
   flight.Tick(At(0));
   flight.RequestStop();
   EXPECT_TRUE(flight.Running());
-  flight.Tick(At(0.1));
+  EXPECT_EQ(flight.Tick(At(0.6)), 1) << "the tick that ends it still draws";
   EXPECT_FALSE(flight.Running());
   EXPECT_FALSE(flight.StopRequested());
+  EXPECT_EQ(flight.Tick(At(9)), 0);
 }
 
 TEST_F(FlightReplayTest, ElementsWithoutAPositionAreRefused) {
-  orbit::TSatellite lost = tests::ReferenceSatellite("NOAA 12");
-  lost.MeanMotion = 0;
-  lost.Propagator = {};
-  EXPECT_THROW(flight.Start(lost, {}, Marks::None, true, At(0), 100), OverlayError);
-  EXPECT_FALSE(flight.Running());
+  constexpr double dayOfTurns = orbit::kTwoPi / 1440;
+  const struct {
+    const char* Label;
+    double TurnsPerDay, Eccentricity, Age;
+  } rows[] = {
+      {"it stands still", 0, 0.001, 0},
+      {"nearly a parabola, through the Earth", 14.2, 0.9999999, 0},
+      {"a circle within the Earth", 17.99999999, 0.001, 0},
+      {"come down", 15.8, 0.001, 1000},
+      {"long come down: the model throws it far out", 15.8, 0.001, 5000},
+  };
+  for (const auto& row : rows) {
+    Start(At(0));
+    flight.Tick(At(0));
+    const QImage before = flight.Picture()->Image().copy();
+    orbit::TSatellite lost = tests::ReferenceSatellite("NOAA 12");
+    lost.MeanMotion = row.TurnsPerDay * dayOfTurns;
+    lost.Eccentricity = row.Eccentricity;
+    lost.Epoch -= row.Age;
+    lost.Propagator = {};
+    EXPECT_THROW(flight.Start(lost, {}, Marks::None, true, At(0), 100), OverlayError) << row.Label;
+    EXPECT_FALSE(flight.Running()) << row.Label;
+    EXPECT_EQ(flight.Tick(At(60)), 0) << row.Label;
+    EXPECT_EQ(flight.Picture()->Image(), before) << row.Label << ": the last flight is still seen";
+  }
 }
 
 }  // namespace
