@@ -347,7 +347,6 @@ QPrinter& TFormMain::Printer() {
 void TFormMain::CloseWindow() { close(); }
 
 bool TFormMain::AskFlightStart(orbit::TDateTime& start) {
-  FormSetFlightTime->FlightStartTime = start;
   if (FormSetFlightTime->exec() != QDialog::Accepted) return false;
   start = FormSetFlightTime->FlightStartTime;
   return true;

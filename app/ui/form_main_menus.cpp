@@ -13,6 +13,7 @@
 #include "map/map_clock.h"
 #include "map/ui/tab_sheet_map.h"
 #include "overlay/ui/form_overlay_text_options.h"
+#include "overlay/ui/tab_sheet_flight.h"
 #include "overlay/ui/tab_sheet_ground_path.h"
 #include "passes/ui/form_ephemeris.h"
 #include "passes/ui/form_sat_keps_summary.h"
@@ -62,11 +63,13 @@ void TFormMain::MenuSavePassDetailsClick() {
 void TFormMain::MenuShowOverlayClick() {
   settings_.ShowOverlay.Value = ui_.MenuShowOverlay->isChecked();
   TabSheetGroundPath->OverlayMarksChanged();
+  TabSheetFlight->OverlayMarksChanged();
 }
 
 void TFormMain::MenuOverlayLinesOnlyClick() {
   settings_.OverlayLinesOnly.Value = ui_.MenuOverlayLinesOnly->isChecked();
   TabSheetGroundPath->OverlayMarksChanged();
+  TabSheetFlight->OverlayMarksChanged();
 }
 
 void TFormMain::OptionsTextOverlayClick() { FormOverlayTextOptions->Run(); }

@@ -10,9 +10,9 @@ TFlightView::TFlightView(QWidget* parent) : QWidget(parent) {
   setAutoFillBackground(true);
 }
 
-void TFlightView::SetFlight(const overlay::FlightImage* flight) {
-  flight_ = flight;
-  if (flight_ != nullptr) resize(flight_->Image().size());
+void TFlightView::SetFlight(const overlay::FlightImage& flight) {
+  flight_ = &flight;
+  resize(flight.Image().size());
   update();
 }
 

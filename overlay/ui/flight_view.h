@@ -13,8 +13,8 @@ class TFlightView : public QWidget {
  public:
   explicit TFlightView(QWidget* parent = nullptr);
 
-  /// Borrowed until the next call; null for none.
-  void SetFlight(const overlay::FlightImage* flight);
+  /// Borrowed until the next call.
+  void SetFlight(const overlay::FlightImage& flight);
   /// `lines` new lines have entered.
   void ShowLines(int lines);
 

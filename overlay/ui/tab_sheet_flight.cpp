@@ -109,14 +109,14 @@ void TTabSheetFlight::ActiveSatellitesChanged() {
 
 void TTabSheetFlight::SatelliteChosen() {
   session::SelectQuietly(ComboBoxSatForFlight, session_.SelectedIndex());
-  if (!isVisible()) return;
-  StopFlight();
-  StartFlight();
+  if (isVisible()) StartFlight();
 }
 
 void TTabSheetFlight::PassDirectionChanged() {
   ButtonFlightDirection->setText(DirectionCaption(session_.Pass.SouthBound));
 }
+
+void TTabSheetFlight::OverlayMarksChanged() { flight_.SetMarks(ChosenMarks(session_.Settings)); }
 
 // ------------------------------------------------------------------------------------ the flight
 
@@ -125,15 +125,18 @@ orbit::TDateTime TTabSheetFlight::FlightTime() const {
 }
 
 void TTabSheetFlight::StartFlight() {
+  StopFlight();
   session_.Window.SetTitle(QStringLiteral("Pelorin - flight"));
   session_.Window.SetStatus(QString());
   const orbit::TSatellite* satellite = session_.SelectedSatellite();
-  if (satellite == nullptr) return;
-  ImageFlight->SetFlight(nullptr);
+  if (satellite == nullptr) {
+    session_.Window.SetStatus(QStringLiteral("No satellite is chosen"));
+    return;
+  }
   flight_.Start(*satellite, sources_, ChosenMarks(session_.Settings), session_.Pass.SouthBound, FlightTime(),
                 screen()->size().height());
   ScrollBoxFlight->setWidgetResizable(false);
-  ImageFlight->SetFlight(flight_.Picture());
+  ImageFlight->SetFlight(*flight_.Picture());
   ScrollBoxFlight->verticalScrollBar()->setValue(session_.Pass.SouthBound ? 0 : 9999);
   TimerFlight->start();
   ShowState();
@@ -210,7 +213,7 @@ void TTabSheetFlight::ButtonFlightDirectionClick() {
 }
 
 void TTabSheetFlight::ButtonSetFlightTimeClick() {
-  orbit::TDateTime start = FlightTime();
+  orbit::TDateTime start;
   if (!session_.Window.AskFlightStart(start)) return;
   session_.Pass.FlightTimeOffset = start.Days - session_.Now().Days;
   if (flight_.Running()) StartFlight();

@@ -22,6 +22,8 @@ class TTabSheetFlight : public session::TTabSheet {
   /// What lines are made from; borrowed for the page's life.
   void SetSources(const overlay::OverlaySources& sources);
 
+  /// The user wants to see more or less of the overlay: from the next line on.
+  void OverlayMarksChanged();
   /// Ends a running flight; it has ended when this returns.
   void StopFlight();
   /// Gives the keyboard to the start button.
