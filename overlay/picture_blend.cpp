@@ -19,23 +19,28 @@ QRgb Mixed(QRgb below, QRgb above, std::uint32_t share) {
 }  // namespace
 
 int MapColumnAtPictureLeft(int pictureWidth, int mapWidth, bool southBound) {
-  if (pictureWidth >= kImageEnd) return 0;
+  if (pictureWidth >= kImageEnd) return southBound ? 0 : mapWidth - pictureWidth;
   return southBound ? kImageBegin : mapWidth - kImageEnd;
 }
 
-QImage BlendPicture(const QImage& picture, const MapLayer& layer, int opacityPercent) {
-  QImage blend = picture.copy();
+QImage BlendRows(const QImage& picture, const MapLayer& layer, int opacityPercent, int first, int end) {
+  QImage blend = picture.copy(0, first, picture.width(), end - first);
   const auto share = static_cast<std::uint32_t>(std::clamp(opacityPercent, 0, 100) * 256 / 100);
   const int shift = MapColumnAtPictureLeft(picture.width(), layer.Map.width(), layer.SouthBound);
-  const int columns = std::min(picture.width(), layer.Map.width() - shift);
-  const int firstRow = layer.SouthBound ? 0 : layer.Map.height() - layer.LinesMade;
-  const int endRow = std::min(picture.height(), firstRow + layer.LinesMade);
-  for (int y = firstRow; y < endRow; ++y) {
-    auto* row = reinterpret_cast<QRgb*>(blend.scanLine(y));
-    const QRgb* map = reinterpret_cast<const QRgb*>(layer.Map.constScanLine(y)) + shift;
-    for (int x = 0; x < columns; ++x) row[x] = Mixed(row[x], map[x], share);
+  const int firstColumn = std::max(0, -shift);
+  const int endColumn = std::min(picture.width(), layer.Map.width() - shift);
+  const int firstMade = layer.SouthBound ? 0 : layer.Map.height() - layer.LinesMade;
+  const int endMade = std::min(end, firstMade + layer.LinesMade);
+  for (int y = std::max(first, firstMade); y < endMade; ++y) {
+    auto* row = reinterpret_cast<QRgb*>(blend.scanLine(y - first));
+    const QRgb* map = reinterpret_cast<const QRgb*>(layer.Map.constScanLine(y));
+    for (int x = firstColumn; x < endColumn; ++x) row[x] = Mixed(row[x], map[x + shift], share);
   }
   return blend;
+}
+
+QImage BlendPicture(const QImage& picture, const MapLayer& layer, int opacityPercent) {
+  return BlendRows(picture, layer, opacityPercent, 0, picture.height());
 }
 
 }  // namespace pelorin::overlay

@@ -12,12 +12,16 @@ struct MapLayer {
   int LinesMade = 0;  ///< rows beyond them have nothing to show
 };
 
-/// Column of the map that lies on the picture's first one. A picture too narrow for a line's frame holds the
-/// image alone.
+/// Column of the map that lies on the picture's first one; below 0 when the map lies inside the picture. A
+/// picture too narrow for a line's frame holds the image alone; in a wider one lines begin with the map's, at
+/// the right when both are turned.
 int MapColumnAtPictureLeft(int pictureWidth, int mapWidth, bool southBound);
 
-/// The picture with so much of the map over it, 0 … 100 %. Of the picture's size; Format_RGB32, as both must
-/// be.
+/// The picture's rows from `first` up to `end` with so much of the map over them, 0 … 100 %. Format_RGB32, as
+/// both must be; without a map the rows as they are.
+QImage BlendRows(const QImage& picture, const MapLayer& layer, int opacityPercent, int first, int end);
+
+/// All rows.
 QImage BlendPicture(const QImage& picture, const MapLayer& layer, int opacityPercent);
 
 }  // namespace pelorin::overlay

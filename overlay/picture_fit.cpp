@@ -4,11 +4,19 @@
 #include <cmath>
 #include <cstdint>
 
+#include "overlay/scan_line_layout.h"
+
 namespace pelorin::overlay {
 
 PaneBoxes BoxesSideBySide(QSize area) {
+  // Half of what the gap leaves: with half of the whole, the right box would lose its scroll bar.
   const int width = std::max(0, (area.width() - kPaneGap) / 2);
   return {{0, 0, width, area.height()}, {width + kPaneGap, 0, width, area.height()}};
+}
+
+int MapWidthFor(int pictureWidth) {
+  constexpr int mostChannels = 4;
+  return std::clamp(pictureWidth, kUsualLineWidth, mostChannels * kUsualLineWidth);
 }
 
 int FittedMapHeight(QSize map, int width) {

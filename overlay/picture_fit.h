@@ -15,6 +15,10 @@ struct PaneBoxes {
 };
 PaneBoxes BoxesSideBySide(QSize area);
 
+/// Width of the map for a picture: that of its lines, but neither less than a line nor, since what follows a
+/// line's frame is filler, much more.
+int MapWidthFor(int pictureWidth);
+
 /// Height of a bitmap, not empty, shown at a width with its own proportions.
 int FittedMapHeight(QSize map, int width);
 

@@ -9,7 +9,6 @@
 
 #include "app/session/controls.h"
 #include "overlay/picture_fit.h"
-#include "overlay/scan_line_layout.h"
 #include "overlay/ui/picture_view.h"
 
 namespace pelorin::ui {
@@ -117,6 +116,7 @@ void TPicturePanes::SetZoom(bool isOn) {
 }
 
 void TPicturePanes::SetOverlaid(bool isOn) {
+  if (isOn == isOverlaid_) return;
   isOverlaid_ = isOn;
   ShowPictureSide();
   Fit();
@@ -142,7 +142,8 @@ bool TPicturePanes::ShowsBlend() const {
 }
 
 void TPicturePanes::ShowPictureSide() {
-  ImagePicture->SetPicture(ShowsBlend() && !isMapHidden_ ? Blend() : picture_);
+  ImagePicture->SetPicture(picture_);
+  ImagePicture->SetLayer(ShowsBlend() && !isMapHidden_ ? layer_ : overlay::MapLayer{}, opacityPercent_);
 }
 
 int TPicturePanes::FittedWidth(int boxWidth) const {
@@ -167,9 +168,7 @@ void TPicturePanes::Fit() {
       const int whole = FittedWidth(boxes.Picture.width());
       pictureSize = QSize(whole, overlay::FittedMapHeight(picture_.size(), whole));
     } else if (!picture_.isNull()) {
-      // A map of the picture is as wide as it, and never narrower than a line.
-      const QSize scaledAs =
-          map.isEmpty() ? QSize(std::max(picture_.width(), overlay::kUsualLineWidth), 1) : map;
+      const QSize scaledAs = map.isEmpty() ? QSize(overlay::MapWidthFor(picture_.width()), 1) : map;
       pictureSize = QSize(fitted, overlay::FittedPictureHeight(picture_.size(), scaledAs, fitted));
     }
   }

@@ -6,13 +6,6 @@
 #include <cstring>
 
 namespace pelorin::ui {
-namespace {
-
-/// Pictures that take more on the screen are scaled where they are seen only.
-constexpr qint64 kMostScaledPixels = 32'000'000;
-
-}  // namespace
-
 TPictureView::TPictureView(QWidget* parent) : QWidget(parent) { setAutoFillBackground(true); }
 
 void TPictureView::SetEmptyText(const QString& text) {
@@ -24,9 +17,15 @@ void TPictureView::SetEmptyText(const QString& text) {
 void TPictureView::SetPicture(const QImage& picture) {
   if (!isBeingMade_ && picture.cacheKey() == picture_.cacheKey()) return;
   picture_ = picture;
-  scaled_ = QImage();
   isBeingMade_ = false;
   setAttribute(Qt::WA_OpaquePaintEvent, !picture.isNull());
+  update();
+}
+
+void TPictureView::SetLayer(const overlay::MapLayer& layer, int opacityPercent) {
+  if (layer.Map.isNull() && layer_.Map.isNull()) return;
+  layer_ = layer;
+  opacityPercent_ = opacityPercent;
   update();
 }
 
@@ -53,36 +52,52 @@ void TPictureView::PaintEmptyText(QPainter& painter) const {
   painter.drawText(rect().adjusted(16, 16, -16, -16), Qt::AlignCenter | Qt::TextWordWrap, emptyText_);
 }
 
+QImage TPictureView::Rows(int first, int end) const {
+  return overlay::BlendRows(picture_, layer_, opacityPercent_, first, end);
+}
+
+void TPictureView::PaintSmaller(QPainter& painter, const QRect& seen) const {
+  // Lines of one pixel would break up if pixels were left out: each counts. Bands are always the same ones,
+  // or rows would shift against each other while the picture is scrolled.
+  constexpr int bandHeight = 64;
+  const double ratio = devicePixelRatioF();
+  const auto rowAt = [this](int y) { return static_cast<int>(qint64{y} * picture_.height() / height()); };
+  for (int top = seen.top() / bandHeight * bandHeight; top <= seen.bottom(); top += bandHeight) {
+    const int bottom = std::min(top + bandHeight, height());
+    const int first = rowAt(top), end = std::max(first + 1, rowAt(bottom));
+    QImage band = Rows(first, end)
+                      .scaled(qRound(width() * ratio), qRound((bottom - top) * ratio), Qt::IgnoreAspectRatio,
+                              Qt::SmoothTransformation);
+    band.setDevicePixelRatio(ratio);
+    painter.drawImage(0, top, band);
+  }
+}
+
+void TPictureView::PaintPlain(QPainter& painter, const QRect& seen) const {
+  painter.setRenderHint(QPainter::SmoothPixmapTransform);
+  const double across = static_cast<double>(picture_.width()) / width();
+  const double down = static_cast<double>(picture_.height()) / height();
+  // Enlarged rows take in their neighbours.
+  const int first = std::max(0, static_cast<int>(seen.top() * down) - 1);
+  const int end = std::min(picture_.height(), static_cast<int>((seen.bottom() + 1) * down) + 2);
+  painter.drawImage(
+      QRectF(seen), Rows(first, end),
+      QRectF(seen.x() * across, seen.y() * down - first, seen.width() * across, seen.height() * down));
+}
+
 void TPictureView::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
   if (picture_.isNull()) {
     PaintEmptyText(painter);
     return;
   }
-  const QSize pixels = size() * devicePixelRatioF();
-  if (pixels == picture_.size()) {
-    scaled_ = QImage();
-    painter.drawImage(rect(), picture_);
-    return;
+  const QRect seen = event->rect() & rect();
+  const bool isSmaller = width() * devicePixelRatioF() < picture_.width();
+  if (isSmaller && !isBeingMade_) {
+    PaintSmaller(painter, seen);
+  } else {
+    PaintPlain(painter, seen);
   }
-  const bool isSmaller = pixels.width() < picture_.width();
-  const bool isModest = qint64{pixels.width()} * pixels.height() <= kMostScaledPixels;
-  if (isSmaller && isModest && !isBeingMade_) {
-    // Lines of one pixel would break up if pixels were left out: each counts.
-    if (scaled_.size() != pixels) {
-      scaled_ = picture_.scaled(pixels, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-      scaled_.setDevicePixelRatio(devicePixelRatioF());
-    }
-    painter.drawImage(0, 0, scaled_);
-    return;
-  }
-  scaled_ = QImage();
-  painter.setRenderHint(QPainter::SmoothPixmapTransform);
-  const QRectF seen = event->rect();
-  const double across = static_cast<double>(picture_.width()) / width();
-  const double down = static_cast<double>(picture_.height()) / height();
-  painter.drawImage(seen, picture_,
-                    QRectF(seen.x() * across, seen.y() * down, seen.width() * across, seen.height() * down));
 }
 
 }  // namespace pelorin::ui

@@ -3,9 +3,12 @@
 #include <QImage>
 #include <QWidget>
 
+#include "overlay/picture_blend.h"
+
 namespace pelorin::ui {
 
-/// Shows a picture, stretched to its own size; without one, a text that says how to get one.
+/// Shows a picture, stretched to its own size, and what lies over it; without one, a text that says how to
+/// get one. Pictures may be many screens high: only what is seen of them is blended and scaled.
 class TPictureView : public QWidget {
   Q_OBJECT
 
@@ -16,6 +19,8 @@ class TPictureView : public QWidget {
   /// Null for none.
   void SetPicture(const QImage& picture);
   const QImage& Picture() const { return picture_; }
+  /// Lies over the picture; one without a map for nothing.
+  void SetLayer(const overlay::MapLayer& layer, int opacityPercent);
 
   /// The picture is about to get its rows bit by bit; it is black until then.
   void Begin(QSize size);
@@ -27,10 +32,14 @@ class TPictureView : public QWidget {
 
  private:
   void PaintEmptyText(QPainter& painter) const;
+  void PaintSmaller(QPainter& painter, const QRect& seen) const;
+  void PaintPlain(QPainter& painter, const QRect& seen) const;
+  QImage Rows(int first, int end) const;
 
   QString emptyText_;
   QImage picture_;
-  QImage scaled_;  ///< as last shown at a size not its own; null when it is to be made
+  overlay::MapLayer layer_;
+  int opacityPercent_ = 0;
   bool isBeingMade_ = false;
 };
 

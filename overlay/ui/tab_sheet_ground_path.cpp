@@ -13,6 +13,7 @@
 #include <QSpinBox>
 #include <QTimer>
 #include <algorithm>
+#include <cmath>
 
 #include "app/session/controls.h"
 #include "app/session/picker_time.h"
@@ -54,6 +55,7 @@ TTabSheetGroundPath::TTabSheetGroundPath(session::Session& session, QWidget* par
   Handle(ui_.ComboBoxSatForPic, &QComboBox::currentIndexChanged, this, &Page::ComboBoxSatForPicChange);
   Handle(ui_.DateTimePickerDate, &QDateTimeEdit::dateChanged, this, &Page::DateTimePickerTimeChange);
   Handle(ui_.DateTimePickerTime, &QDateTimeEdit::timeChanged, this, &Page::DateTimePickerTimeChange);
+  session::OnFocusOut(ui_.DateTimePickerTime, Boxes(), [this] { DateTimePickerTimeExit(); });
   Handle(ui_.SpinEditPassDuration, &QSpinBox::editingFinished, this, &Page::SpinEditPassDurationExit);
   Handle(ui_.ButtonPassDirection, &QPushButton::clicked, this, &Page::ButtonPassDirectionClick);
   Handle(ui_.ButtonGenTopo, &QPushButton::clicked, this, &Page::ButtonGenTopoClick);
@@ -163,6 +165,7 @@ void TTabSheetGroundPath::ShowPictureOf(const QString& key, const QString& path)
   const Hourglass hourglass;
   ui_.Panes->SetPicture(image::LoadPicture(path), path);
   shownPath_ = path;
+  shownTime_ = passTime_;
   hasPictureOfPass_ = true;
   ui_.Panes->SetPictureTitle(QStringLiteral("Picture: ") + name);
   EnableControls();
@@ -189,6 +192,11 @@ void TTabSheetGroundPath::DateTimePickerTimeChange() {
   SetPassTime(
       orbit::SteppedTime(session::PickedDay(ui_.DateTimePickerDate), time.hour(), time.minute(), passTime_));
   ButtonReloadClick();
+}
+
+void TTabSheetGroundPath::DateTimePickerTimeExit() {
+  // Who only passes by with the Tab key keeps an opened picture, and does not disturb the making of a map.
+  if (!IsBusy() && CurrentKey() == Stamp(passTime_)) DateTimePickerTimeChange();
 }
 
 void TTabSheetGroundPath::ButtonReloadClick() {
@@ -232,12 +240,20 @@ void TTabSheetGroundPath::Open1Click() {
 // ------------------------------------------------------------------------------------- both of them
 
 void TTabSheetGroundPath::EnableControls() {
-  const bool areBoth = !ui_.Panes->Picture().isNull() && !ui_.Panes->Map().Map.isNull() && !IsBusy();
+  const bool areBoth = MapIsOfPicture() && !IsBusy();
   const bool isOverlaid = areBoth && ui_.CheckBoxOverlaid->isChecked();
   ui_.CheckBoxOverlaid->setEnabled(areBoth);
   ui_.SliderOpacity->setEnabled(areBoth);
   ui_.ButtonFlicker->setEnabled(isOverlaid);
   ui_.ButtonSaveBlend->setEnabled(areBoth);
+  ui_.Panes->SetOverlaid(isOverlaid);
+}
+
+bool TTabSheetGroundPath::MapIsOfPicture() const {
+  if (ui_.Panes->Picture().isNull() || ui_.Panes->Map().Map.isNull()) return false;
+  // A map begins where the correction moved it.
+  const double apartS = std::abs(madeFor_.Start.Days - shownTime_.Days) * 86400;
+  return apartS < overlay::TimeCorrection::kLimitS + overlay::TimeCorrection::kStepS;
 }
 
 void TTabSheetGroundPath::CheckBoxZoomClick() { ui_.Panes->SetZoom(ui_.CheckBoxZoom->isChecked()); }
@@ -251,7 +267,6 @@ void TTabSheetGroundPath::SliderOpacityChange() { ui_.Panes->SetOpacity(ui_.Slid
 void TTabSheetGroundPath::CheckBoxOverlaidClick() {
   ui_.ButtonFlicker->setChecked(false);
   ui_.Panes->SetMapHidden(false);
-  ui_.Panes->SetOverlaid(ui_.CheckBoxOverlaid->isChecked());
   EnableControls();
 }
 
@@ -264,7 +279,16 @@ void TTabSheetGroundPath::ButtonSaveBlendClick() {
       QStringLiteral("Save blended picture"), ResultsFile(QStringLiteral("-blend.jpg")),
       {QStringLiteral("JPEG files (*.jpg)"), QStringLiteral("Portable Network Graphic files (*.png)")});
   if (!path) return;
-  if (QFileInfo(*path).suffix().isEmpty()) *path += QStringLiteral(".jpg");
+  const QStringList kinds{QStringLiteral("jpg"), QStringLiteral("jpeg"), QStringLiteral("png")};
+  if (!kinds.contains(QFileInfo(*path).suffix(), Qt::CaseInsensitive)) {
+    *path += QStringLiteral(".jpg");
+    // The box has asked for the other name only.
+    if (QFileInfo::exists(*path) &&
+        !Boxes().Confirm(QStringLiteral("%1 exists already. Replace it?").arg(*path), 0,
+                         session::Answer::No)) {
+      return;
+    }
+  }
   image::SavePicture(blend, *path);
 }
 
@@ -273,16 +297,12 @@ QString TTabSheetGroundPath::ResultsFile(const QString& ending) const {
 }
 
 void TTabSheetGroundPath::PrintImageClick() {
-  PicturePage page{QStringLiteral("%1  %2 UTC")
-                       .arg(ui_.ComboBoxSatForPic->currentText(),
-                            QString::fromStdString(orbit::FormatDateTime("yyyy mmm dd  hh:nn", passTime_))),
-                   ui_.Panes->Map().Map, ui_.Panes->Picture()};
+  PicturePage page{TitleOf(result_ ? madeFor_ : Request()), ui_.Panes->Map().Map, ui_.Panes->Picture()};
   if (page.Map.isNull() && page.Picture.isNull()) {
     Boxes().Message(
         QStringLiteral("There is nothing to print yet. Please load a picture or make a map first."));
     return;
   }
-  if (result_) page.Caption = TitleOf(madeFor_);
   QPrinter& printer = session_.Window.Printer();
   // Where no printer is known, a page goes to a file.
   const bool isForFile = session::NeedsFileName(printer);

@@ -51,6 +51,7 @@ class TTabSheetGroundPath : public session::TTabSheet {
 
   void ComboBoxSatForPicChange();
   void DateTimePickerTimeChange();
+  void DateTimePickerTimeExit();
   void RadioGroupPrefPicChannelClick();
   void ButtonReloadClick();
   void TimerLoadTimer();
@@ -84,6 +85,8 @@ class TTabSheetGroundPath : public session::TTabSheet {
   void SaveResults();
   QString ResultsFile(const QString& ending) const;
   void EnableControls();
+  /// The one can lie on the other.
+  bool MapIsOfPicture() const;
   QString TitleOf(const overlay::OverlayRequest& request) const;
 
   TabSheetGroundPathLayout ui_;
@@ -94,6 +97,7 @@ class TTabSheetGroundPath : public session::TTabSheet {
   QString key_;                     ///< of the picture that was looked for last
   QString openedPath_, openedKey_;  ///< what "Open..." opened, and the key that stands for it
   QString shownPath_;               ///< of the picture shown; empty for none
+  orbit::TDateTime shownTime_;      ///< of the pass that it was loaded for
   bool hasPictureOfPass_ = false;   ///< the picture shown is the one that was looked for last
   bool stopRequested_ = false;
   bool againRequested_ = false;  ///< something changed while the map was being made

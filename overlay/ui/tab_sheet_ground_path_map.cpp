@@ -16,6 +16,7 @@
 #include "map/satellite_info.h"
 #include "overlay/overlay_outputs.h"
 #include "overlay/overlay_text.h"
+#include "overlay/picture_fit.h"
 #include "overlay/ui/hourglass.h"
 #include "overlay/ui/overlay_choices.h"
 #include "overlay/ui/picture_panes.h"
@@ -37,15 +38,16 @@ QString MomentText(const char* pattern, orbit::TDateTime moment) {
 overlay::OverlayRequest TTabSheetGroundPath::Request() const {
   const app::Settings& settings = session_.Settings;
   overlay::OverlayRequest request;
-  const auto chosen = static_cast<std::size_t>(ui_.ComboBoxSatForPic->currentIndex());
-  request.Satellite = *session_.Active().at(chosen).Satellite;
+  if (const int chosen = ui_.ComboBoxSatForPic->currentIndex(); chosen >= 0) {
+    request.Satellite = *session_.Active().at(static_cast<std::size_t>(chosen)).Satellite;
+  }
   request.Station = session_.Station.Place;
   request.Start = {passTime_.Days + ui_.GroupBoxTimeCorrection->Seconds() / 86400};
   request.DurationMinutes = ui_.SpinEditPassDuration->value();
   request.SouthBound = session_.Pass.SouthBound;
   if (hasPictureOfPass_ && !session_.Run.AutomaticRun) {
     request.LineLimit = ui_.Panes->Picture().height();
-    request.Width = std::max(ui_.Panes->Picture().width(), request.Width);
+    request.Width = overlay::MapWidthFor(ui_.Panes->Picture().width());
   }
   request.Overlay = ChosenMarks(settings);
   request.PassDetails = settings.SavePassDetails.Value || session_.Run.AutomaticRun;
@@ -93,15 +95,17 @@ void TTabSheetGroundPath::MakeMap() {
   const Hourglass hourglass;
   ui_.ButtonGenTopo->setText(QStringLiteral("Stop"));
   const auto idle = qScopeGuard([this] {
+    // Who presses Escape wants no other map either.
+    if (session_.Run.AbortRequested) againRequested_ = false;
     session_.Run.MakingMap = stopRequested_ = session_.Run.AbortRequested = false;
     ui_.ButtonGenTopo->setText(QStringLiteral("Make map"));
     EnableControls();
   });
-  ui_.TimerSaveResults->stop();
   EnableControls();
   // A map can be made without a picture, too.
   if (!session_.Run.AutomaticRun) session::Guarded(Boxes(), [this] { LoadPicture(CurrentKey()); });
   GenerateLive(Request());
+  ui_.TimerSaveResults->stop();
   SaveResults();
 }
 
@@ -162,7 +166,7 @@ void TTabSheetGroundPath::SaveResults() {
 
 QString TTabSheetGroundPath::TitleOf(const overlay::OverlayRequest& request) const {
   const orbit::TDateTime end{request.Start.Days + request.DurationMinutes / 1440.0};
-  return QStringLiteral("%1  %2-%3  %4")
+  return QStringLiteral("%1  %2-%3 UTC  %4")
       .arg(QString::fromStdString(request.Satellite.Name), MomentText("yyyy mmm dd  hh:nn:ss", request.Start),
            MomentText("hh:nn:ss", end),
            request.SouthBound ? QStringLiteral("South") : QStringLiteral("North"));

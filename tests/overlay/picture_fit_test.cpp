@@ -44,6 +44,9 @@ TEST(PictureBlend, EveryPixelMeetsTheOneOfItsTime) {
       {"image alone", 909, true, 86},
       {"image alone, turned", 909, false, 45},
       {"two channels", 2080, true, 0},
+      {"image and frame, cut short", 1000, true, 0},
+      {"image and frame, cut short and turned", 1000, false, 40},
+      {"two channels, turned", 2080, false, -1040},
   };
   for (const auto& row : rows) {
     QImage picture(row.PictureWidth, 9, QImage::Format_RGB32);
@@ -51,12 +54,14 @@ TEST(PictureBlend, EveryPixelMeetsTheOneOfItsTime) {
     const MapLayer layer{map, row.SouthBound, 4};
     const int mapRow = row.SouthBound ? 3 : 2, bareRow = row.SouthBound ? 4 : 1;
     const QImage blend = BlendPicture(picture, layer, 100);
-    EXPECT_EQ(blend.pixel(0, mapRow), map.pixel(row.FirstColumn, mapRow)) << row.Label;
-    EXPECT_EQ(blend.pixel(800, mapRow), map.pixel(800 + row.FirstColumn, mapRow)) << row.Label;
-    EXPECT_EQ(blend.pixel(0, bareRow), picture.pixel(0, 0)) << row.Label;
+    const int first = std::max(0, -row.FirstColumn), column = first + 800;
+    EXPECT_EQ(blend.pixel(first, mapRow), map.pixel(first + row.FirstColumn, mapRow)) << row.Label;
+    EXPECT_EQ(blend.pixel(column, mapRow), map.pixel(column + row.FirstColumn, mapRow)) << row.Label;
+    EXPECT_EQ(blend.pixel(first, bareRow), picture.pixel(0, 0)) << row.Label;
+    EXPECT_EQ(BlendRows(picture, layer, 100, 1, 5), blend.copy(0, 1, row.PictureWidth, 4)) << row.Label;
     EXPECT_EQ(BlendPicture(picture, layer, 0), picture) << row.Label;
-    const int half = qRed(BlendPicture(picture, layer, 50).pixel(800, mapRow));
-    EXPECT_EQ(half, (255 + qRed(map.pixel(800 + row.FirstColumn, mapRow))) / 2) << row.Label;
+    const int half = qRed(BlendPicture(picture, layer, 50).pixel(column, mapRow));
+    EXPECT_EQ(half, (255 + qRed(map.pixel(column + row.FirstColumn, mapRow))) / 2) << row.Label;
   }
 }
 

@@ -11,6 +11,7 @@
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QSlider>
 #include <QSpinBox>
 #include <QTest>
 #include <QTimer>
@@ -148,6 +149,12 @@ TEST_F(GroundPathTest, MakingEndsWhenTheUserWantsIt) {
   } rows[] = {
       {"button", [this] { program.Click("ButtonGenTopo"); }},
       {"Escape", [this] { QTest::keyClick(program.Find("SpinEditPassDuration"), Qt::Key_Escape); }},
+      {"Escape after a turn",
+       [this] {
+         program.Click("ButtonPassDirection");
+         program.Click("ButtonPassDirection");
+         QTest::keyClick(program.Find("SpinEditPassDuration"), Qt::Key_Escape);
+       }},
       {"closing", [this] { program.Form->close(); }},
   };
   for (const auto& row : rows) {
@@ -179,6 +186,10 @@ TEST_F(GroundPathTest, PickersCarryAndOpenedPicturesTellTheirTime) {
   EXPECT_EQ(time->time(), QTime(0, 0));
   EXPECT_EQ(date->date(), QDate(2022, 2, 24));
   EXPECT_EQ(PictureShown(), u"02240001V.png"_s) << "the lookup followed the pickers";
+  GivePicture(u"02240000V.png"_s, Qt::lightGray);
+  time->setFocus();
+  program.Find("ButtonReload")->setFocus();
+  EXPECT_EQ(PictureShown(), u"02240000V.png"_s) << "and looks again when the picker is left";
 
   program.Boxes.ChosenFile = elsewhere;
   program.Find<QAction>("Open1")->trigger();
@@ -224,6 +235,9 @@ TEST_F(GroundPathTest, OpenedPicturesStayAndClocksBelongToSatellites) {
   program.Form->Shared().ChooseSatellite(1);
   program.Click("ButtonGenTopo");
   EXPECT_EQ(PictureShown(), u"0223075142V.png"_s) << "the map page's satellite is another matter";
+  program.Find("DateTimePickerTime")->setFocus();
+  program.Click("ButtonGenTopo");
+  EXPECT_EQ(PictureShown(), u"0223075142V.png"_s) << "nor does passing by the picker matter";
   EXPECT_EQ(correction->value(), 42);
   correction->setValue(44);
 
@@ -258,6 +272,7 @@ TEST_F(GroundPathTest, PicturesNamedByTheLocalClockAreFound) {
 TEST_F(GroundPathTest, MapAndPictureAreFittedAndScrolledTogether) {
   QDir(program.Path(u"."_s)).mkdir(u"pictures/more"_s);
   GivePicture(u"more/02230751V.png"_s, Qt::darkGray);
+  GivePicture(u"more/02230851V.png"_s, Qt::darkBlue);
   StartOnPage();
   program.Form->resize(1000, 700);
   program.Form->ShowPage(Page::Setup);
@@ -305,6 +320,22 @@ TEST_F(GroundPathTest, MapAndPictureAreFittedAndScrolledTogether) {
   program.Click("ButtonSaveBlend");
   const QImage blend = image::LoadPicture(*program.Boxes.ChosenFile);
   EXPECT_EQ(blend.size(), QSize(909, kPictureLines));
+  program.Boxes.ChosenFile = program.Path(u"blend.tiff"_s);
+  program.Click("ButtonSaveBlend");
+  const auto saved = files::ReadFile(program.Path(u"blend.tiff.jpg"_s));
+  program.Find<QSlider>("SliderOpacity")->setValue(0);
+  program.Click("ButtonSaveBlend");
+  EXPECT_EQ(program.Boxes.Take().size(), 1) << "another name than the one that was asked for";
+  EXPECT_EQ(files::ReadFile(program.Path(u"blend.tiff.jpg"_s)), saved);
+
+  // The map of another pass is not to be laid over a picture.
+  Pick(8, 51);
+  EXPECT_EQ(PictureShown(), u"02230851V.png"_s);
+  EXPECT_TRUE(mapBox->isVisible());
+  EXPECT_FALSE(program.Find("ButtonSaveBlend")->isEnabled());
+  program.Click("ButtonGenTopo");
+  EXPECT_FALSE(mapBox->isVisible());
+  EXPECT_TRUE(program.Find("ButtonSaveBlend")->isEnabled());
   program.Boxes.ChosenFile = program.Path(u"page.pdf"_s);
   program.Find<QAction>("FilePrintImage")->trigger();
   EXPECT_TRUE(files::ReadFile(*program.Boxes.ChosenFile).startsWith("%PDF"));
