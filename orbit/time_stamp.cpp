@@ -13,6 +13,11 @@ bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 }  // namespace
 
+TDateTime CutToMinute(TDateTime moment) {
+  const DateTimeFields fields = TakeApart(moment);
+  return MakeDateTime(fields.Year, fields.Month, fields.Day, fields.Hour, fields.Minute);
+}
+
 std::string StampOf(TDateTime moment) { return FormatDateTime("mmddhhnn", moment); }
 
 TDateTime TimeOfStamp(std::string_view name, int year) {

@@ -9,6 +9,9 @@
 /// The times by which pictures are named, and times as they are stepped in a picker.
 namespace pelorin::orbit {
 
+/// The moment with its seconds cut off.
+TDateTime CutToMinute(TDateTime moment);
+
 /// "mmddhhnn".
 std::string StampOf(TDateTime moment);
 

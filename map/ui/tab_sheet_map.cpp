@@ -46,11 +46,6 @@ map::LocalClock LocalClockOf(const app::TimeZoneDetails& zone) {
   return {};
 }
 
-orbit::TDateTime ToTheMinute(orbit::TDateTime moment) {
-  const orbit::DateTimeFields fields = TakeApart(moment);
-  return orbit::MakeDateTime(fields.Year, fields.Month, fields.Day, fields.Hour, fields.Minute);
-}
-
 bool TypesDigit(const QKeyEvent* event) {
   constexpr Qt::KeyboardModifiers commands = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
   const QString text = event->text();
@@ -217,7 +212,7 @@ void TTabSheetMap::DateTimePickerMapDateChange() {
                                    session_.Map.CurrentTime));
 }
 
-void TTabSheetMap::SetMapTime(orbit::TDateTime moment) { SetManualTime(ToTheMinute(moment)); }
+void TTabSheetMap::SetMapTime(orbit::TDateTime moment) { SetManualTime(orbit::CutToMinute(moment)); }
 
 void TTabSheetMap::SetManualTime(orbit::TDateTime moment) {
   SetTimeframe(Timeframe::Manual);
@@ -230,7 +225,7 @@ void TTabSheetMap::DateTimePickerMapDateClick() { ui_.TimerStep->stop(); }
 
 void TTabSheetMap::DateTimePickerMapKeyPress() {
   // Seconds that went back to 0 at the second digit would take the cursor along, and so would the clock.
-  if (session_.Map.Mode == Timeframe::RealTime) SetManualTime(ToTheMinute(session_.Map.CurrentTime));
+  if (session_.Map.Mode == Timeframe::RealTime) SetManualTime(orbit::CutToMinute(session_.Map.CurrentTime));
 }
 
 void TTabSheetMap::DateTimePickerMapDateExit() {

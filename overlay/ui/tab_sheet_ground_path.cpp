@@ -16,12 +16,12 @@
 #include <cmath>
 
 #include "app/session/controls.h"
+#include "app/session/hourglass.h"
 #include "app/session/picker_time.h"
 #include "app/session/print_out.h"
 #include "orbit/time_stamp.h"
 #include "overlay/image/picture_file.h"
 #include "overlay/picture_lookup.h"
-#include "overlay/ui/hourglass.h"
 #include "overlay/ui/overlay_choices.h"
 #include "overlay/ui/picture_panes.h"
 #include "overlay/ui/picture_print.h"
@@ -31,11 +31,6 @@ namespace pelorin::ui {
 namespace {
 
 using session::Handle;
-
-orbit::TDateTime ToMinute(orbit::TDateTime moment) {
-  const orbit::DateTimeFields fields = orbit::TakeApart(moment);
-  return orbit::MakeDateTime(fields.Year, fields.Month, fields.Day, fields.Hour, fields.Minute);
-}
 
 QString Stamp(orbit::TDateTime moment) { return QString::fromStdString(orbit::StampOf(moment)); }
 
@@ -76,7 +71,7 @@ TTabSheetGroundPath::TTabSheetGroundPath(session::Session& session, QWidget* par
 void TTabSheetGroundPath::SetSources(const overlay::OverlaySources& sources) { sources_ = sources; }
 
 void TTabSheetGroundPath::SetPassTime(orbit::TDateTime moment) {
-  passTime_ = ToMinute(moment);
+  passTime_ = orbit::CutToMinute(moment);
   session::TurnPicker(ui_.DateTimePickerDate, passTime_);
   session::TurnPicker(ui_.DateTimePickerTime, passTime_);
 }
@@ -162,7 +157,7 @@ void TTabSheetGroundPath::ShowPictureOf(const QString& key, const QString& path)
     return;
   }
   ui_.Panes->SetPictureTitle(name + QStringLiteral(" could not be read") + still);
-  const Hourglass hourglass;
+  const session::Hourglass hourglass;
   ui_.Panes->SetPicture(image::LoadPicture(path), path);
   shownPath_ = path;
   shownTime_ = passTime_;
@@ -316,7 +311,7 @@ void TTabSheetGroundPath::PrintImageClick() {
   const auto forget = qScopeGuard([&] {
     if (isForFile) printer.setOutputFileName(QString());
   });
-  const Hourglass hourglass;
+  const session::Hourglass hourglass;
   PrintPicturePage(printer, page);
 }
 

@@ -13,11 +13,11 @@
 #include <utility>
 
 #include "app/session/controls.h"
+#include "app/session/hourglass.h"
 #include "map/satellite_info.h"
 #include "overlay/overlay_outputs.h"
 #include "overlay/overlay_text.h"
 #include "overlay/picture_fit.h"
-#include "overlay/ui/hourglass.h"
 #include "overlay/ui/overlay_choices.h"
 #include "overlay/ui/picture_panes.h"
 #include "overlay/ui/tab_sheet_ground_path.h"
@@ -92,7 +92,7 @@ void TTabSheetGroundPath::MakeMap() {
   }
   session_.Run.MakingMap = true;
   session_.Run.AbortRequested = stopRequested_ = false;
-  const Hourglass hourglass;
+  const session::Hourglass hourglass;
   ui_.ButtonGenTopo->setText(QStringLiteral("Stop"));
   const auto idle = qScopeGuard([this] {
     // Who presses Escape wants no other map either.

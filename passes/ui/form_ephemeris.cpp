@@ -4,7 +4,6 @@
 #include <QCoreApplication>
 #include <QDateEdit>
 #include <QElapsedTimer>
-#include <QGuiApplication>
 #include <QLabel>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -19,6 +18,7 @@
 
 #include "app/program_paths.h"
 #include "app/session/controls.h"
+#include "app/session/hourglass.h"
 #include "app/session/list_box.h"
 #include "app/session/picker_time.h"
 #include "app/session/print_out.h"
@@ -123,7 +123,7 @@ bool TFormEphemeris::Predict() {
   }
   isPredicting_ = true;
   stopRequested_ = false;
-  QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+  const session::Hourglass hourglass;
   EnableOutput(false);
   ui_.TabSheetControl->setEnabled(false);
   ui_.ProgressBar->setRange(1, request.Days);
@@ -134,7 +134,6 @@ bool TFormEphemeris::Predict() {
     ui_.ProgressBar->hide();
     ui_.TabSheetControl->setEnabled(true);
     EnableOutput(true);
-    QGuiApplication::restoreOverrideCursor();
     isPredicting_ = false;
   });
   ui_.ListBoxPasses->SetItems({});
@@ -184,8 +183,7 @@ void TFormEphemeris::ButtonPrintClick() {
   }
   // The next print is another one, and must not replace this one's file.
   const auto forget = qScopeGuard([&printer] { printer.setOutputFileName(QString()); });
-  QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-  const auto pointer = qScopeGuard([] { QGuiApplication::restoreOverrideCursor(); });
+  const session::Hourglass hourglass;
   PrintLines(printer, QStringLiteral("Pelorin pass prediction"), ui_.ListBoxPasses->Items());
 }
 

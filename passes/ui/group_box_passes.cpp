@@ -2,13 +2,13 @@
 
 #include <QApplication>
 #include <QDateEdit>
-#include <QGuiApplication>
 #include <QLabel>
 #include <QPushButton>
 #include <QScopeGuard>
 #include <QSpinBox>
 
 #include "app/session/controls.h"
+#include "app/session/hourglass.h"
 #include "app/session/list_box.h"
 #include "app/session/picker_time.h"
 #include "orbit/scalar_math.h"
@@ -119,8 +119,7 @@ bool TGroupBoxPasses::BuildPassList() {
     Boxes().Message(passes::NoActiveSatellitesText());
     return false;
   }
-  QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-  const auto pointer = qScopeGuard([] { QGuiApplication::restoreOverrideCursor(); });
+  const session::Hourglass hourglass;
   ui_.ListBoxPasses->setUpdatesEnabled(false);
   const auto repaint = qScopeGuard([this] { ui_.ListBoxPasses->setUpdatesEnabled(true); });
 

@@ -19,11 +19,11 @@ const QString kKeyPath = app::SettingsKeyPath(QStringLiteral("pelorin"));
 }  // namespace
 
 ProgramFixture::ProgramFixture() : Now(orbit::MakeDateTime(2022, 2, 23, 6, 0)), before_(QDir::currentPath()) {
-  for (const char* name : {"bin", "work", "share", "config", "pictures"}) {
+  for (const char* name : {"bin", "elsewhere", "share", "config", "pictures"}) {
     QDir(folder_.path()).mkdir(QString::fromLatin1(name));
   }
   QFile::link(QStringLiteral(PELORIN_BUILT_DATA), Path(QStringLiteral("share/pelorin")));
-  QDir::setCurrent(Path(QStringLiteral("work")));
+  QDir::setCurrent(Path(QStringLiteral("elsewhere")));
   store_ = std::make_unique<app::RegistryStore>(Path(QStringLiteral("config")));
 }
 

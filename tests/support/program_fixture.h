@@ -15,7 +15,7 @@ namespace pelorin::tests {
 
 /// The whole program over a temporary folder: "bin" for the executable, the built map data beside it as after
 /// an installation, settings of its own, a clock that stands still, and boxes that are recorded. The working
-/// folder is "work" while it lives. Several runs may follow each other.
+/// folder is "elsewhere" while it lives. Several runs may follow each other.
 class ProgramFixture {
  public:
   ProgramFixture();

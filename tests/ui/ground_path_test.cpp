@@ -174,9 +174,9 @@ TEST_F(GroundPathTest, MakingEndsWhenTheUserWantsIt) {
 
 TEST_F(GroundPathTest, PickersCarryAndOpenedPicturesTellTheirTime) {
   GivePicture(u"02240001V.png"_s, Qt::darkGray);
-  const QString elsewhere = program.Path(u"work/0301235942.png"_s);
+  const QString elsewhere = program.Path(u"elsewhere/0301235942.png"_s);
   StartOnPage();
-  GivePicture(u"../work/0301235942.png"_s, Qt::darkRed);
+  GivePicture(u"../elsewhere/0301235942.png"_s, Qt::darkRed);
   auto* date = program.Find<QDateTimeEdit>("DateTimePickerDate");
   auto* time = program.Find<QDateTimeEdit>("DateTimePickerTime");
   EXPECT_EQ(time->displayFormat(), u"HH:mm"_s);
@@ -203,7 +203,7 @@ TEST_F(GroundPathTest, PickersCarryAndOpenedPicturesTellTheirTime) {
   EXPECT_EQ(program.Find<QDoubleSpinBox>("SpinEditTimeCorrection")->value(), 44.5);
 
   // What is no picture, or has no time in its name, leaves everything as it was.
-  for (const QString& name : {u"work/party.png"_s, u"work/02240001.png"_s}) {
+  for (const QString& name : {u"elsewhere/party.png"_s, u"elsewhere/02240001.png"_s}) {
     QFile file(program.Path(name));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write("nothing") > 0);
     file.close();
@@ -221,12 +221,12 @@ TEST_F(GroundPathTest, PickersCarryAndOpenedPicturesTellTheirTime) {
 
 TEST_F(GroundPathTest, OpenedPicturesStayAndClocksBelongToSatellites) {
   GivePicture(u"02230751I.png"_s, Qt::lightGray);
-  GivePicture(u"../work/0223075142V.png"_s, Qt::darkRed);
+  GivePicture(u"../elsewhere/0223075142V.png"_s, Qt::darkRed);
   StartOnPage();
   auto* satellite = program.Find<QComboBox>("ComboBoxSatForPic");
   auto* correction = program.Find<QDoubleSpinBox>("SpinEditTimeCorrection");
   satellite->setCurrentText(u"NOAA 15"_s);
-  program.Boxes.ChosenFile = program.Path(u"work/0223075142V.png"_s);
+  program.Boxes.ChosenFile = program.Path(u"elsewhere/0223075142V.png"_s);
   QDir::setCurrent(program.Path(u"bin"_s));
   program.Find<QAction>("Open1")->trigger();
   correction->setValue(45);

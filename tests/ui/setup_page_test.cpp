@@ -128,7 +128,7 @@ TEST(SetupPage, FoldersAreChosenAndKept) {
   program.Form->ShowPage(session::Page::Setup);
   program.Click("ButtonBrowseResultsPath");
   EXPECT_EQ(program.Find<QLineEdit>("EditResultsPath")->text(), program.Path(u"bin/"_s)) << "cancelled";
-  program.Boxes.ChosenFolder = program.Path(u"work"_s);
+  program.Boxes.ChosenFolder = program.Path(u"elsewhere"_s);
   program.Click("ButtonBrowseResultsPath");
   program.Click("ButtonBrowseSatDataPath");
   program.Click("ButtonAddPath");
@@ -142,9 +142,9 @@ TEST(SetupPage, FoldersAreChosenAndKept) {
                     pictures->visualItemRect(pictures->item(0)).center());
   program.Click("ButtonRemovePath");
   program.Close();
-  EXPECT_EQ(program.SavedText(u"ResultsPath"_s), program.Path(u"work/"_s));
-  EXPECT_EQ(program.SavedText(u"TwoLineDataPath"_s), program.Path(u"work/"_s));
-  EXPECT_EQ(program.SavedText(u"ImagePathList"_s), program.Path(u"work"_s)) << "as it was chosen";
+  EXPECT_EQ(program.SavedText(u"ResultsPath"_s), program.Path(u"elsewhere/"_s));
+  EXPECT_EQ(program.SavedText(u"TwoLineDataPath"_s), program.Path(u"elsewhere/"_s));
+  EXPECT_EQ(program.SavedText(u"ImagePathList"_s), program.Path(u"elsewhere"_s)) << "as it was chosen";
 }
 
 }  // namespace

@@ -95,7 +95,7 @@ TEST(StartUp, BadSurroundingsAreToldAndSurvived) {
        },
        u"Warning 270: "_s},
       {"backdrop is no picture",
-       [&noise](ProgramFixture& p) { WriteFile(p.Path(u"work/UserMap.jpg"_s), noise); }, u"Message: "_s},
+       [&noise](ProgramFixture& p) { WriteFile(p.Path(u"elsewhere/UserMap.jpg"_s), noise); }, u"Message: "_s},
       {"settings are noise",
        [&noise](ProgramFixture& p) { WriteFile(p.Path(u"config/registry.reg"_s), noise); },
        u"Yes? There are no"_s},

@@ -2,7 +2,7 @@
 
 #include <QGuiApplication>
 
-namespace pelorin::ui {
+namespace pelorin::session {
 
 /// The pointer is an hourglass while this lives.
 class Hourglass {
@@ -13,4 +13,4 @@ class Hourglass {
   Hourglass& operator=(const Hourglass&) = delete;
 };
 
-}  // namespace pelorin::ui
+}  // namespace pelorin::session
