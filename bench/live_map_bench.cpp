@@ -15,9 +15,9 @@
 #include <vector>
 
 #include "app/registry_values.h"
-#include "app/session/qt_prompts.h"
-#include "app/ui/form_main.h"
+#include "desktop/form_main.h"
 #include "overlay/overlay_outputs.h"
+#include "session/qt_prompts.h"
 
 namespace {
 
@@ -58,14 +58,15 @@ int main(int argc, char** argv) {
   store.WriteInteger(keyPath, QStringLiteral("ShowOverlay"), 1);
   store.WriteInteger(keyPath, QStringLiteral("SavePassDetails"), 1);
   session::QtPrompts boxes(QStringLiteral("Pelorin"), [](int) {});
-  ui::TFormMain form({store,
-                      folder.filePath(QStringLiteral("bin/pelorin")),
-                      {},
-                      boxes,
-                      [] { return kNow; },
-                      {},
-                      [](const QString&) {},
-                      {}});
+  desktop::TFormMain form({store,
+                           folder.filePath(QStringLiteral("bin/pelorin")),
+                           {},
+                           boxes,
+                           [] { return kNow; },
+                           {},
+                           [](const QString&) {},
+                           {},
+                           [](desktop::Look) {}});
   form.CreateForms();
   form.show();
   form.ShowPage(session::Page::GroundPath);

@@ -3,8 +3,8 @@
 #include <QApplication>
 #include <QPainter>
 
-#include "map/ui/paint_box_grid.h"
-#include "map/ui/paint_box_sats.h"
+#include "desktop/map/paint_box_grid.h"
+#include "desktop/map/paint_box_sats.h"
 #include "orbit/element_file.h"
 
 namespace {
@@ -55,8 +55,8 @@ class MapLayers : public QWidget {
 
  private:
   QImage backdrop_{2048, 1024, QImage::Format_RGB32};
-  ui::TPaintBoxGrid grid_;
-  ui::TPaintBoxSats sats_;
+  desktop::TPaintBoxGrid grid_;
+  desktop::TPaintBoxSats sats_;
   std::vector<orbit::TSatellite> fleet_;
 };
 

@@ -5,16 +5,17 @@
 #include <fstream>
 #include <sstream>
 
+#include "elements/satellite_list.h"
 #include "orbit/element_file.h"
 #include "orbit/julian_date.h"
 #include "orbit/look_angles.h"
 #include "orbit/pass_search.h"
 #include "orbit/propagation.h"
-#include "orbit/satellite_list.h"
 
 namespace {
 
 using namespace pelorin::orbit;
+namespace elements = pelorin::elements;
 
 TSatellite Named(const char* file, const char* name) {
   std::vector<RejectedSet> rejected;
@@ -115,7 +116,7 @@ void LoadElementFolder(benchmark::State& state, const char* fileName) {
   std::filesystem::create_directories(folder);
   std::ofstream(folder / fileName, std::ios::binary) << ElementFile(fileName, state.range(0));
   int count = 0;
-  for (auto _ : state) count = TSatelliteList(folder).Count();
+  for (auto _ : state) count = elements::TSatelliteList(folder).Count();
   state.counters["sets"] = count;
   std::filesystem::remove_all(folder);
 }

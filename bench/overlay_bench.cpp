@@ -15,6 +15,7 @@ namespace {
 
 using namespace pelorin::overlay;
 namespace orbit = pelorin::orbit;
+namespace swath = pelorin::swath;
 
 const QString kCountries = QStringLiteral(PELORIN_BUILT_DATA "/Countries.dat");
 
@@ -48,12 +49,12 @@ struct Pass {
 
 void GroundPointsOfOneLine(benchmark::State& state) {
   orbit::TSatellite satellite = Noaa19();
-  const GroundTrack track = TrackAt(satellite, satellite.Epoch);
-  orbit::BuildScanTable(satellite, orbit::kHalfLinePixels, track.Below.Altitude);
-  const ScanDistances distances = DistancesOf(satellite);
-  GroundLine line;
+  const swath::GroundTrack track = swath::TrackAt(satellite, satellite.Epoch);
+  swath::BuildScanTable(satellite, swath::kHalfLinePixels, track.Below.Altitude);
+  const swath::ScanDistances distances = swath::DistancesOf(satellite);
+  swath::GroundLine line;
   for (auto _ : state) {
-    FillGroundLine(track, distances, line);
+    swath::FillGroundLine(track, distances, line);
     benchmark::DoNotOptimize(line);
   }
 }
@@ -62,27 +63,27 @@ BENCHMARK(GroundPointsOfOneLine)->Unit(benchmark::kMicrosecond);
 /// The same with the library's arctangents, point by point: what the line above is measured against.
 void GroundPointsOneByOne(benchmark::State& state) {
   orbit::TSatellite satellite = Noaa19();
-  const GroundTrack track = TrackAt(satellite, satellite.Epoch);
-  orbit::BuildScanTable(satellite, orbit::kHalfLinePixels, track.Below.Altitude);
-  const ScanDistances distances = DistancesOf(satellite);
+  const swath::GroundTrack track = swath::TrackAt(satellite, satellite.Epoch);
+  swath::BuildScanTable(satellite, swath::kHalfLinePixels, track.Below.Altitude);
+  const swath::ScanDistances distances = swath::DistancesOf(satellite);
   for (auto _ : state) {
-    for (const double distance : distances) benchmark::DoNotOptimize(PointAcross(track, distance));
+    for (const double distance : distances) benchmark::DoNotOptimize(swath::PointAcross(track, distance));
   }
 }
 BENCHMARK(GroundPointsOneByOne)->Unit(benchmark::kMicrosecond);
 
 void OneScanLine(benchmark::State& state) {
   Pass pass;
-  const GroundTrack track = TrackAt(pass.request.Satellite, pass.request.Satellite.Epoch);
-  orbit::BuildScanTable(pass.request.Satellite, orbit::kHalfLinePixels, track.Below.Altitude);
-  const ScanDistances distances = DistancesOf(pass.request.Satellite);
+  const swath::GroundTrack track = swath::TrackAt(pass.request.Satellite, pass.request.Satellite.Epoch);
+  swath::BuildScanTable(pass.request.Satellite, swath::kHalfLinePixels, track.Below.Altitude);
+  const swath::ScanDistances distances = swath::DistancesOf(pass.request.Satellite);
   const GroundColours colours({&*pass.topography, nullptr}, &*pass.master, Marks::All);
   const ScanLineWriter writer(colours);
-  GroundLine line;
+  swath::GroundLine line;
   std::vector<std::uint32_t> pixels(kUsualLineWidth);
   std::vector<std::uint8_t> indices(kUsualLineWidth);
   for (auto _ : state) {
-    FillGroundLine(track, distances, line);
+    swath::FillGroundLine(track, distances, line);
     writer.Write(line, MinuteMarker::None, true, pixels, indices);
     benchmark::DoNotOptimize(pixels.data());
   }

@@ -17,7 +17,7 @@
 #include <vector>
 
 #include "app/registry_values.h"
-#include "app/ui/program.h"
+#include "desktop/program.h"
 
 namespace {
 
@@ -84,7 +84,7 @@ int main(int argc, char** argv) {
   if (role == "empty" || role == "pelorin") {
     qAddPreRoutine(WatchForPainting);
     int one = 1;
-    return role == "empty" ? EmptyWindow(one, argv) : pelorin::ui::RunProgram(one, argv);
+    return role == "empty" ? EmptyWindow(one, argv) : pelorin::desktop::RunProgram(one, argv);
   }
 
   QCoreApplication application(argc, argv);

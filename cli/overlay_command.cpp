@@ -11,11 +11,11 @@
 #include "orbit/element_file.h"
 #include "orbit/julian_date.h"
 #include "orbit/scalar_math.h"
-#include "overlay/image/picture_file.h"
 #include "overlay/overlay_outputs.h"
 #include "overlay/overlay_text.h"
 #include "passes/chosen_pass.h"
 #include "passes/pass_list.h"
+#include "picture/picture_file.h"
 
 namespace pelorin::cli {
 namespace {
@@ -114,7 +114,7 @@ OverlayRequest DescribePass(const Arguments& arguments, const app::Station& stat
 /// A received picture; what is wrong with one is told with its name.
 QImage LoadReceived(const QString& path) {
   try {
-    return image::LoadPicture(path);
+    return picture::LoadPicture(path);
   } catch (const files::FileError& error) {
     const QString text = error.Text();
     throw Failure(text.contains(path) ? text : path + QStringLiteral(": ") + text);

@@ -3,8 +3,8 @@
 #include <QFileInfo>
 
 #include "app/program_paths.h"
-#include "overlay/image/picture_file.h"
 #include "overlay/overlay_master.h"
+#include "picture/picture_file.h"
 
 namespace pelorin::cli {
 namespace {
@@ -45,7 +45,7 @@ void LoadedSources::OpenGround(const QString& wanted) {
   if (path.isEmpty()) {
     Say(QStringLiteral("Topography will not be available"));
   } else if (IsPicture(path)) {
-    baseImage_ = image::LoadPicture(path);
+    baseImage_ = picture::LoadPicture(path);
   } else {
     elevations_ = overlay::Topography::Open(path);
     if (!elevations_) throw Failure(QStringLiteral("Cannot read the topography file %1").arg(path));

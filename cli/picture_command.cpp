@@ -3,7 +3,7 @@
 #include "cli/options.h"
 #include "cli/table.h"
 #include "orbit/scalar_math.h"
-#include "overlay/picture_lookup.h"
+#include "swath/picture_lookup.h"
 
 namespace pelorin::cli {
 
@@ -28,8 +28,8 @@ void RunPicture(const QStringList& list) {
   const app::TimeZoneDetails zone = app::LocalTimeZone();
   QString found;
   try {
-    found = overlay::LookUpPicture(key, arguments.Whole(QStringLiteral("channel"), 0, 0, 2), folders,
-                                   zone.StandardOffsetMinutes, zone.DaylightOffsetMinutes);
+    found = swath::LookUpPicture(key, arguments.Whole(QStringLiteral("channel"), 0, 0, 2), folders,
+                                 zone.StandardOffsetMinutes, zone.DaylightOffsetMinutes);
   } catch (const orbit::ConvertError& error) {
     throw UsageError(QStringLiteral("--find wants MMDDHHMM, as in 02231015: ") +
                      QString::fromUtf8(error.what()));

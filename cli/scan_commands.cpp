@@ -3,12 +3,12 @@
 #include "cli/commands.h"
 #include "cli/options.h"
 #include "cli/table.h"
-#include "orbit/scanner_geometry.h"
-#include "overlay/ground_track.h"
+#include "swath/ground_track.h"
+#include "swath/scanner_geometry.h"
 
 namespace pelorin::cli {
 
-using orbit::kHalfLinePixels;
+using swath::kHalfLinePixels;
 
 void RunScan(const QStringList& list) {
   const Arguments arguments(QStringLiteral("scan"),
@@ -22,11 +22,11 @@ void RunScan(const QStringList& list) {
   satellite.SetIdentity(arguments.Required(QStringLiteral("satellite")).toStdString(), "");
   arguments.Required(QStringLiteral("height"));
   Say(QStringLiteral("Scan half-angle for that name: %1 degrees.")
-          .arg(orbit::FamilyHalfAngle(orbit::ScannerFamilyOf(satellite.Name))));
-  orbit::BuildScanTable(satellite, kHalfLinePixels,
+          .arg(swath::FamilyHalfAngle(swath::ScannerFamilyOf(satellite.Name))));
+  swath::BuildScanTable(satellite, kHalfLinePixels,
                         arguments.Number(QStringLiteral("height"), 0, 100, 50000));
   Table table({QStringLiteral("pixel"), QStringLiteral("distance_km")}, false);
-  for (int i = 0; i <= kHalfLinePixels; ++i) table.Add({i, Cell(orbit::CrossTrackOffset(satellite, i), 6)});
+  for (int i = 0; i <= kHalfLinePixels; ++i) table.Add({i, Cell(swath::CrossTrackOffset(satellite, i), 6)});
   table.Finish();
 }
 
@@ -46,15 +46,15 @@ void RunLine(const QStringList& list) {
   const QString name = arguments.Required(QStringLiteral("satellite"));
   const double jd = ParseMoment(arguments.Required(QStringLiteral("from")));
   orbit::TSatellite satellite = ChooseSet(arguments.ElementSets(), name, jd, arguments);
-  const overlay::GroundTrack track = overlay::TrackAt(satellite, jd);
+  const swath::GroundTrack track = swath::TrackAt(satellite, jd);
   if (!std::isfinite(track.Below.Altitude)) {
     throw Failure(QStringLiteral("The elements give no position for that moment"));
   }
-  orbit::BuildScanTable(satellite, kHalfLinePixels, track.Below.Altitude);
+  swath::BuildScanTable(satellite, kHalfLinePixels, track.Below.Altitude);
   Table table({QStringLiteral("position"), QStringLiteral("latitude_deg"), QStringLiteral("longitude_deg")},
               false);
   for (int s = -kHalfLinePixels; s <= kHalfLinePixels; ++s) {
-    const overlay::GroundPoint point = overlay::PointAcross(track, orbit::CrossTrackOffset(satellite, s));
+    const swath::GroundPoint point = swath::PointAcross(track, swath::CrossTrackOffset(satellite, s));
     table.Add({s, Cell(point.LatitudeDeg, 6), Cell(point.LongitudeDeg, 6)});
   }
   table.Finish();

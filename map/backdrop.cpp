@@ -4,8 +4,8 @@
 #include <cstring>
 
 #include "files/file_error.h"
-#include "overlay/image/jpeg_image.h"
-#include "overlay/image/picture_file.h"
+#include "picture/jpeg_image.h"
+#include "picture/picture_file.h"
 
 namespace pelorin::map {
 Backdrop LoadBackdrop(bool hasTopography, const FindFile& findFile, const TellStatus& tellStatus) {
@@ -22,7 +22,7 @@ Backdrop LoadBackdrop(bool hasTopography, const FindFile& findFile, const TellSt
     const bool isBitmap = name == bitmap;
     if (!isBitmap && tellStatus) tellStatus(QStringLiteral("Loading map background from %1  ...").arg(name));
     try {
-      backdrop.Picture = isBitmap ? image::LoadPicture(path) : image::LoadJpeg(path);
+      backdrop.Picture = isBitmap ? picture::LoadPicture(path) : picture::LoadJpeg(path);
       backdrop.IsUserBitmap = isBitmap;
     } catch (const files::FileError& error) {
       (isBitmap ? bitmapError : backdrop.Messages.emplaceBack()) = error.Text();

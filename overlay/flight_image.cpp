@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <cstring>
 
-#include "overlay/image/picture_size.h"
+#include "picture/picture_size.h"
 
 namespace pelorin::overlay {
 
 FlightImage::FlightImage(int width, int height, bool southBound)
-    : image_(image::NewImage(width, std::max(height, kRowsGivenWay), QImage::Format_RGB32)),
+    : image_(picture::NewImage(width, std::max(height, kRowsGivenWay), QImage::Format_RGB32)),
       southBound_(southBound),
       row_(southBound ? 0 : image_.height() - 1) {
   image_.fill(Qt::black);

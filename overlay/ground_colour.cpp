@@ -42,10 +42,11 @@ std::uint32_t GroundColours::BaseColour(int southMin, int eastMin, BaseRow& row)
   return row.pixels[scaled(base_.width(), (eastMin + 10800) % 21600, 21600)];
 }
 
-void GroundColours::ColourLine(const GroundLine& line, std::span<std::uint32_t, kScanPositions> colours,
-                               std::span<std::uint8_t, kScanPositions> indices) const {
+void GroundColours::ColourLine(const swath::GroundLine& line,
+                               std::span<std::uint32_t, swath::kScanPositions> colours,
+                               std::span<std::uint8_t, swath::kScanPositions> indices) const {
   BaseRow row;
-  for (std::size_t i = 0; i < kScanPositions; ++i) {
+  for (std::size_t i = 0; i < swath::kScanPositions; ++i) {
     const int southMin = line.SouthMin[i], eastMin = line.EastMin[i];
     std::uint8_t index = kBackground;
     if (master_) {

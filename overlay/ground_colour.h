@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <span>
 
-#include "overlay/ground_track.h"
 #include "overlay/master_view.h"
 #include "overlay/topography.h"
+#include "swath/ground_track.h"
 
 /// From ground points to colours.
 namespace pelorin::overlay {
@@ -35,8 +35,8 @@ class GroundColours {
   void SetMarks(Marks marks) { marks_ = master_ ? marks : Marks::None; }
 
   /// One line of points, to colours (0xFFRRGGBB) and master indices, in the order of `line`.
-  void ColourLine(const GroundLine& line, std::span<std::uint32_t, kScanPositions> colours,
-                  std::span<std::uint8_t, kScanPositions> indices) const;
+  void ColourLine(const swath::GroundLine& line, std::span<std::uint32_t, swath::kScanPositions> colours,
+                  std::span<std::uint8_t, swath::kScanPositions> indices) const;
 
  private:
   /// The base image's pixels of one row; kept while points stay in the row.

@@ -6,7 +6,7 @@
 
 namespace pelorin::overlay {
 
-IndexedRaster::IndexedRaster(image::IndexedImage& image)
+IndexedRaster::IndexedRaster(picture::IndexedImage& image)
     : image_(image), crossings_(static_cast<std::size_t>(image.Height)) {}
 
 void IndexedRaster::Line(PixelPoint a, PixelPoint b, std::uint8_t pen) {

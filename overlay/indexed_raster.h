@@ -4,7 +4,7 @@
 #include <span>
 #include <vector>
 
-#include "overlay/image/indexed_bitmap.h"
+#include "picture/indexed_bitmap.h"
 
 namespace pelorin::overlay {
 
@@ -19,7 +19,7 @@ struct PixelPoint {
 /// keeps its course.
 class IndexedRaster {
  public:
-  explicit IndexedRaster(image::IndexedImage& image);
+  explicit IndexedRaster(picture::IndexedImage& image);
 
   /// From `a` up to, and without, `b`.
   void Line(PixelPoint a, PixelPoint b, std::uint8_t pen);
@@ -31,7 +31,7 @@ class IndexedRaster {
  private:
   void Fill(std::span<const PixelPoint> points, std::uint8_t brush);
 
-  image::IndexedImage& image_;
+  picture::IndexedImage& image_;
   std::vector<std::vector<int>> crossings_;  // columns where outlines cross a row; empty between calls
 };
 

@@ -11,7 +11,7 @@ namespace {
 constexpr double kHeightTolerance = 0.05;
 
 /// Past a decay the model goes on with numbers that are no place of a satellite.
-bool IsPlace(const GroundTrack& track) {
+bool IsPlace(const swath::GroundTrack& track) {
   return track.Inertial.Position.w <= orbit::kFarthestKm && std::isfinite(track.Inertial.Velocity.w) &&
          track.Below.Altitude >= 0;
 }
@@ -27,21 +27,21 @@ LineMaker::LineMaker(const orbit::TSatellite& satellite, const OverlaySources& s
 
 void LineMaker::FollowHeight(double heightKm) {
   if (std::fabs(heightKm - distancesFor_) <= kHeightTolerance) return;
-  orbit::BuildScanTable(satellite_, orbit::kHalfLinePixels, heightKm);
-  distances_ = DistancesOf(satellite_);
+  swath::BuildScanTable(satellite_, swath::kHalfLinePixels, heightKm);
+  distances_ = swath::DistancesOf(satellite_);
   distancesFor_ = heightKm;
 }
 
-const GroundTrack& LineMaker::Make(double julianDate, MinuteMarker marker, bool turned,
-                                   std::span<std::uint32_t> pixels, std::span<std::uint8_t> indices) {
-  track_ = TrackAt(satellite_, julianDate);
+const swath::GroundTrack& LineMaker::Make(double julianDate, MinuteMarker marker, bool turned,
+                                          std::span<std::uint32_t> pixels, std::span<std::uint8_t> indices) {
+  track_ = swath::TrackAt(satellite_, julianDate);
   if (!IsPlace(track_)) {
     throw OverlayError(
         "The elements of " + satellite_.Name + " give no position for " +
         orbit::FormatDateTime("yyyy mmm dd, hh:nn:ss", orbit::DateTimeOfJulianDate(julianDate)));
   }
   FollowHeight(track_.Below.Altitude);
-  FillGroundLine(track_, distances_, ground_);
+  swath::FillGroundLine(track_, distances_, ground_);
   writer_.Write(ground_, marker, turned, pixels, indices);
   return track_;
 }

@@ -37,8 +37,8 @@ class LineMaker {
 
   /// The line for a moment; see ScanLineWriter. Returns where the satellite is; it stays as it is until the
   /// next line. Raises OverlayError when the elements give no place above the Earth.
-  const GroundTrack& Make(double julianDate, MinuteMarker marker, bool turned,
-                          std::span<std::uint32_t> pixels, std::span<std::uint8_t> indices);
+  const swath::GroundTrack& Make(double julianDate, MinuteMarker marker, bool turned,
+                                 std::span<std::uint32_t> pixels, std::span<std::uint8_t> indices);
 
  private:
   void FollowHeight(double heightKm);
@@ -46,9 +46,9 @@ class LineMaker {
   orbit::TSatellite satellite_;
   GroundColours colours_;
   ScanLineWriter writer_{colours_};
-  GroundTrack track_{};
-  GroundLine ground_{};
-  ScanDistances distances_{};
+  swath::GroundTrack track_{};
+  swath::GroundLine ground_{};
+  swath::ScanDistances distances_{};
   double distancesFor_ = std::nan("");  ///< the height, km
 };
 

@@ -5,7 +5,7 @@
 #include <optional>
 
 #include "files/mapped_file.h"
-#include "overlay/image/indexed_bitmap.h"
+#include "picture/indexed_bitmap.h"
 
 namespace pelorin::overlay {
 
@@ -19,13 +19,13 @@ class MasterView {
   /// 0 is the northmost row; 0 … 3959.
   const std::uint8_t* Row(int row) const;
   /// Colour of each index as the file has it, 0x00RRGGBB.
-  const image::ColourTable& Colours() const { return colours_; }
+  const picture::ColourTable& Colours() const { return colours_; }
 
  private:
   explicit MasterView(files::MappedFile file);
 
   files::MappedFile file_;
-  image::ColourTable colours_{};
+  picture::ColourTable colours_{};
 };
 
 }  // namespace pelorin::overlay

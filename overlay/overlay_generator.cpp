@@ -79,7 +79,7 @@ OverlayResult GenerateOverlay(OverlayRequest request, const OverlaySources& sour
     const int row = request.SouthBound ? line : limit - 1 - line;
     const int indexRow = indexRows > 1 ? row : 0;
     const auto length = static_cast<std::size_t>(width);
-    const GroundTrack& track =
+    const swath::GroundTrack& track =
         maker.Make(jd, MarkerAt(seconds), !request.SouthBound,
                    {reinterpret_cast<std::uint32_t*>(result.Map.scanLine(row)), length},
                    {result.Index.Row(indexRow), length});

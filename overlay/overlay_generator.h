@@ -9,9 +9,9 @@
 #include "orbit/date_time.h"
 #include "orbit/observer.h"
 #include "orbit/satellite.h"
-#include "overlay/image/indexed_bitmap.h"
 #include "overlay/line_maker.h"
 #include "overlay/scan_line_layout.h"
+#include "picture/indexed_bitmap.h"
 
 /// The overlay of a pass, line by line as the satellite's scanner swept the ground.
 namespace pelorin::overlay {
@@ -31,9 +31,9 @@ struct OverlayRequest {
 };
 
 struct OverlayResult {
-  QImage Map;                 ///< Format_RGB32, Width × line limit; rows without a line are black
-  image::IndexedImage Index;  ///< the same as indices; a single row when there is no master
-  image::ColourTable IndexColours{};
+  QImage Map;                   ///< Format_RGB32, Width × line limit; rows without a line are black
+  picture::IndexedImage Index;  ///< the same as indices; a single row when there is no master
+  picture::ColourTable IndexColours{};
   int LinesMade = 0;
   QStringList PassData;     ///< per line: time, latitude and longitude of the sub-satellite point in degrees
   QStringList TextLines;    ///< the three text lines, when details are wanted

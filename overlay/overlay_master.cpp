@@ -60,9 +60,9 @@ int MasterColumn(int longitudeMin) {
 
 int MasterRow(int latitudeMin) { return ((5400 - latitudeMin) * 22 + 30) / 60; }
 
-image::IndexedImage DrawMaster(const std::vector<TPolyObject>& polygons, const MasterStatus& status) {
+picture::IndexedImage DrawMaster(const std::vector<TPolyObject>& polygons, const MasterStatus& status) {
   status(QStringLiteral("Creating overlay master image, please wait..."));
-  image::IndexedImage master{kMasterWidth, kMasterHeight, {}};
+  picture::IndexedImage master{kMasterWidth, kMasterHeight, {}};
   std::vector<PixelPoint> pixels;
   pixels.reserve(kMostPolyPoints);
   status(QStringLiteral("Overlay master image, allocating memory..."));
@@ -92,9 +92,9 @@ bool GenerateMaster(const QString& countriesPath, const QString& masterPath, con
     return false;
   const std::vector<TPolyObject> polygons = LoadPolygons(countriesPath);
   if (polygons.empty()) return false;
-  const image::IndexedImage master = DrawMaster(polygons, status);
+  const picture::IndexedImage master = DrawMaster(polygons, status);
   status(QStringLiteral("Overlay master image, saving image, please wait..."));
-  image::SaveIndexedBitmap(master, OverlayPalette(), masterPath);
+  picture::SaveIndexedBitmap(master, OverlayPalette(), masterPath);
   QFile::setPermissions(masterPath,
                         QFile::permissions(masterPath) &
                             ~(QFile::WriteOwner | QFile::WriteUser | QFile::WriteGroup | QFile::WriteOther));

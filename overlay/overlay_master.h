@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "overlay/countries.h"
-#include "overlay/image/indexed_bitmap.h"
 #include "overlay/physical_memory.h"
+#include "picture/indexed_bitmap.h"
 
 /// Making the overlay master: the whole Earth at 22 pixels per degree with grid, land, lakes and boundaries.
 namespace pelorin::overlay {
@@ -36,7 +36,7 @@ int MasterRow(int latitudeMin);
 using MasterStatus = std::function<void(const QString&)>;
 
 /// The master in memory: grid first, then the polygons in their order.
-image::IndexedImage DrawMaster(const std::vector<TPolyObject>& polygons, const MasterStatus& status);
+picture::IndexedImage DrawMaster(const std::vector<TPolyObject>& polygons, const MasterStatus& status);
 
 /// Asked whether to go on although memory is short; false ends the making.
 using ConfirmLowMemory = std::function<bool(const QString& question)>;

@@ -3,7 +3,7 @@
 #include <QDir>
 
 #include "files/text_file.h"
-#include "overlay/image/jpeg_image.h"
+#include "picture/jpeg_image.h"
 
 namespace pelorin::overlay {
 
@@ -15,9 +15,9 @@ QStringList WriteOverlayOutputs(const OverlayResult& result, bool passDetails, c
     written.append(results.filePath(name));
     return written.back();
   };
-  image::SaveJpeg(result.Map, next(QStringLiteral("Result.jpg")), jpegQuality);
+  picture::SaveJpeg(result.Map, next(QStringLiteral("Result.jpg")), jpegQuality);
   if (result.Index.Height > 1) {
-    image::SaveIndexedBitmap(result.Index, result.IndexColours, next(QStringLiteral("ovl.bmp")));
+    picture::SaveIndexedBitmap(result.Index, result.IndexColours, next(QStringLiteral("ovl.bmp")));
   }
   if (passDetails) {
     files::WriteLines(next(QStringLiteral("pass.dat")), result.PassData);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "overlay/image/indexed_bitmap.h"
+#include "picture/indexed_bitmap.h"
 
 /// The overlay's indices and their colours. "ovl.bmp" and the overlay master share them, so that other
 /// software can tell a coast from a grid line by the pixel's value.
@@ -17,8 +17,8 @@ enum PaletteIndex : std::uint8_t {
 };
 
 /// Colours as 0x00RRGGBB; indices without a meaning are black.
-constexpr image::ColourTable OverlayPalette() {
-  image::ColourTable colours{};
+constexpr picture::ColourTable OverlayPalette() {
+  picture::ColourTable colours{};
   colours[kLand] = 0x008000;
   colours[kBackground] = 0x000080;
   colours[kBoundary] = 0xFFFF00;

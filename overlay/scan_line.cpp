@@ -18,7 +18,7 @@ MinuteMarker MarkerAt(double secondsOfMinute) {
                                : MinuteMarker::None;
 }
 
-void ScanLineWriter::Write(const GroundLine& ground, MinuteMarker marker, bool turned,
+void ScanLineWriter::Write(const swath::GroundLine& ground, MinuteMarker marker, bool turned,
                            std::span<std::uint32_t> pixels, std::span<std::uint8_t> indices) const {
   std::fill_n(pixels.begin(), kSyncEnd, kOpaqueBlack);
   std::fill_n(indices.begin(), kSyncEnd, kBlack);
@@ -35,8 +35,8 @@ void ScanLineWriter::Write(const GroundLine& ground, MinuteMarker marker, bool t
   std::fill(pixels.begin() + kSyncEnd, pixels.begin() + kSpaceEnd, space);
   std::fill(indices.begin() + kSyncEnd, indices.begin() + kSpaceEnd, spaceIndex);
 
-  colours_.ColourLine(ground, pixels.subspan<kImageBegin, kScanPositions>(),
-                      indices.subspan<kImageBegin, kScanPositions>());
+  colours_.ColourLine(ground, pixels.subspan<kImageBegin, swath::kScanPositions>(),
+                      indices.subspan<kImageBegin, swath::kScanPositions>());
 
   std::fill(pixels.begin() + kImageEnd, pixels.end(), space);
   std::fill(indices.begin() + kImageEnd, indices.end(), kGrey);

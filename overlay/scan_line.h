@@ -18,8 +18,8 @@ class ScanLineWriter {
  public:
   explicit ScanLineWriter(const GroundColours& colours) : colours_(colours) {}
 
-  void Write(const GroundLine& ground, MinuteMarker marker, bool turned, std::span<std::uint32_t> pixels,
-             std::span<std::uint8_t> indices) const;
+  void Write(const swath::GroundLine& ground, MinuteMarker marker, bool turned,
+             std::span<std::uint32_t> pixels, std::span<std::uint8_t> indices) const;
 
  private:
   const GroundColours& colours_;

@@ -8,7 +8,7 @@
 #include <QSvgGenerator>
 #include <cstdio>
 
-#include "app/ui/icon.h"
+#include "desktop/icon.h"
 
 namespace {
 
@@ -18,7 +18,7 @@ bool WritePng(const QString& path, int side) {
   QImage image(side, side, QImage::Format_ARGB32);
   image.fill(Qt::transparent);
   QPainter painter(&image);
-  pelorin::ui::DrawIcon(painter, side);
+  pelorin::desktop::DrawIcon(painter, side);
   painter.end();
   return image.save(path, "PNG");
 }
@@ -31,7 +31,7 @@ bool WriteSvg(const QString& path) {
   file.setTitle(QStringLiteral("Pelorin"));
   QPainter painter(&file);
   if (!painter.isActive()) return false;
-  pelorin::ui::DrawIcon(painter, kSvgSide);
+  pelorin::desktop::DrawIcon(painter, kSvgSide);
   return painter.end();
 }
 

@@ -5,7 +5,7 @@
 #include <stdexcept>
 
 #include "files/read_file.h"
-#include "overlay/image/jpeg_image.h"
+#include "picture/jpeg_image.h"
 #include "tools/backdrop.h"
 #include "tools/maker.h"
 
@@ -25,9 +25,9 @@ void MakeBackdrop(const char* countries, const char* topography, const char* lar
   const auto reduced = [&](int by) {
     return picture.scaled(picture.size() / by, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
   };
-  image::SaveJpeg(picture, QFile::decodeName(large), JpegQuality);
-  image::SaveJpeg(reduced(2), QFile::decodeName(user), JpegQuality);
-  image::SaveJpeg(reduced(4), QFile::decodeName(small), JpegQuality);
+  picture::SaveJpeg(picture, QFile::decodeName(large), JpegQuality);
+  picture::SaveJpeg(reduced(2), QFile::decodeName(user), JpegQuality);
+  picture::SaveJpeg(reduced(4), QFile::decodeName(small), JpegQuality);
 }
 
 }  // namespace

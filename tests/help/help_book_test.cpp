@@ -1,12 +1,12 @@
-#include "app/ui/help_book.h"
+#include "desktop/help/help_book.h"
 
 #include <gtest/gtest.h>
 
 #include <QRegularExpression>
 #include <QXmlStreamReader>
 
-#include "app/stale_elements.h"
-#include "app/ui/help.h"
+#include "desktop/help/help.h"
+#include "elements/stale_elements.h"
 #include "overlay/overlay_master.h"
 #include "passes/pass_list.h"
 #include "tests/help/installed_help.h"
@@ -49,7 +49,7 @@ QStringList InProject(const QString& element, const QString& attribute) {
 TEST(HelpBook, EveryNumberThatTheProgramNamesIsItsPage) {
   const InstalledHelp installed;
   QString problem;
-  const auto book = ui::HelpBook::Open(installed.File(), problem);
+  const auto book = desktop::HelpBook::Open(installed.File(), problem);
   ASSERT_NE(book, nullptr) << problem.toStdString();
   // The book names its topics by the numbers alone.
   const struct {
@@ -67,22 +67,22 @@ TEST(HelpBook, EveryNumberThatTheProgramNamesIsItsPage) {
       {u"FormSatKepsSummary"_s, 0, 80, u"summary.html"_s},
       {u"FormOverlayTextOptions"_s, 0, 90, u"overlaytext.html"_s},
       {u"AboutBoxQuillfen"_s, 0, 10, u"intro.html"_s},
-      {QString(), ui::kHelpIntroduction, 10, u"intro.html"_s},
+      {QString(), desktop::kHelpIntroduction, 10, u"intro.html"_s},
       {QString(), overlay::kMasterMemoryHelp, 115, u"memory.html"_s},
-      {QString(), ui::kHelpFaqs, 200, u"faq.html"_s},
+      {QString(), desktop::kHelpFaqs, 200, u"faq.html"_s},
       {QString(), passes::kNoSatellitesHelp, 270, u"nodata.html"_s},
-      {QString(), app::kStaleElementsHelp, 280, u"stale.html"_s},
-      {QString(), ui::kHelpMessages, 290, u"messages.html"_s},
+      {QString(), elements::kStaleElementsHelp, 280, u"stale.html"_s},
+      {QString(), desktop::kHelpMessages, 290, u"messages.html"_s},
   };
   qsizetype forms = 0;
   for (const auto& row : rows) {
     SCOPED_TRACE(row.File.toStdString());
-    EXPECT_EQ(row.Form.isEmpty() ? row.InProgram : ui::HelpTopicOf(row.Form), row.Number);
+    EXPECT_EQ(row.Form.isEmpty() ? row.InProgram : desktop::HelpTopicOf(row.Form), row.Number);
     EXPECT_EQ(book->Topic(row.Number).fileName(), row.File);
     EXPECT_TRUE(book->Data(book->Topic(row.Number)).contains("</html>"));
     if (!row.Form.isEmpty()) ++forms;
   }
-  EXPECT_EQ(forms, ui::HelpTopics().size());
+  EXPECT_EQ(forms, desktop::HelpTopics().size());
   EXPECT_EQ(book->Pages().size(), static_cast<std::size_t>(SourcePages().size()));
 }
 
@@ -134,14 +134,14 @@ TEST(HelpBook, WhatIsNoBookIsTold) {
     const InstalledHelp installed;
     row.Spoil(installed.File(row.File));
     QString problem;
-    EXPECT_EQ(ui::HelpBook::Open(installed.File(), problem), nullptr);
+    EXPECT_EQ(desktop::HelpBook::Open(installed.File(), problem), nullptr);
     EXPECT_TRUE(problem.contains(row.Said) && problem.contains(QDir::toNativeSeparators(installed.File())))
         << problem.toStdString();
   }
 }
 
 TEST(HelpSearch, AllWordsCountAndTitlesGoFirst) {
-  const std::vector<ui::HelpPage> pages{
+  const std::vector<desktop::HelpPage> pages{
       {QUrl(u"a"_s), u"The map"_s, u"Clouds over the sea. A picture folder, and another folder."_s},
       {QUrl(u"b"_s), u"Folders"_s, u"Where a picture lies."_s},
       {QUrl(u"c"_s), u"Clocks"_s, u"A folder of the picture."_s}};
@@ -157,7 +157,7 @@ TEST(HelpSearch, AllWordsCountAndTitlesGoFirst) {
   };
   for (const auto& row : rows) {
     QString found;
-    for (const ui::HelpHit& hit : ui::SearchHelp(pages, row.Query)) found += hit.Url.toString();
+    for (const desktop::HelpHit& hit : desktop::SearchHelp(pages, row.Query)) found += hit.Url.toString();
     EXPECT_EQ(found, row.Found) << row.Query.toStdString();
   }
 }

@@ -1,4 +1,4 @@
-#include "app/ui/help_window.h"
+#include "desktop/help/help_window.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +10,7 @@
 #include <QTextBrowser>
 #include <QWindow>
 
-#include "app/ui/help.h"
+#include "desktop/help/help.h"
 #include "tests/help/installed_help.h"
 
 namespace pelorin::tests {
@@ -43,13 +43,13 @@ class HelpWindowTest : public testing::Test {
 
   InstalledHelp Installed;
   QStringList Said;
-  ui::Help Help{Installed.File(), [this](const QString& text) { Said.append(text); }};
+  desktop::Help Help{Installed.File(), [this](const QString& text) { Said.append(text); }};
   QWidget* Window = nullptr;
   QHelpContentWidget* Contents = nullptr;
 };
 
 TEST_F(HelpWindowTest, CanBeReadWhileABoxWaits) {
-  Open(ui::kHelpFaqs);
+  Open(desktop::kHelpFaqs);
   EXPECT_EQ(Page(), u"faq.html"_s);
   QMessageBox box(QMessageBox::Warning, u"Pelorin"_s, u"Stale"_s, QMessageBox::Ok | QMessageBox::Help);
   box.setWindowModality(Qt::ApplicationModal);
@@ -73,7 +73,7 @@ TEST_F(HelpWindowTest, CanBeReadWhileABoxWaits) {
 }
 
 TEST_F(HelpWindowTest, CanBeReadBesideADialogOpenedLater) {
-  Open(ui::kHelpFaqs);
+  Open(desktop::kHelpFaqs);
   Window->setGeometry(0, 0, 500, 400);
   QDialog dialog;
   dialog.setModal(true);

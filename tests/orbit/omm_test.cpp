@@ -8,8 +8,8 @@
 #include <fstream>
 #include <random>
 
+#include "elements/satellite_list.h"
 #include "orbit/propagation.h"
-#include "orbit/satellite_list.h"
 
 namespace pelorin::orbit {
 namespace {
@@ -250,7 +250,7 @@ TEST_F(Omm, TheNewestOfASatelliteWinsInWhateverForm) {
     Write("a.csv",
           Csv({With(kMessage,
                     {{"OBJECT_NAME", "OMM"}, {"NORAD_CAT_ID", row.ommNumber}, {"EPOCH", row.epoch}})}));
-    const TSatelliteList list(Folder());
+    const elements::TSatelliteList list(Folder());
     const auto newest = NewestOfEach(ReadAllElementSets(Folder(), rejected_));
     ASSERT_EQ(list.Count(), static_cast<int>(row.names.size())) << row.label;
     ASSERT_EQ(newest.size(), row.names.size()) << row.label;
@@ -259,7 +259,7 @@ TEST_F(Omm, TheNewestOfASatelliteWinsInWhateverForm) {
       EXPECT_EQ(newest[i].Name, row.names[i]) << row.label;
     }
   }
-  const TSatelliteList list(Folder());
+  const elements::TSatelliteList list(Folder());
   EXPECT_EQ(list.Satellite(1).CatalogueNumber, "799521263");
   EXPECT_EQ(list.IndexOfCatalogueNumber("21263"), 0);
   EXPECT_EQ(list.IndexOfCatalogueNumber("799521263"), -1);

@@ -34,15 +34,15 @@ QImage CellWorld() {
 
 /// A master whose index is 100 plus the number of the 10° row, written by hand.
 std::optional<MasterView> RowMaster(const QTemporaryDir& folder) {
-  image::IndexedImage master{kMasterWidth, kMasterHeight,
-                             std::vector<std::uint8_t>(std::size_t{kMasterWidth} * kMasterHeight)};
+  picture::IndexedImage master{kMasterWidth, kMasterHeight,
+                               std::vector<std::uint8_t>(std::size_t{kMasterWidth} * kMasterHeight)};
   for (int y = 0; y < kMasterHeight; ++y) {
     std::fill_n(master.Row(y), kMasterWidth, static_cast<std::uint8_t>(y < 990 ? 2 : 100 + y / 220));
   }
-  image::ColourTable colours = OverlayPalette();
+  picture::ColourTable colours = OverlayPalette();
   for (int i = 100; i < 118; ++i)
     colours[static_cast<std::size_t>(i)] = 0x010000u * static_cast<std::uint32_t>(i);
-  image::SaveIndexedBitmap(master, colours, folder.filePath(QStringLiteral("m.bmp")));
+  picture::SaveIndexedBitmap(master, colours, folder.filePath(QStringLiteral("m.bmp")));
   return MasterView::Open(folder.filePath(QStringLiteral("m.bmp")));
 }
 
@@ -65,10 +65,11 @@ TEST(OverlayGenerator, ColoursTellWhereEachPixelLooks) {
   int inside = 0;
   for (const int line : {0, 77, 239}) {
     const double jd = orbit::JulianDateOfDateTime(request.Start) + line * 0.5 / 86400;
-    const GroundTrack track = TrackAt(request.Satellite, jd);
-    orbit::BuildScanTable(request.Satellite, orbit::kHalfLinePixels, track.Below.Altitude);
+    const swath::GroundTrack track = swath::TrackAt(request.Satellite, jd);
+    swath::BuildScanTable(request.Satellite, swath::kHalfLinePixels, track.Below.Altitude);
     for (int s = -454; s <= 454; s += 10) {
-      const GroundPoint point = PointAcross(track, orbit::CrossTrackOffset(request.Satellite, s));
+      const swath::GroundPoint point =
+          swath::PointAcross(track, swath::CrossTrackOffset(request.Satellite, s));
       const double column = (point.LongitudeDeg + 180) / 10, row = (90 - point.LatitudeDeg) / 10;
       // Away from the cells' edges, where a hundredth of a degree decides.
       if (std::fabs(column - std::round(column)) < 0.06 || std::fabs(row - std::round(row)) < 0.06) continue;
@@ -189,7 +190,7 @@ TEST(OverlayGenerator, LineRatesAndLimits) {
 TEST(OverlayGenerator, DirectionAndElevationAreThoseOfThePass) {
   OverlayRequest request = Pass();
   const auto latitudeAfter = [&](double minutes) {
-    return TrackAt(request.Satellite, orbit::JulianDateOfDateTime(request.Start) + minutes / 1440)
+    return swath::TrackAt(request.Satellite, orbit::JulianDateOfDateTime(request.Start) + minutes / 1440)
         .Below.Latitude;
   };
   EXPECT_EQ(IsSouthBoundAt(request.Satellite, request.Start), latitudeAfter(1) < latitudeAfter(0));
@@ -200,7 +201,7 @@ TEST(OverlayGenerator, DirectionAndElevationAreThoseOfThePass) {
   double highest = -90;
   for (double minute = -20; minute < 30; minute += 0.1) {
     const double jd = orbit::JulianDateOfDateTime(request.Start) + minute / 1440;
-    const orbit::Vector position = TrackAt(request.Satellite, jd).Inertial.Position;
+    const orbit::Vector position = swath::TrackAt(request.Satellite, jd).Inertial.Position;
     highest =
         std::fmax(highest, orbit::Degrees(orbit::ElevationFrame(request.Station).Elevation(position, jd)));
   }
@@ -271,11 +272,11 @@ TEST(Topography, BothLayoutsSayTheSame) {
   EXPECT_FALSE(c->KnownLayout());
   EXPECT_FALSE(Topography::Open(folder.filePath(QStringLiteral("missing"))));
 
-  GroundLine line{};
+  swath::GroundLine line{};
   line.SouthMin.fill(3000);
   line.EastMin.fill(12345);
-  std::array<std::uint32_t, kScanPositions> colours{};
-  std::array<std::uint8_t, kScanPositions> indices{};
+  std::array<std::uint32_t, swath::kScanPositions> colours{};
+  std::array<std::uint8_t, swath::kScanPositions> indices{};
   GroundColours({&*c, nullptr}, nullptr, Marks::All).ColourLine(line, colours, indices);
   EXPECT_EQ(colours[0], 0xFF808080u);
   GroundColours({&*a, nullptr}, nullptr, Marks::All).ColourLine(line, colours, indices);

@@ -156,7 +156,7 @@ TEST(MasterProjection, RoundsToTheNearestPixel) {
 }
 
 TEST(IndexedRaster, ShapesKeepToTheirEdges) {
-  image::IndexedImage image{12, 10, std::vector<std::uint8_t>(120)};
+  picture::IndexedImage image{12, 10, std::vector<std::uint8_t>(120)};
   IndexedRaster raster(image);
   const auto count = [&](int index) { return std::count(image.Pixels.begin(), image.Pixels.end(), index); };
   raster.Line({2, 2}, {5, 2}, 1);

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "overlay/picture_blend.h"
-#include "overlay/time_correction.h"
+#include "swath/time_correction.h"
 
 namespace pelorin::overlay {
 namespace {
@@ -67,14 +67,14 @@ TEST(PictureBlend, EveryPixelMeetsTheOneOfItsTime) {
 
 TEST(TimeCorrection, ClocksAreRememberedApartFromTheSecondsOfNames) {
   const QString noaa = QStringLiteral("NOAA 19"), meteor = QStringLiteral("METEOR=M 2");
-  TimeCorrection correction(QString{});
+  swath::TimeCorrection correction(QString{});
   EXPECT_EQ(correction.Begin(noaa, 38), 38);
   EXPECT_EQ(correction.Change(40.6), 40.5);
   EXPECT_EQ(correction.Begin(meteor, 10), 10) << "another satellite's recordings have another clock";
   correction.Change(8.5);
   EXPECT_EQ(correction.Begin(noaa, std::nullopt), 0) << "without seconds there is nothing to begin with";
   correction.Change(12);
-  TimeCorrection later(correction.Saved() + QStringLiteral(";junk;NOAA 18=x;NOAA 15=1e999"));
+  swath::TimeCorrection later(correction.Saved() + QStringLiteral(";junk;NOAA 18=x;NOAA 15=1e999"));
   EXPECT_EQ(later.Begin(noaa, 4), 6.5);
   EXPECT_EQ(later.Begin(meteor, 4), 2.5);
   EXPECT_EQ(later.Change(500), 90);

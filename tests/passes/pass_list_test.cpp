@@ -6,9 +6,9 @@
 #include <tuple>
 #include <utility>
 
+#include "elements/satellite_list.h"
 #include "files/file_error.h"
 #include "files/read_file.h"
-#include "orbit/satellite_list.h"
 #include "orbit/scalar_math.h"
 #include "passes/chosen_pass.h"
 #include "passes/pass_list_file.h"
@@ -22,7 +22,7 @@ const orbit::TDateTime kListDate = orbit::MakeDateTime(2023, 12, 31, 6);
 const orbit::Observer kStation = orbit::ObserverFromDegrees(47.6, -122.3, 60);
 
 TEST(PassList, PassesOfAllSatellitesAreMergedInTimeOrder) {
-  const orbit::TSatelliteList satellites(PELORIN_DEMO_ELEMENTS);
+  const elements::TSatelliteList satellites(PELORIN_DEMO_ELEMENTS);
   orbit::TSatellite* const noaa15 = &satellites.Satellite(satellites.IndexOf("NOAA 15"));
   orbit::TSatellite* const noaa19 = &satellites.Satellite(satellites.IndexOf("NOAA 19"));
   // Over the turn of the year: January sorts first.

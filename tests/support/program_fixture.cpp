@@ -59,16 +59,16 @@ void ProgramFixture::GiveOrdinarySettings(const QString& activeSatellites) {
 
 void ProgramFixture::Start(const QStringList& parameters) {
   SplashTexts.clear();
-  Form = std::make_unique<ui::TFormMain>(
-      ui::Surroundings{*store_,
-                       ProgramPath(),
-                       parameters,
-                       Boxes,
-                       [this] { return Now; },
-                       TimeZone,
-                       [this](const QString& text) { SplashTexts.append(text); },
-                       [this](const QString& text) { CallerTexts.append(text); },
-                       {}});
+  Form = std::make_unique<desktop::TFormMain>(
+      desktop::Surroundings{*store_,
+                            ProgramPath(),
+                            parameters,
+                            Boxes,
+                            [this] { return Now; },
+                            TimeZone,
+                            [this](const QString& text) { SplashTexts.append(text); },
+                            [this](const QString& text) { CallerTexts.append(text); },
+                            {}});
   Form->CreateForms();
   Form->show();
   auto* firstList = Find<QTimer>("TimerPassDateChanging");

@@ -7,7 +7,7 @@
 
 #include "app/registry_store.h"
 #include "app/time_zone.h"
-#include "app/ui/form_main.h"
+#include "desktop/form_main.h"
 #include "orbit/date_time.h"
 #include "tests/support/recording_prompts.h"
 
@@ -55,7 +55,7 @@ class ProgramFixture {
   app::TimeZoneDetails TimeZone{0, 60, QStringLiteral("GMT"), QStringLiteral("BST"),
                                 app::TimeZoneDetails::Time::Standard};
   QStringList SplashTexts, CallerTexts;
-  std::unique_ptr<ui::TFormMain> Form;
+  std::unique_ptr<desktop::TFormMain> Form;
 
  private:
   QTemporaryDir folder_;

@@ -3,7 +3,7 @@
 #include <QStringList>
 #include <optional>
 
-#include "app/session/prompts.h"
+#include "session/prompts.h"
 
 namespace pelorin::tests {
 

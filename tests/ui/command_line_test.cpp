@@ -3,7 +3,7 @@
 #include <QFile>
 #include <QTest>
 
-#include "app/session/list_box.h"
+#include "session/list_box.h"
 #include "tests/support/program_fixture.h"
 
 namespace pelorin::tests {

@@ -18,11 +18,11 @@
 #include <QTimer>
 #include <csignal>
 
-#include "app/session/list_box.h"
-#include "app/session/qt_prompts.h"
 #include "files/atomic_file.h"
 #include "files/read_file.h"
 #include "files/text_file.h"
+#include "session/list_box.h"
+#include "session/qt_prompts.h"
 #include "tests/support/program_fixture.h"
 
 namespace pelorin::tests {

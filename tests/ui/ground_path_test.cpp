@@ -16,10 +16,10 @@
 #include <QTest>
 #include <QTimer>
 
-#include "app/session/list_box.h"
 #include "files/read_file.h"
 #include "files/text_file.h"
-#include "overlay/image/picture_file.h"
+#include "picture/picture_file.h"
+#include "session/list_box.h"
 #include "tests/support/program_fixture.h"
 
 namespace pelorin::tests {
@@ -39,7 +39,7 @@ class GroundPathTest : public testing::Test {
   void GivePicture(const QString& name, QColor colour) {
     QImage picture(909, kPictureLines, QImage::Format_RGB32);
     picture.fill(colour);
-    image::SavePicture(picture, program.Path(u"pictures/"_s + name));
+    picture::SavePicture(picture, program.Path(u"pictures/"_s + name));
   }
   void StartOnPage() {
     program.Start();
@@ -318,7 +318,7 @@ TEST_F(GroundPathTest, MapAndPictureAreFittedAndScrolledTogether) {
   EXPECT_NE(blended, QColor(Qt::darkGray).rgb());
   program.Boxes.ChosenFile = program.Path(u"blend.png"_s);
   program.Click("ButtonSaveBlend");
-  const QImage blend = image::LoadPicture(*program.Boxes.ChosenFile);
+  const QImage blend = picture::LoadPicture(*program.Boxes.ChosenFile);
   EXPECT_EQ(blend.size(), QSize(909, kPictureLines));
   program.Boxes.ChosenFile = program.Path(u"blend.tiff"_s);
   program.Click("ButtonSaveBlend");

@@ -3,7 +3,7 @@
 #include <QAction>
 #include <QTest>
 
-#include "app/session/prompts.h"
+#include "session/prompts.h"
 #include "tests/support/program_fixture.h"
 
 namespace pelorin::tests {

@@ -10,7 +10,7 @@
 #include <QTest>
 #include <QTimer>
 
-#include "map/ui/paint_box_sats.h"
+#include "desktop/map/paint_box_sats.h"
 #include "tests/support/program_fixture.h"
 
 namespace pelorin::tests {
@@ -28,7 +28,7 @@ class MapPage {
         Time(program.Find<QDateTimeEdit>("DateTimePickerMapTime")),
         Step(program.Find<QTimer>("TimerStep")),
         Chooser(program.Find<QComboBox>("ComboBoxSatForMap")),
-        Sats(program.Find<ui::TPaintBoxSats>("PaintBoxSats")),
+        Sats(program.Find<desktop::TPaintBoxSats>("PaintBoxSats")),
         Session(program.Form->Shared()),
         program_(program) {}
 
@@ -56,7 +56,7 @@ class MapPage {
   QDateTimeEdit *Date, *Time;
   QTimer* Step;
   QComboBox* Chooser;
-  ui::TPaintBoxSats* Sats;
+  desktop::TPaintBoxSats* Sats;
   session::Session& Session;
 
  private:

@@ -9,8 +9,8 @@
 #include <QTest>
 #include <QTimer>
 
-#include "app/session/list_box.h"
 #include "files/read_file.h"
+#include "session/list_box.h"
 #include "tests/support/program_fixture.h"
 
 namespace pelorin::tests {

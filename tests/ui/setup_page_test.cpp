@@ -9,8 +9,8 @@
 #include <QTabWidget>
 #include <QTest>
 
-#include "app/session/list_box.h"
 #include "orbit/scalar_math.h"
+#include "session/list_box.h"
 #include "tests/support/program_fixture.h"
 
 namespace pelorin::tests {

@@ -9,7 +9,7 @@
 #include <QTest>
 #include <QTimer>
 
-#include "app/session/list_box.h"
+#include "session/list_box.h"
 #include "tests/support/program_fixture.h"
 
 namespace pelorin::tests {
@@ -151,7 +151,7 @@ TEST(StartUp, StaleElementsAreToldBeyondSixtyDays) {
     program.GiveOrdinarySettings(u"\"NOAA 19\""_s);
     program.Start();
     double oldest = 1e9;
-    const orbit::TSatelliteList& satellites = program.Form->Shared().Satellites();
+    const elements::TSatelliteList& satellites = program.Form->Shared().Satellites();
     for (int index = 0; index < satellites.Count(); ++index) {
       oldest = std::min(oldest, satellites.Satellite(index).Epoch);
     }

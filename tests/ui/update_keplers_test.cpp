@@ -11,9 +11,9 @@
 #include <QTreeWidget>
 
 #include "app/element_address.h"
-#include "app/session/qt_prompts.h"
 #include "files/atomic_file.h"
 #include "files/read_file.h"
+#include "session/qt_prompts.h"
 #include "tests/support/element_server.h"
 #include "tests/support/program_fixture.h"
 
@@ -106,7 +106,7 @@ TEST_F(UpdateKeplers, FreshFilesWaitForTheNextStart) {
   EXPECT_EQ(Elements(), fresh.replace("\n", "\r\n"));
   EXPECT_TRUE(files::ReadFile(program.Path(u"user/archive/2022-02.2li"_s)).contains("22053.60136707"));
   const auto epoch = [this] {
-    const orbit::TSatelliteList& list = program.Form->Shared().Satellites();
+    const elements::TSatelliteList& list = program.Form->Shared().Satellites();
     return list.Satellite(list.IndexOf("NOAA 6")).EpochRaw;
   };
   EXPECT_EQ(static_cast<int>(epoch()), 22053);

@@ -1,3 +1,0 @@
-#include "app/ui/program.h"
-
-int main(int argc, char** argv) { return pelorin::ui::RunProgram(argc, argv); }

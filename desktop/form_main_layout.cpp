@@ -1,0 +1,136 @@
+#include "desktop/form_main_layout.h"
+
+#include <QAction>
+#include <QActionGroup>
+#include <QLabel>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QStatusBar>
+#include <QTabWidget>
+
+#include "session/controls.h"
+
+namespace pelorin::desktop {
+namespace {
+
+using session::Named;
+
+QAction* Item(QMenu* menu, const QString& text, const char* name, const QString& tip,
+              const QKeySequence& shortcut = QKeySequence()) {
+  QAction* action = Named(menu->addAction(text), name);
+  action->setToolTip(tip);
+  action->setShortcut(shortcut);
+  return action;
+}
+
+QAction* CheckItem(QMenu* menu, const QString& text, const QString& name, QActionGroup* group = nullptr) {
+  QAction* action = menu->addAction(text);
+  action->setObjectName(name);
+  action->setCheckable(true);
+  if (group != nullptr) group->addAction(action);
+  return action;
+}
+
+void BuildFileMenu(FormMainLayout& ui, QMenuBar* bar) {
+  QMenu* menu = Named(bar->addMenu(QStringLiteral("&File")), "MenuFile");
+  menu->setToolTipsVisible(true);
+  ui.Open1 = Item(menu, QStringLiteral("&Open..."), "Open1", QStringLiteral("Open a satellite picture"),
+                  QKeySequence::Open);
+  ui.FilePrintImage = Item(menu, QStringLiteral("Print image"), "FilePrintImage",
+                           QStringLiteral("Print the satellite picture and its map"));
+  ui.FilePrintPassList =
+      Item(menu, QStringLiteral("Print pass list..."), "FilePrintPassList",
+           QStringLiteral("Predict, save, print formatted pass list"), QKeySequence::Print);
+  ui.FilePrintSetup =
+      Item(menu, QStringLiteral("Print setup..."), "FilePrintSetup", QStringLiteral("Paper and margins"));
+  menu->addSeparator();
+  ui.Exit1 = Item(menu, QStringLiteral("E&xit"), "Exit1", QStringLiteral("Save the settings and end"),
+                  QKeySequence(Qt::CTRL | Qt::Key_Q));
+}
+
+void BuildOptionsMenu(FormMainLayout& ui, QMainWindow* form) {
+  QMenu* menu = Named(form->menuBar()->addMenu(QStringLiteral("&Options")), "MenuOptions");
+  menu->setToolTipsVisible(true);
+  QMenu* footprint = Named(menu->addMenu(QStringLiteral("Show &footprint")), "MenuShowFootprint");
+  ui.FootprintGroup = new QActionGroup(form);
+  const QString levels[] = {QStringLiteral("&None"), QStringLiteral("&Selected"), QStringLiteral("&All")};
+  for (std::size_t level = 0; level < ui.MenuFootprint.size(); ++level) {
+    ui.MenuFootprint[level] =
+        CheckItem(footprint, levels[level], QStringLiteral("MenuFootprint%1").arg(level), ui.FootprintGroup);
+  }
+  QMenu* rate = Named(menu->addMenu(QStringLiteral("&Update rate")), "MenuUpdateRate");
+  ui.IntervalGroup = new QActionGroup(form);
+  for (std::size_t index = 0; index < ui.MenuInterval.size(); ++index) {
+    const int seconds = map::kUpdateIntervals[index];
+    ui.MenuInterval[index] = CheckItem(rate, QStringLiteral("%1 sec").arg(seconds),
+                                       QStringLiteral("MenuInterval%1").arg(seconds), ui.IntervalGroup);
+  }
+  menu->addSeparator();
+  ui.MenuSavePassDetails =
+      CheckItem(menu, QStringLiteral("Save &pass details"), QStringLiteral("MenuSavePassDetails"));
+  ui.MenuShowOverlay = CheckItem(menu, QStringLiteral("Show &overlay"), QStringLiteral("MenuShowOverlay"));
+  ui.MenuOverlayLinesOnly =
+      CheckItem(menu, QStringLiteral("Overlay &lines only"), QStringLiteral("MenuOverlayLinesOnly"));
+  ui.OptionsTextOverlay = Item(menu, QStringLiteral("Text overlay..."), "OptionsTextOverlay",
+                               QStringLiteral("What the overlay's text lines contain"));
+  menu->addSeparator();
+  ui.OptionsUpdateKeplers = Item(menu, QStringLiteral("Update Keplers..."), "OptionsUpdateKeplers",
+                                 QStringLiteral("Get new element sets over the Internet"));
+}
+
+void BuildViewMenu(FormMainLayout& ui, QMainWindow* form) {
+  QMenu* menu = Named(form->menuBar()->addMenu(QStringLiteral("&View")), "MenuView");
+  menu->setToolTipsVisible(true);
+  ui.ViewSatelliteData = Item(menu, QStringLiteral("Satellite orbit data ...."), "ViewSatelliteData",
+                              QStringLiteral("Every loaded element set and its age"));
+  QMenu* look = Named(menu->addMenu(QStringLiteral("&Colours")), "MenuColours");
+  ui.LookGroup = new QActionGroup(form);
+  const QString looks[] = {QStringLiteral("As the &desktop"), QStringLiteral("&Light"),
+                           QStringLiteral("D&ark")};
+  for (std::size_t index = 0; index < ui.MenuLook.size(); ++index) {
+    ui.MenuLook[index] = CheckItem(look, looks[index], QStringLiteral("MenuLook%1").arg(index), ui.LookGroup);
+  }
+}
+
+void BuildHelpMenu(FormMainLayout& ui, QMenuBar* bar) {
+  QMenu* menu = Named(bar->addMenu(QStringLiteral("&Help")), "MenuHelp");
+  menu->setToolTipsVisible(true);
+  ui.HelpIntroduction =
+      Item(menu, QStringLiteral("Introduction"), "HelpIntroduction", QStringLiteral("What Pelorin does"));
+  ui.HelpContents =
+      Item(menu, QStringLiteral("&Contents"), "HelpContents", QStringLiteral("The help's table of contents"));
+  ui.HelpIndex = Item(menu, QStringLiteral("I&ndex"), "HelpIndex", QStringLiteral("The help's keywords"));
+  ui.HelpFAQs = Item(menu, QStringLiteral("FAQs"), "HelpFAQs", QStringLiteral("Questions often asked"));
+  menu->addSeparator();
+  ui.HelpAbout =
+      Item(menu, QStringLiteral("&About Pelorin..."), "HelpAbout", QStringLiteral("Version and licences"));
+}
+
+}  // namespace
+
+void FormMainLayout::Build(QMainWindow* form) {
+  BuildFileMenu(*this, form->menuBar());
+  BuildOptionsMenu(*this, form);
+  BuildViewMenu(*this, form);
+  BuildHelpMenu(*this, form->menuBar());
+  ShowDebug = Named(new QAction(form), "ShowDebug");
+  ShowDebug->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_D));
+  form->addAction(ShowDebug);
+  HelpPage = Named(new QAction(form), "HelpPage");
+  HelpPage->setShortcut(QKeySequence::HelpContents);
+  form->addAction(HelpPage);
+
+  PageControl = Named(new QTabWidget(form), "PageControl");
+  PageControl->setDocumentMode(true);
+  form->setCentralWidget(PageControl);
+
+  // Not the status bar's own message: opening a menu would wipe it.
+  StatusText = Named(new QLabel(form), "StatusText");
+  StatusText->setMinimumHeight(StatusText->fontMetrics().height());
+  StatusText->setTextFormat(Qt::PlainText);
+  StatusText->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  Named(form->statusBar(), "StatusBar")->addWidget(StatusText, 1);
+}
+
+}  // namespace pelorin::desktop

@@ -1,0 +1,292 @@
+#include "desktop/map/tab_sheet_map.h"
+
+#include <QButtonGroup>
+#include <QComboBox>
+#include <QDateEdit>
+#include <QFileInfo>
+#include <QFocusEvent>
+#include <QFrame>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTextDocument>
+#include <QTimeEdit>
+#include <QTimer>
+#include <algorithm>
+
+#include "desktop/map/paint_box_grid.h"
+#include "desktop/map/paint_box_sats.h"
+#include "map/local_time_hint.h"
+#include "map/map_clock.h"
+#include "map/satellite_info.h"
+#include "map/satellite_plot.h"
+#include "orbit/time_stamp.h"
+#include "session/controls.h"
+#include "session/picker_time.h"
+
+namespace pelorin::desktop {
+namespace {
+
+using session::Handle;
+using session::Page;
+using session::Timeframe;
+
+const QString kMapTitle = QStringLiteral("Pelorin - map");
+
+map::LocalClock LocalClockOf(const app::TimeZoneDetails& zone) {
+  using Kind = map::LocalClock::Kind;
+  switch (zone.InForce) {
+    case app::TimeZoneDetails::Time::Standard:
+      return {Kind::Standard, zone.StandardOffsetMinutes, zone.StandardName};
+    case app::TimeZoneDetails::Time::Daylight:
+      return {Kind::Daylight, zone.DaylightOffsetMinutes, zone.DaylightName};
+    case app::TimeZoneDetails::Time::Unknown:
+      break;
+  }
+  return {};
+}
+
+bool TypesDigit(const QKeyEvent* event) {
+  constexpr Qt::KeyboardModifiers commands = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+  const QString text = event->text();
+  return text.size() == 1 && text.front().isDigit() && !(event->modifiers() & commands);
+}
+
+QString Stamp(orbit::TDateTime moment) { return QString::fromStdString(orbit::StampOf(moment)); }
+
+}  // namespace
+
+TTabSheetMap::TTabSheetMap(session::Session& session, QWidget* parent) : TTabSheet(session, parent) {
+  ui_.Build(this);
+  ConnectHandlers();
+}
+
+void TTabSheetMap::ConnectHandlers() {
+  Handle(this, &TTabSheet::Shown, this, &TTabSheetMap::TabSheetMapShow);
+  Handle(this, &TTabSheet::Hidden, this, &TTabSheetMap::TabSheetMapHide);
+  Handle(ui_.RadioGroupTimeframe, &QButtonGroup::idClicked, this, &TTabSheetMap::RadioGroupTimeframeClick);
+  Handle(ui_.TimerStep, &QTimer::timeout, this, &TTabSheetMap::TimerStepTimer);
+  Handle(ui_.DateTimePickerMapDate, &QDateTimeEdit::dateTimeChanged, this,
+         &TTabSheetMap::DateTimePickerMapDateChange);
+  Handle(ui_.DateTimePickerMapTime, &QDateTimeEdit::dateTimeChanged, this,
+         &TTabSheetMap::DateTimePickerMapDateChange);
+  Handle(ui_.ComboBoxSatForMap, &QComboBox::currentIndexChanged, this,
+         &TTabSheetMap::ComboBoxSatForMapChange);
+  Handle(ui_.ButtonMapToPicture, &QPushButton::clicked, this, &TTabSheetMap::ButtonMapToPictureClick);
+  Handle(ui_.PaintBoxSats, &TPaintBoxSats::MouseUp, this, &TTabSheetMap::PaintBoxSatsMouseUp);
+  Handle(&session_, &session::Session::ActiveSatellitesChanged, this, &TTabSheetMap::ActiveSatellitesChanged);
+  Handle(&session_, &session::Session::SatelliteChosen, this, &TTabSheetMap::SatelliteChosen);
+  ui_.PanelWorldMap->installEventFilter(this);
+  ui_.PaintBoxSats->installEventFilter(this);
+  ui_.DateTimePickerMapTime->installEventFilter(this);
+  ui_.DateTimePickerMapDate->installEventFilter(this);
+  ui_.DateTimePickerMapDate->findChild<QLineEdit*>()->installEventFilter(this);
+}
+
+bool TTabSheetMap::eventFilter(QObject* watched, QEvent* event) {
+  void (TTabSheetMap::*handler)() = nullptr;
+  const bool isPicker = watched != ui_.PanelWorldMap && watched != ui_.PaintBoxSats;
+  const bool isDate = isPicker && watched != ui_.DateTimePickerMapTime;
+  // An open calendar is part of the picker: closed, it gives the focus back.
+  const auto isPopup = [event] { return static_cast<QFocusEvent*>(event)->reason() == Qt::PopupFocusReason; };
+  switch (event->type()) {
+    case QEvent::Resize:
+      if (watched == ui_.PanelWorldMap) handler = &TTabSheetMap::PanelWorldMapResize;
+      break;
+    case QEvent::KeyPress:
+      if (isPicker && TypesDigit(static_cast<QKeyEvent*>(event))) {
+        handler = &TTabSheetMap::DateTimePickerMapKeyPress;
+      }
+      break;
+    case QEvent::StatusTip:
+      // Said beside the figures: as the bar's own message it would cover them.
+      if (watched != ui_.PaintBoxSats) break;
+      session::Guarded(Boxes(), [this] { RepaintSatellites(); });
+      return true;
+    case QEvent::MouseButtonPress:
+      if (isDate) handler = &TTabSheetMap::DateTimePickerMapDateClick;
+      break;
+    case QEvent::FocusIn:
+      if (isDate && isPopup()) handler = &TTabSheetMap::DateTimePickerMapDateExit;
+      break;
+    case QEvent::FocusOut:
+      if (isDate && !isPopup()) handler = &TTabSheetMap::DateTimePickerMapDateExit;
+      break;
+    default:
+      break;
+  }
+  if (handler != nullptr) session::Guarded(Boxes(), [this, handler] { (this->*handler)(); });
+  return false;
+}
+
+// ------------------------------------------------------------------------------------ the page
+
+void TTabSheetMap::TabSheetMapShow() {
+  session_.Window.SetTitle(kMapTitle);
+  SelectTimeframe(session_.Map.ModeToRestore);
+  TurnTo(session_.Map.CurrentTime);
+  RepaintSatellites();
+}
+
+void TTabSheetMap::TabSheetMapHide() {
+  if (session_.Run.Closing) return;
+  session_.Map.ModeToRestore = session_.Map.Mode;
+  if (session_.Window.CurrentPage() == Page::GroundPath) SelectTimeframe(Timeframe::Manual);
+}
+
+void TTabSheetMap::SetBackdrop(const QImage& picture) { ui_.PaintBoxGrid->SetBackdrop(picture); }
+
+void TTabSheetMap::PanelWorldMapResize() {
+  const QRect inside = ui_.PanelWorldMap->contentsRect();
+  frame_ = {inside.width(), inside.height(), session_.Map.PacificCentred};
+  ui_.PaintBoxGrid->setGeometry(inside);
+  ui_.PaintBoxGrid->SetFrame(frame_);
+  ui_.PaintBoxSats->setGeometry(inside);
+  RepaintSatellites();
+}
+
+void TTabSheetMap::FocusMakePicture() { ui_.ButtonMapToPicture->setFocus(); }
+
+void TTabSheetMap::ButtonMapToPictureClick() {
+  session_.PictureKey = Stamp(session_.Map.CurrentTime);
+  session_.Window.ShowGroundPath(session_.Map.CurrentTime, ui_.ComboBoxSatForMap->currentIndex());
+}
+
+// ------------------------------------------------------------------------------------- its time
+
+void TTabSheetMap::SetTimeframe(Timeframe mode) {
+  SelectTimeframe(mode);
+  if (mode == Timeframe::FromFile) AskForFile();
+}
+
+void TTabSheetMap::SelectTimeframe(Timeframe mode) {
+  session_.Map.Mode = mode;
+  if (mode == Timeframe::RealTime) {
+    ui_.TimerStep->start(map::kFirstStepMs);
+  } else {
+    ui_.TimerStep->stop();
+  }
+  ui_.RadioGroupTimeframe->button(static_cast<int>(mode))->setChecked(true);
+}
+
+void TTabSheetMap::AskForFile() {
+  const QStringList filters{QStringLiteral("Picture files (*.bmp *.jpg *.jpeg *.png)"),
+                            QStringLiteral("All files (*)")};
+  const QStringList folders = app::FromCommaText(session_.Settings.ImagePathList.Value);
+  const auto path = Boxes().OpenFile(QStringLiteral("Choose a satellite image to take the map's time from"),
+                                     folders.value(0), filters, 0);
+  if (!path) return;
+  TurnTo(map::MapTimeOfPicture(*path));
+  session_.PictureKey = QFileInfo(*path).fileName();
+  RepaintSatellites();
+}
+
+void TTabSheetMap::RadioGroupTimeframeClick(int item) { SetTimeframe(static_cast<Timeframe>(item)); }
+
+void TTabSheetMap::IntervalChanged() {
+  ui_.TimerStep->setInterval(map::StepIntervalMs(session_.Settings.UpdateInterval.Value));
+}
+
+void TTabSheetMap::TimerStepTimer() {
+  ui_.TimerStep->stop();
+  IntervalChanged();
+  TurnTo(session_.Now());
+  RepaintSatellites();
+  ui_.TimerStep->start();
+}
+
+void TTabSheetMap::TurnTo(orbit::TDateTime moment) {
+  session_.Map.CurrentTime = moment;
+  const QString hint = map::LocalTimeHint(moment, LocalClockOf(session_.TimeZone));
+  for (QDateTimeEdit* picker : {static_cast<QDateTimeEdit*>(ui_.DateTimePickerMapDate),
+                                static_cast<QDateTimeEdit*>(ui_.DateTimePickerMapTime)}) {
+    // What is half typed stays.
+    if (picker->hasAcceptableInput()) session::TurnPicker(picker, moment);
+    session::Hinted(picker, hint);
+  }
+}
+
+void TTabSheetMap::DateTimePickerMapDateChange() {
+  const QTime time = ui_.DateTimePickerMapTime->time();
+  SetManualTime(orbit::SteppedTime(session::PickedDay(ui_.DateTimePickerMapDate), time.hour(), time.minute(),
+                                   session_.Map.CurrentTime));
+}
+
+void TTabSheetMap::SetMapTime(orbit::TDateTime moment) { SetManualTime(orbit::CutToMinute(moment)); }
+
+void TTabSheetMap::SetManualTime(orbit::TDateTime moment) {
+  SetTimeframe(Timeframe::Manual);
+  TurnTo(moment);
+  session_.PictureKey = Stamp(moment);
+  RepaintSatellites();
+}
+
+void TTabSheetMap::DateTimePickerMapDateClick() { ui_.TimerStep->stop(); }
+
+void TTabSheetMap::DateTimePickerMapKeyPress() {
+  // Seconds that went back to 0 at the second digit would take the cursor along, and so would the clock.
+  if (session_.Map.Mode == Timeframe::RealTime) SetManualTime(orbit::CutToMinute(session_.Map.CurrentTime));
+}
+
+void TTabSheetMap::DateTimePickerMapDateExit() {
+  const bool stands = session_.Map.Mode == Timeframe::RealTime && !ui_.TimerStep->isActive();
+  if (stands && !session_.Run.Closing) SelectTimeframe(Timeframe::RealTime);
+}
+
+// ------------------------------------------------------------------------------- its satellites
+
+void TTabSheetMap::ActiveSatellitesChanged() {
+  keeper_.Forget();
+  ui_.PaintBoxSats->Clear();
+  session::FillChooser(ui_.ComboBoxSatForMap, session_.Active(), session_.SelectedIndex());
+}
+
+void TTabSheetMap::ComboBoxSatForMapChange() {
+  session_.ChooseSatellite(ui_.ComboBoxSatForMap->currentIndex());
+}
+
+void TTabSheetMap::SatelliteChosen() {
+  session::SelectQuietly(ui_.ComboBoxSatForMap, session_.SelectedIndex());
+  RepaintSatellites();
+}
+
+void TTabSheetMap::PaintBoxSatsMouseUp(QPoint position) {
+  const orbit::TSatellite* found = map::SatelliteAt(ui_.PaintBoxSats->Plot(), frame_, position);
+  if (found == nullptr) return;
+  const auto satellites = session_.ActiveSatellites();
+  const auto place = std::find(satellites.begin(), satellites.end(), found);
+  session_.ChooseSatellite(static_cast<int>(place - satellites.begin()));
+}
+
+void TTabSheetMap::FootprintLevelChanged() { RepaintSatellites(); }
+
+void TTabSheetMap::RepaintSatellites() {
+  if (!isVisible()) return;
+  const int level = session_.Settings.FootprintShowLevel.Value;
+  const map::Sky& sky =
+      keeper_.At(session_.ActiveSatellites(), session_.Map.CurrentTime, map::TrailMinutes(level));
+  ui_.PaintBoxSats->SetPlot(
+      map::PlotSatellites(sky, frame_, session_.SelectedSatellite(), level, ui_.PaintBoxSats->Measure()));
+  const QString tip = map::NotDrawableTip(sky.NotDrawable);
+  // Names come from files and are no markup.
+  ui_.PaintBoxSats->setToolTip(Qt::mightBeRichText(tip) ? tip.toHtmlEscaped() : tip);
+  ui_.PaintBoxSats->setStatusTip(tip);
+  ShowInfo(sky);
+}
+
+void TTabSheetMap::ShowInfo(const map::Sky& sky) {
+  const orbit::TSatellite* selected = session_.SelectedSatellite();
+  if (selected == nullptr) return;
+  const map::TrackedSatellite* tracked = sky.Find(selected);
+  if (tracked == nullptr) {
+    session_.Window.SetStatus(map::NotDrawableTip({QString::fromStdString(selected->Name)}));
+    session_.Window.SetTitle(kMapTitle);
+    return;
+  }
+  const map::SatelliteInfo info = map::InfoOf(*selected, tracked->State, sky.Jd, session_.Station.Place);
+  const QString tip = ui_.PaintBoxSats->underMouse() ? ui_.PaintBoxSats->statusTip() : QString();
+  session_.Window.SetStatus(tip.isEmpty() ? info.StatusText : info.StatusText + QStringLiteral("  ") + tip);
+  session_.Window.SetTitle(info.Title);
+}
+
+}  // namespace pelorin::desktop

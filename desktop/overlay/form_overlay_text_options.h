@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QDialog>
+#include <array>
+#include <cstdint>
+
+#include "session/session.h"
+
+class QLabel;
+class QListWidget;
+
+namespace pelorin::desktop {
+
+/// The dialog in which the user chooses what each of the overlay's text lines holds.
+class TFormOverlayTextOptions : public QDialog {
+  Q_OBJECT
+
+ public:
+  TFormOverlayTextOptions(session::Session& session, QWidget* parent);
+
+  /// Asks, starting from the settings; they change only when the user confirms.
+  void Run();
+
+  session::Prompts& Boxes() const { return session_.Boxes; }
+
+ private:
+  static constexpr std::size_t kLines = 3;
+
+  void FormShow();
+  void CheckListBoxLinesClickCheck(std::size_t line);
+  void ShowPreview();
+
+  session::Session& session_;
+  std::array<std::uint8_t, kLines> items_{};  ///< TextItem bits
+  std::array<QListWidget*, kLines> lists_{};
+  std::array<QLabel*, kLines> previews_{};
+};
+
+}  // namespace pelorin::desktop

@@ -1,0 +1,324 @@
+#include "desktop/overlay/tab_sheet_ground_path.h"
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDateTimeEdit>
+#include <QFileInfo>
+#include <QKeyEvent>
+#include <QPrinter>
+#include <QPushButton>
+#include <QScopeGuard>
+#include <QSlider>
+#include <QSpinBox>
+#include <QTimer>
+#include <algorithm>
+#include <cmath>
+
+#include "desktop/overlay/overlay_choices.h"
+#include "desktop/overlay/picture_panes.h"
+#include "desktop/overlay/picture_print.h"
+#include "desktop/overlay/time_correction_box.h"
+#include "orbit/time_stamp.h"
+#include "picture/picture_file.h"
+#include "session/controls.h"
+#include "session/hourglass.h"
+#include "session/picker_time.h"
+#include "session/print_out.h"
+#include "swath/picture_lookup.h"
+
+namespace pelorin::desktop {
+namespace {
+
+using session::Handle;
+
+QString Stamp(orbit::TDateTime moment) { return QString::fromStdString(orbit::StampOf(moment)); }
+
+}  // namespace
+
+TTabSheetGroundPath::TTabSheetGroundPath(session::Session& session, QWidget* parent)
+    : TTabSheet(session, parent), correction_(session.Settings.ClockCorrections.Value) {
+  setObjectName(QStringLiteral("TabSheetGroundPath"));
+  ui_.Build(this);
+  using Page = TTabSheetGroundPath;
+  Handle(this, &TTabSheet::Shown, this, &Page::TabSheetGroundPathShow);
+  Handle(this, &TTabSheet::Hidden, this, &Page::TabSheetGroundPathHide);
+  Handle(&session, &session::Session::ActiveSatellitesChanged, this, &Page::ActiveSatellitesChanged);
+  Handle(&session, &session::Session::PassDirectionChanged, this, &Page::PassDirectionChanged);
+  Handle(&session, &session::Session::PassDurationChanged, this, &Page::PassDurationChanged);
+
+  Handle(ui_.ComboBoxSatForPic, &QComboBox::currentIndexChanged, this, &Page::ComboBoxSatForPicChange);
+  Handle(ui_.DateTimePickerDate, &QDateTimeEdit::dateChanged, this, &Page::DateTimePickerTimeChange);
+  Handle(ui_.DateTimePickerTime, &QDateTimeEdit::timeChanged, this, &Page::DateTimePickerTimeChange);
+  session::OnFocusOut(ui_.DateTimePickerTime, Boxes(), [this] { DateTimePickerTimeExit(); });
+  Handle(ui_.SpinEditPassDuration, &QSpinBox::editingFinished, this, &Page::SpinEditPassDurationExit);
+  Handle(ui_.ButtonPassDirection, &QPushButton::clicked, this, &Page::ButtonPassDirectionClick);
+  Handle(ui_.ButtonGenTopo, &QPushButton::clicked, this, &Page::ButtonGenTopoClick);
+  Handle(ui_.Channels, &QButtonGroup::idClicked, this, &Page::RadioGroupPrefPicChannelClick);
+  Handle(ui_.ButtonReload, &QPushButton::clicked, this, &Page::ButtonReloadClick);
+  Handle(ui_.GroupBoxTimeCorrection, &TTimeCorrectionBox::Changed, this, &Page::TimeCorrectionChanged);
+  Handle(ui_.CheckBoxZoom, &QCheckBox::toggled, this, &Page::CheckBoxZoomClick);
+  Handle(ui_.CheckBoxScrollBoth, &QCheckBox::toggled, this, &Page::CheckBoxScrollBothClick);
+  Handle(ui_.SliderOpacity, &QSlider::valueChanged, this, &Page::SliderOpacityChange);
+  Handle(ui_.CheckBoxOverlaid, &QCheckBox::toggled, this, &Page::CheckBoxOverlaidClick);
+  Handle(ui_.ButtonFlicker, &QPushButton::clicked, this, &Page::ButtonFlickerClick);
+  Handle(ui_.ButtonSaveBlend, &QPushButton::clicked, this, &Page::ButtonSaveBlendClick);
+  Handle(ui_.TimerLoad, &QTimer::timeout, this, &Page::TimerLoadTimer);
+  Handle(ui_.TimerSaveResults, &QTimer::timeout, this, &Page::TimerSaveResultsTimer);
+  EnableControls();
+}
+
+void TTabSheetGroundPath::SetSources(const overlay::OverlaySources& sources) { sources_ = sources; }
+
+void TTabSheetGroundPath::SetPassTime(orbit::TDateTime moment) {
+  passTime_ = orbit::CutToMinute(moment);
+  session::TurnPicker(ui_.DateTimePickerDate, passTime_);
+  session::TurnPicker(ui_.DateTimePickerTime, passTime_);
+}
+
+void TTabSheetGroundPath::ChooseSatellite(int index) {
+  session::SelectQuietly(ui_.ComboBoxSatForPic, index);
+  ComboBoxSatForPicChange();
+}
+
+void TTabSheetGroundPath::ShowFor(orbit::TDateTime moment, int satellite) {
+  SetPassTime(moment);
+  ChooseSatellite(satellite);
+  session_.PictureKey = Stamp(passTime_);
+  if (session_.Run.CommandLineMode) {
+    ui_.TimerLoad->start();
+  } else {
+    LoadPicture(session_.PictureKey);
+  }
+}
+
+// ------------------------------------------------------------------------- following the session
+
+void TTabSheetGroundPath::TabSheetGroundPathShow() {
+  session_.Window.SetTitle(QStringLiteral("Pelorin - ground path"));
+  session_.Window.SetTimeframe(session::Timeframe::Manual);
+}
+
+void TTabSheetGroundPath::TabSheetGroundPathHide() {
+  if (ui_.TimerSaveResults->isActive()) TimerSaveResultsTimer();
+}
+
+void TTabSheetGroundPath::ActiveSatellitesChanged() {
+  session::FillChooser(ui_.ComboBoxSatForPic, session_.Active(), session_.Active().empty() ? -1 : 0);
+  ComboBoxSatForPicChange();
+}
+
+void TTabSheetGroundPath::PassDirectionChanged() {
+  ui_.ButtonPassDirection->setText(DirectionCaption(session_.Pass.SouthBound));
+}
+
+void TTabSheetGroundPath::PassDurationChanged() {
+  ui_.SpinEditPassDuration->setValue(session_.Pass.PassDurationMinutes);
+}
+
+// ----------------------------------------------------------------------------------- the picture
+
+QString TTabSheetGroundPath::CurrentKey() const {
+  if (!session_.PictureKey.isEmpty()) return session_.PictureKey;
+  // A satellite chosen elsewhere takes the session's key away, not the picture.
+  const QString stamp = Stamp(passTime_);
+  return key_.startsWith(stamp) ? key_ : stamp;
+}
+
+QString TTabSheetGroundPath::LookUp(const QString& key) {
+  const auto restore =
+      qScopeGuard([this, before = session_.Window.Status()] { session_.Window.SetStatus(before); });
+  Q_EMIT session_.PictureSearchBegun();
+  return swath::LookUpPicture(
+      key, ui_.Channels->checkedId(), app::FromCommaText(session_.Settings.ImagePathList.Value),
+      session_.TimeZone.StandardOffsetMinutes, session_.TimeZone.DaylightOffsetMinutes,
+      [this](const QString& baseName) {
+        session_.Window.SetStatus(QStringLiteral("Searching your specified folders for: ") + baseName +
+                                  QStringLiteral(".*"));
+        Q_EMIT session_.PictureSearched(baseName);
+      });
+}
+
+void TTabSheetGroundPath::LoadPicture(const QString& key) {
+  const bool isOpened = key == openedKey_ && QFileInfo(openedPath_).isFile();
+  ShowPictureOf(key, isOpened ? openedPath_ : LookUp(key));
+}
+
+void TTabSheetGroundPath::ShowPictureOf(const QString& key, const QString& path) {
+  key_ = key;
+  hasPictureOfPass_ = false;
+  const QString name = QFileInfo(path).fileName();
+  BeginCorrection(name.isEmpty() ? key : name);
+  const QString still = shownPath_.isEmpty()
+                            ? QString()
+                            : QStringLiteral("; this is still ") + QFileInfo(shownPath_).fileName();
+  if (path.isEmpty()) {
+    ui_.Panes->SetPictureTitle(QStringLiteral("No picture was found for ") + key + still);
+    return;
+  }
+  ui_.Panes->SetPictureTitle(name + QStringLiteral(" could not be read") + still);
+  const session::Hourglass hourglass;
+  ui_.Panes->SetPicture(picture::LoadPicture(path), path);
+  shownPath_ = path;
+  shownTime_ = passTime_;
+  hasPictureOfPass_ = true;
+  ui_.Panes->SetPictureTitle(QStringLiteral("Picture: ") + name);
+  EnableControls();
+}
+
+void TTabSheetGroundPath::BeginCorrection(const QString& name) {
+  const auto end = std::find_if_not(name.begin(), name.end(), [](QChar c) { return c.isDigit(); });
+  const QString recording = name.left(end - name.begin());
+  const QString satellite = ui_.ComboBoxSatForPic->currentText();
+  const std::optional<int> seconds = orbit::SecondsOfStamp(recording.toStdString());
+  // Pictures of other channels are of the same recording, also when their names leave the seconds out. What
+  // was found for one by eye alone belongs to no satellite's clock.
+  const bool isSame = correctedRecording_.startsWith(recording);
+  if (isSame && (satellite == correctedSatellite_ || !seconds)) return;
+  correctedRecording_ = recording;
+  correctedSatellite_ = satellite;
+  ui_.GroupBoxTimeCorrection->SetSeconds(correction_.Begin(satellite, seconds));
+}
+
+void TTabSheetGroundPath::ComboBoxSatForPicChange() { BeginCorrection(correctedRecording_); }
+
+void TTabSheetGroundPath::DateTimePickerTimeChange() {
+  const QTime time = ui_.DateTimePickerTime->time();
+  SetPassTime(
+      orbit::SteppedTime(session::PickedDay(ui_.DateTimePickerDate), time.hour(), time.minute(), passTime_));
+  ButtonReloadClick();
+}
+
+void TTabSheetGroundPath::DateTimePickerTimeExit() {
+  // Who only passes by with the Tab key keeps an opened picture, and does not disturb the making of a map.
+  if (!IsBusy() && CurrentKey() == Stamp(passTime_)) DateTimePickerTimeChange();
+}
+
+void TTabSheetGroundPath::ButtonReloadClick() {
+  session_.PictureKey = Stamp(passTime_);
+  LoadPicture(session_.PictureKey);
+}
+
+void TTabSheetGroundPath::RadioGroupPrefPicChannelClick() {
+  const QString key = CurrentKey();
+  const QString found = LookUp(key);
+  // An opened picture stays until the picture folders have one of its time.
+  if (found.isEmpty() && key == openedKey_) return;
+  openedKey_.clear();
+  ShowPictureOf(key, found);
+}
+
+void TTabSheetGroundPath::TimerLoadTimer() {
+  if (session_.Run.Closing || IsBusy()) return;
+  if (session_.Run.AutomaticRun) {
+    ButtonGenTopoClick();
+  } else {
+    LoadPicture(CurrentKey());
+  }
+}
+
+void TTabSheetGroundPath::Open1Click() {
+  const QStringList filters{QStringLiteral("Bitmap files (*.bmp)"), QStringLiteral("JPEG files (*.jpg)"),
+                            QStringLiteral("Portable Network Graphic files (*.png)"),
+                            QStringLiteral("Picture files (*.bmp *.jpg *.png)")};
+  const QStringList folders = app::FromCommaText(session_.Settings.ImagePathList.Value);
+  const auto path = Boxes().OpenFile(QStringLiteral("Choose a satellite image to load"), folders.value(0),
+                                     filters, static_cast<int>(filters.size()) - 1);
+  if (!path) return;
+  const QFileInfo file(*path);
+  SetPassTime(orbit::TimeOfStamp(file.fileName().toStdString(), file.lastModified().date().year()));
+  openedPath_ = *path;
+  openedKey_ = session_.PictureKey = file.fileName();
+  LoadPicture(openedKey_);
+}
+
+// ------------------------------------------------------------------------------------- both of them
+
+void TTabSheetGroundPath::EnableControls() {
+  const bool areBoth = MapIsOfPicture() && !IsBusy();
+  const bool isOverlaid = areBoth && ui_.CheckBoxOverlaid->isChecked();
+  ui_.CheckBoxOverlaid->setEnabled(areBoth);
+  ui_.SliderOpacity->setEnabled(areBoth);
+  ui_.ButtonFlicker->setEnabled(isOverlaid);
+  ui_.ButtonSaveBlend->setEnabled(areBoth);
+  ui_.Panes->SetOverlaid(isOverlaid);
+}
+
+bool TTabSheetGroundPath::MapIsOfPicture() const {
+  if (ui_.Panes->Picture().isNull() || ui_.Panes->Map().Map.isNull()) return false;
+  // A map begins where the correction moved it.
+  const double apartS = std::abs(madeFor_.Start.Days - shownTime_.Days) * 86400;
+  return apartS < swath::TimeCorrection::kLimitS + swath::TimeCorrection::kStepS;
+}
+
+void TTabSheetGroundPath::CheckBoxZoomClick() { ui_.Panes->SetZoom(ui_.CheckBoxZoom->isChecked()); }
+
+void TTabSheetGroundPath::CheckBoxScrollBothClick() {
+  ui_.Panes->SetScrollBoth(ui_.CheckBoxScrollBoth->isChecked());
+}
+
+void TTabSheetGroundPath::SliderOpacityChange() { ui_.Panes->SetOpacity(ui_.SliderOpacity->value()); }
+
+void TTabSheetGroundPath::CheckBoxOverlaidClick() {
+  ui_.ButtonFlicker->setChecked(false);
+  ui_.Panes->SetMapHidden(false);
+  EnableControls();
+}
+
+void TTabSheetGroundPath::ButtonFlickerClick() { ui_.Panes->SetMapHidden(ui_.ButtonFlicker->isChecked()); }
+
+void TTabSheetGroundPath::ButtonSaveBlendClick() {
+  const QImage blend = ui_.Panes->Blend();
+  if (blend.isNull()) return;
+  auto path = Boxes().SaveFile(
+      QStringLiteral("Save blended picture"), ResultsFile(QStringLiteral("-blend.jpg")),
+      {QStringLiteral("JPEG files (*.jpg)"), QStringLiteral("Portable Network Graphic files (*.png)")});
+  if (!path) return;
+  const QStringList kinds{QStringLiteral("jpg"), QStringLiteral("jpeg"), QStringLiteral("png")};
+  if (!kinds.contains(QFileInfo(*path).suffix(), Qt::CaseInsensitive)) {
+    *path += QStringLiteral(".jpg");
+    // The box has asked for the other name only.
+    if (QFileInfo::exists(*path) &&
+        !Boxes().Confirm(QStringLiteral("%1 exists already. Replace it?").arg(*path), 0,
+                         session::Answer::No)) {
+      return;
+    }
+  }
+  picture::SavePicture(blend, *path);
+}
+
+QString TTabSheetGroundPath::ResultsFile(const QString& ending) const {
+  return app::WithSeparator(session_.Settings.ResultsPath.Value) + Stamp(passTime_) + ending;
+}
+
+void TTabSheetGroundPath::PrintImageClick() {
+  PicturePage page{TitleOf(result_ ? madeFor_ : Request()), ui_.Panes->Map().Map, ui_.Panes->Picture()};
+  if (page.Map.isNull() && page.Picture.isNull()) {
+    Boxes().Message(
+        QStringLiteral("There is nothing to print yet. Please load a picture or make a map first."));
+    return;
+  }
+  QPrinter& printer = session_.Window.Printer();
+  // Where no printer is known, a page goes to a file.
+  const bool isForFile = session::NeedsFileName(printer);
+  if (isForFile) {
+    const auto path =
+        Boxes().SaveFile(QStringLiteral("Print to a PDF file"), ResultsFile(QStringLiteral(".pdf")),
+                         {QStringLiteral("PDF files (*.pdf)")});
+    if (!path) return;
+    printer.setOutputFileName(*path);
+  }
+  const auto forget = qScopeGuard([&] {
+    if (isForFile) printer.setOutputFileName(QString());
+  });
+  const session::Hourglass hourglass;
+  PrintPicturePage(printer, page);
+}
+
+void TTabSheetGroundPath::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) ui_.ButtonGenTopo->click();
+  if (event->key() == Qt::Key_Escape) stopRequested_ = true;
+  TTabSheet::keyPressEvent(event);
+}
+
+}  // namespace pelorin::desktop

@@ -1,0 +1,181 @@
+#include "desktop/overlay/tab_sheet_ground_path_layout.h"
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDateTimeEdit>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QShortcut>
+#include <QSlider>
+#include <QSpinBox>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include "desktop/overlay/overlay_choices.h"
+#include "desktop/overlay/picture_panes.h"
+#include "desktop/overlay/time_correction_box.h"
+#include "session/controls.h"
+#include "session/picker_time.h"
+
+namespace pelorin::desktop {
+namespace {
+
+using session::Hinted;
+using session::Named;
+
+QPushButton* NewPageButton(const QString& caption, const char* name, const QString& hint, QWidget* page) {
+  auto* button = Hinted(Named(new QPushButton(caption, page), name), hint);
+  button->setAutoDefault(true);
+  return button;
+}
+
+QCheckBox* NewPageCheck(const QString& caption, const char* name, const QString& hint, QWidget* page) {
+  return Hinted(Named(new QCheckBox(caption, page), name), hint);
+}
+
+QTimer* NewOneShot(const char* name, int intervalMs, QWidget* page) {
+  auto* timer = Named(new QTimer(page), name);
+  timer->setSingleShot(true);
+  timer->setInterval(intervalMs);
+  return timer;
+}
+
+/// What the map is made for, and its making.
+QHBoxLayout* BuildPassRow(TabSheetGroundPathLayout& ui, QWidget* page) {
+  ui.ComboBoxSatForPic = Hinted(Named(new QComboBox(page), "ComboBoxSatForPic"),
+                                QStringLiteral("The satellite that sent the picture"));
+  ui.ComboBoxSatForPic->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  ui.ComboBoxSatForPic->setMinimumContentsLength(11);
+  ui.DateTimePickerDate = Hinted(Named(new QDateTimeEdit(page), "DateTimePickerDate"),
+                                 QStringLiteral("The day on which the pass began, UTC"));
+  session::SetUpPicker(ui.DateTimePickerDate, QStringLiteral("yyyy MMM dd"));
+  ui.DateTimePickerTime = Hinted(Named(new QDateTimeEdit(page), "DateTimePickerTime"),
+                                 QStringLiteral("The minute at which the pass began, UTC"));
+  session::SetUpPicker(ui.DateTimePickerTime, QStringLiteral("HH:mm"));
+  for (QDateTimeEdit* picker : {ui.DateTimePickerDate, ui.DateTimePickerTime}) {
+    picker->setKeyboardTracking(false);
+  }
+  ui.SpinEditPassDuration = Hinted(Named(new QSpinBox(page), "SpinEditPassDuration"),
+                                   QStringLiteral("Length of the map, 1 to 30 minutes"));
+  ui.SpinEditPassDuration->setRange(1, 30);
+  ui.SpinEditPassDuration->setValue(15);
+  ui.SpinEditPassDuration->setSuffix(QStringLiteral(" min"));
+  ui.ButtonPassDirection = NewPageButton(
+      DirectionCaption(false), "ButtonPassDirection",
+      QStringLiteral("Whether the satellite moved north or south; press to turn the map"), page);
+  ui.ButtonGenTopo =
+      NewPageButton(QStringLiteral("Make map"), "ButtonGenTopo",
+                    QStringLiteral("Make the map that belongs to the picture of the pass"), page);
+  ui.ButtonGenTopo->setDefault(true);
+  ui.ProgressBarMakeMap = Named(new QProgressBar(page), "ProgressBarMakeMap");
+  ui.ProgressBarMakeMap->setTextVisible(false);
+  ui.ProgressBarMakeMap->setMinimumWidth(60);
+  ui.ProgressBarMakeMap->setValue(0);
+
+  auto* row = new QHBoxLayout;
+  row->addWidget(session::LabelFor(QStringLiteral("Sa&tellite:"), ui.ComboBoxSatForPic, page));
+  row->addWidget(ui.ComboBoxSatForPic);
+  row->addSpacing(6);
+  row->addWidget(ui.DateTimePickerDate);
+  row->addWidget(ui.DateTimePickerTime);
+  row->addWidget(new QLabel(QStringLiteral("UTC"), page));
+  row->addSpacing(6);
+  row->addWidget(session::LabelFor(QStringLiteral("D&uration:"), ui.SpinEditPassDuration, page));
+  row->addWidget(ui.SpinEditPassDuration);
+  row->addWidget(ui.ButtonPassDirection);
+  row->addSpacing(6);
+  row->addWidget(ui.ButtonGenTopo);
+  row->addWidget(ui.ProgressBarMakeMap, 1);
+  return row;
+}
+
+/// Which picture, and where exactly the map lies on it.
+QHBoxLayout* BuildPictureRow(TabSheetGroundPathLayout& ui, QWidget* page) {
+  ui.RadioGroupPrefPicChannel =
+      Hinted(Named(new QGroupBox(QStringLiteral(" Channel "), page), "RadioGroupPrefPicChannel"),
+             QStringLiteral("Choose preferred picture source"));
+  ui.Channels = new QButtonGroup(page);
+  auto* channels = new QHBoxLayout(ui.RadioGroupPrefPicChannel);
+  const QString captions[] = {QStringLiteral("Chan 2 (vis)"), QStringLiteral("Chan 4 (IR)"),
+                              QStringLiteral("Base (plain)")};
+  int id = 0;
+  for (const QString& caption : captions) {
+    auto* button = new QRadioButton(caption, ui.RadioGroupPrefPicChannel);
+    button->setObjectName(QStringLiteral("RadioButtonChannel%1").arg(id));
+    ui.Channels->addButton(button, id++);
+    channels->addWidget(button);
+  }
+  ui.Channels->button(0)->setChecked(true);
+  ui.ButtonReload =
+      NewPageButton(QStringLiteral("Load picture"), "ButtonReload",
+                    QStringLiteral("Look for the picture of the pass in the picture folders"), page);
+  channels->addSpacing(6);
+  channels->addWidget(ui.ButtonReload);
+  ui.RadioGroupPrefPicChannel->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Maximum);
+  ui.GroupBoxTimeCorrection = new TTimeCorrectionBox(page);
+
+  auto* row = new QHBoxLayout;
+  row->addWidget(ui.RadioGroupPrefPicChannel);
+  row->addStretch(1);
+  row->addWidget(ui.GroupBoxTimeCorrection);
+  return row;
+}
+
+/// How both are shown.
+QHBoxLayout* BuildViewRow(TabSheetGroundPathLayout& ui, QWidget* page) {
+  ui.CheckBoxZoom = NewPageCheck(QStringLiteral("&Zoom"), "CheckBoxZoom",
+                                 QStringLiteral("Show map and picture pixel by pixel"), page);
+  ui.CheckBoxScrollBoth = NewPageCheck(QStringLiteral("Scroll &both"), "CheckBoxScrollBoth",
+                                       QStringLiteral("Check to scroll map and picture together"), page);
+  ui.CheckBoxScrollBoth->setChecked(true);
+  ui.CheckBoxOverlaid = NewPageCheck(QStringLiteral("&Map over picture"), "CheckBoxOverlaid",
+                                     QStringLiteral("Lay the map over the picture, line for line"), page);
+  ui.SliderOpacity = Hinted(Named(new QSlider(Qt::Horizontal, page), "SliderOpacity"),
+                            QStringLiteral("How much of the map covers the picture, 0 to 100 %"));
+  ui.SliderOpacity->setRange(0, 100);
+  ui.SliderOpacity->setValue(50);
+  ui.SliderOpacity->setPageStep(10);
+  ui.SliderOpacity->setMinimumWidth(80);
+  ui.SliderOpacity->setMaximumWidth(220);
+  ui.ButtonFlicker = NewPageButton(
+      QStringLiteral("Flicker (F8)"), "ButtonFlicker",
+      QStringLiteral("Take the map off the picture and put it back; hold F8 to let it flicker"), page);
+  ui.ButtonFlicker->setCheckable(true);
+  // The button's own shortcut would wait until the key is let go.
+  auto* flicker = new QShortcut(Qt::Key_F8, page);
+  QObject::connect(flicker, &QShortcut::activated, ui.ButtonFlicker, &QPushButton::click);
+  ui.ButtonSaveBlend = NewPageButton(QStringLiteral("Save blended picture..."), "ButtonSaveBlend",
+                                     QStringLiteral("Save the picture with the map over it"), page);
+
+  auto* row = new QHBoxLayout;
+  row->addWidget(ui.CheckBoxZoom);
+  row->addWidget(ui.CheckBoxScrollBoth);
+  row->addStretch(1);
+  row->addWidget(ui.CheckBoxOverlaid);
+  row->addWidget(ui.SliderOpacity, 2);
+  row->addWidget(ui.ButtonFlicker);
+  row->addWidget(ui.ButtonSaveBlend);
+  return row;
+}
+
+}  // namespace
+
+void TabSheetGroundPathLayout::Build(QWidget* page) {
+  auto* rows = new QVBoxLayout(page);
+  rows->setContentsMargins(6, 6, 6, 4);
+  rows->setSpacing(4);
+  rows->addLayout(BuildPassRow(*this, page));
+  rows->addLayout(BuildPictureRow(*this, page));
+  rows->addLayout(BuildViewRow(*this, page));
+  Panes = new TPicturePanes(page);
+  rows->addWidget(Panes, 1);
+  TimerLoad = NewOneShot("TimerLoad", 500, page);
+  TimerSaveResults = NewOneShot("TimerSaveResults", 500, page);
+}
+
+}  // namespace pelorin::desktop

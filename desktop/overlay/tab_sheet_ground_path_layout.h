@@ -1,0 +1,43 @@
+#pragma once
+
+class QButtonGroup;
+class QCheckBox;
+class QComboBox;
+class QDateTimeEdit;
+class QGroupBox;
+class QProgressBar;
+class QPushButton;
+class QSlider;
+class QSpinBox;
+class QTimer;
+class QWidget;
+
+namespace pelorin::desktop {
+
+class TPicturePanes;
+class TTimeCorrectionBox;
+
+/// The controls of the ground-path page.
+struct TabSheetGroundPathLayout {
+  QComboBox* ComboBoxSatForPic;
+  QDateTimeEdit *DateTimePickerDate, *DateTimePickerTime;
+  QSpinBox* SpinEditPassDuration;
+  QPushButton *ButtonPassDirection, *ButtonGenTopo;
+  QProgressBar* ProgressBarMakeMap;
+
+  QGroupBox* RadioGroupPrefPicChannel;
+  QButtonGroup* Channels;  ///< ids are the preferences
+  QPushButton* ButtonReload;
+  TTimeCorrectionBox* GroupBoxTimeCorrection;
+
+  QCheckBox *CheckBoxZoom, *CheckBoxScrollBoth, *CheckBoxOverlaid;
+  QSlider* SliderOpacity;
+  QPushButton *ButtonFlicker, *ButtonSaveBlend;
+
+  TPicturePanes* Panes;
+  QTimer *TimerLoad, *TimerSaveResults;
+
+  void Build(QWidget* page);
+};
+
+}  // namespace pelorin::desktop

@@ -1,0 +1,221 @@
+// Making the map.
+
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QScopeGuard>
+#include <QSpinBox>
+#include <QTimer>
+#include <algorithm>
+#include <exception>
+#include <utility>
+
+#include "desktop/overlay/overlay_choices.h"
+#include "desktop/overlay/picture_panes.h"
+#include "desktop/overlay/tab_sheet_ground_path.h"
+#include "desktop/overlay/time_correction_box.h"
+#include "map/satellite_info.h"
+#include "overlay/overlay_outputs.h"
+#include "overlay/overlay_text.h"
+#include "overlay/picture_fit.h"
+#include "session/controls.h"
+#include "session/hourglass.h"
+
+namespace pelorin::desktop {
+namespace {
+
+/// A map has hundreds of lines for each picture that a screen can show: as often as nobody notices a delay.
+constexpr int kPumpEveryMs = 12;
+
+QString MomentText(const char* pattern, orbit::TDateTime moment) {
+  return QString::fromStdString(orbit::FormatDateTime(pattern, moment));
+}
+
+}  // namespace
+
+overlay::OverlayRequest TTabSheetGroundPath::Request() const {
+  const app::Settings& settings = session_.Settings;
+  overlay::OverlayRequest request;
+  if (const int chosen = ui_.ComboBoxSatForPic->currentIndex(); chosen >= 0) {
+    request.Satellite = *session_.Active().at(static_cast<std::size_t>(chosen)).Satellite;
+  }
+  request.Station = session_.Station.Place;
+  request.Start = {passTime_.Days + ui_.GroupBoxTimeCorrection->Seconds() / 86400};
+  request.DurationMinutes = ui_.SpinEditPassDuration->value();
+  request.SouthBound = session_.Pass.SouthBound;
+  if (hasPictureOfPass_ && !session_.Run.AutomaticRun) {
+    request.LineLimit = ui_.Panes->Picture().height();
+    request.Width = overlay::MapWidthFor(ui_.Panes->Picture().width());
+  }
+  request.Overlay = ChosenMarks(settings);
+  request.PassDetails = settings.SavePassDetails.Value || session_.Run.AutomaticRun;
+  for (std::size_t line = 0; line < request.TextItems.size(); ++line) {
+    request.TextItems[line] = overlay::MaskItems(settings.OvlTextLine[line].Value);
+  }
+  return request;
+}
+
+void TTabSheetGroundPath::ButtonGenTopoClick() {
+  againRequested_ = false;
+  if (IsBusy()) {
+    stopRequested_ = true;
+    return;
+  }
+  const auto make = [this] {
+    do {
+      againRequested_ = false;
+      MakeMap();
+    } while (againRequested_ && !session_.Run.Closing);
+  };
+  if (!session_.Run.AutomaticRun) {
+    make();
+    return;
+  }
+  // Nobody may be there to read a box.
+  try {
+    make();
+    session_.Run.AutomaticFailure.clear();
+  } catch (const std::exception& error) {
+    session_.Run.AutomaticFailure = QString::fromUtf8(error.what());
+  }
+  session_.Window.CloseWindow();
+}
+
+void TTabSheetGroundPath::MakeMap() {
+  if (ui_.ComboBoxSatForPic->currentIndex() < 0) {
+    throw overlay::OverlayError(
+        "There is no satellite to make a map for. Please drag one or more satellites from the Available list "
+        "to "
+        "the Active list.");
+  }
+  session_.Run.MakingMap = true;
+  session_.Run.AbortRequested = stopRequested_ = false;
+  const session::Hourglass hourglass;
+  ui_.ButtonGenTopo->setText(QStringLiteral("Stop"));
+  const auto idle = qScopeGuard([this] {
+    // Who presses Escape wants no other map either.
+    if (session_.Run.AbortRequested) againRequested_ = false;
+    session_.Run.MakingMap = stopRequested_ = session_.Run.AbortRequested = false;
+    ui_.ButtonGenTopo->setText(QStringLiteral("Make map"));
+    EnableControls();
+  });
+  EnableControls();
+  // A map can be made without a picture, too.
+  if (!session_.Run.AutomaticRun) session::Guarded(Boxes(), [this] { LoadPicture(CurrentKey()); });
+  GenerateLive(Request());
+  ui_.TimerSaveResults->stop();
+  SaveResults();
+}
+
+void TTabSheetGroundPath::GenerateLive(const overlay::OverlayRequest& request) {
+  QProgressBar* progress = ui_.ProgressBarMakeMap;
+  const int linesPerMinute = request.Satellite.LinesPerMinute;
+  const int minutesOfRows = (request.LineLimit + linesPerMinute - 1) / linesPerMinute;
+  progress->setRange(
+      0, minutesOfRows > 0 ? std::min(minutesOfRows, request.DurationMinutes) : request.DurationMinutes);
+  progress->setValue(0);
+  bool isTold = false;
+  QElapsedTimer sincePump;
+  sincePump.start();
+  const auto afterLine = [&](const overlay::LineProgress& line) {
+    const overlay::OverlayResult& soFar = line.SoFar;
+    if (line.Line == 0) ui_.Panes->BeginMap(soFar.Map.size(), QStringLiteral("Map: ") + TitleOf(request));
+    if (line.Repaint) ui_.Panes->ShowProgress(soFar.Map, request.SouthBound, soFar.LinesMade);
+    if (line.NewMinute) progress->setValue(progress->value() + 1);
+    if (!isTold && soFar.MiddleOfPass.Days > 0) {
+      isTold = true;
+      orbit::TSatellite satellite = request.Satellite;
+      session_.Window.SetStatus(map::InfoAt(satellite, soFar.MiddleOfPass, request.Station).StatusText);
+    }
+    if (sincePump.elapsed() >= kPumpEveryMs) {
+      QCoreApplication::processEvents();
+      sincePump.start();
+    }
+    return !stopRequested_ && !session_.Run.AbortRequested && !session_.Run.Closing;
+  };
+  try {
+    ShowResult(request, overlay::GenerateOverlay(request, sources_, afterLine));
+    if (!stopRequested_) progress->setValue(progress->maximum());
+  } catch (...) {
+    ShowMap();
+    throw;
+  }
+}
+
+void TTabSheetGroundPath::ShowResult(const overlay::OverlayRequest& request, overlay::OverlayResult result) {
+  result_ = std::move(result);
+  madeFor_ = request;
+  ShowMap();
+  EnableControls();
+}
+
+void TTabSheetGroundPath::ShowMap() {
+  if (result_) {
+    ui_.Panes->SetMap({result_->Map, madeFor_.SouthBound, result_->LinesMade},
+                      QStringLiteral("Map: ") + TitleOf(madeFor_));
+  } else {
+    ui_.Panes->SetMap({}, QStringLiteral("Map"));
+  }
+}
+
+void TTabSheetGroundPath::SaveResults() {
+  overlay::WriteOverlayOutputs(*result_, madeFor_.PassDetails, session_.Settings.ResultsPath.Value);
+}
+
+QString TTabSheetGroundPath::TitleOf(const overlay::OverlayRequest& request) const {
+  const orbit::TDateTime end{request.Start.Days + request.DurationMinutes / 1440.0};
+  return QStringLiteral("%1  %2-%3 UTC  %4")
+      .arg(QString::fromStdString(request.Satellite.Name), MomentText("yyyy mmm dd  hh:nn:ss", request.Start),
+           MomentText("hh:nn:ss", end),
+           request.SouthBound ? QStringLiteral("South") : QStringLiteral("North"));
+}
+
+void TTabSheetGroundPath::ButtonPassDirectionClick() {
+  session_.SetPassDirection(!session_.Pass.SouthBound);
+  MakeAgain();
+}
+
+void TTabSheetGroundPath::SpinEditPassDurationExit() {
+  session_.Pass.PassDurationMinutes = ui_.SpinEditPassDuration->value();
+}
+
+void TTabSheetGroundPath::MakeAgain() {
+  const bool wasBusy = IsBusy();
+  ButtonGenTopoClick();
+  againRequested_ = wasBusy;
+}
+
+void TTabSheetGroundPath::TimeCorrectionChanged(double seconds) {
+  ui_.GroupBoxTimeCorrection->SetSeconds(correction_.Change(seconds));
+  session_.Settings.ClockCorrections.Value = correction_.Saved();
+  if (IsBusy()) {
+    MakeAgain();
+  } else if (result_ && ui_.ComboBoxSatForPic->currentIndex() >= 0) {
+    RemakeMap(Request());
+  }
+}
+
+void TTabSheetGroundPath::OverlayMarksChanged() {
+  if (IsBusy()) {
+    MakeAgain();
+  } else if (result_) {
+    overlay::OverlayRequest request = madeFor_;
+    request.Overlay = ChosenMarks(session_.Settings);
+    RemakeMap(request);
+  }
+}
+
+void TTabSheetGroundPath::RemakeMap(const overlay::OverlayRequest& request) {
+  // Too quick to be watched; the files follow when the user has found what is wanted.
+  ShowResult(request, overlay::GenerateOverlay(request, sources_));
+  ui_.TimerSaveResults->start();
+}
+
+void TTabSheetGroundPath::TimerSaveResultsTimer() {
+  ui_.TimerSaveResults->stop();
+  SaveResults();
+}
+
+}  // namespace pelorin::desktop

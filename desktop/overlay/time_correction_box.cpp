@@ -1,0 +1,72 @@
+#include "desktop/overlay/time_correction_box.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QSignalBlocker>
+
+#include "session/controls.h"
+#include "swath/time_correction.h"
+
+namespace pelorin::desktop {
+
+TTimeCorrectionBox::TTimeCorrectionBox(QWidget* parent)
+    : QGroupBox(QStringLiteral(" Time correction "), parent),
+      SpinEditTimeCorrection(session::Named(new QDoubleSpinBox(this), "SpinEditTimeCorrection")) {
+  setObjectName(QStringLiteral("GroupBoxTimeCorrection"));
+  constexpr double limit = swath::TimeCorrection::kLimitS, step = swath::TimeCorrection::kStepS;
+  SpinEditTimeCorrection->setLocale(QLocale::c());
+  SpinEditTimeCorrection->setDecimals(1);
+  SpinEditTimeCorrection->setRange(-limit, limit);
+  SpinEditTimeCorrection->setSingleStep(step);
+  SpinEditTimeCorrection->setSuffix(QStringLiteral(" s"));
+  SpinEditTimeCorrection->setKeyboardTracking(false);
+  session::Hinted(
+      SpinEditTimeCorrection,
+      QStringLiteral("Seconds to add to the start of the pass, until the map lies on the picture"));
+  connect(SpinEditTimeCorrection, &QDoubleSpinBox::valueChanged, this, &TTimeCorrectionBox::Changed);
+
+  auto* reset =
+      session::Hinted(session::Named(new QPushButton(QStringLiteral("Reset"), this), "ButtonCorrectionReset"),
+                      QStringLiteral("No correction"));
+  connect(reset, &QPushButton::clicked, this, [this] { SpinEditTimeCorrection->setValue(0); });
+
+  const std::initializer_list<QWidget*> controls{
+      NewStep(QStringLiteral("-10"), "ButtonCorrectionMinus10", -10),
+      NewStep(QStringLiteral("-0.5"), "ButtonCorrectionMinusHalf", -step),
+      SpinEditTimeCorrection,
+      NewStep(QStringLiteral("+0.5"), "ButtonCorrectionPlusHalf", step),
+      NewStep(QStringLiteral("+10"), "ButtonCorrectionPlus10", 10),
+      reset};
+  auto* row = new QHBoxLayout(this);
+  row->setSpacing(2);
+  QWidget* before = nullptr;
+  for (QWidget* control : controls) {
+    row->addWidget(control);
+    if (before != nullptr) setTabOrder(before, control);
+    before = control;
+  }
+  for (auto* button : findChildren<QPushButton*>()) {
+    // Wide enough for its caption, without a style's usual least width.
+    button->setFixedWidth(button->fontMetrics().horizontalAdvance(button->text()) + 16);
+    button->setAutoRepeat(button != reset);
+    button->setAutoDefault(true);
+  }
+  setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Maximum);
+}
+
+QPushButton* TTimeCorrectionBox::NewStep(const QString& caption, const char* name, double step) {
+  auto* button = session::Named(new QPushButton(caption, this), name);
+  session::Hinted(button, QStringLiteral("Begin %1 s %2")
+                              .arg(qAbs(step))
+                              .arg(step < 0 ? QStringLiteral("earlier") : QStringLiteral("later")));
+  connect(button, &QPushButton::clicked, this,
+          [this, step] { SpinEditTimeCorrection->setValue(SpinEditTimeCorrection->value() + step); });
+  return button;
+}
+
+void TTimeCorrectionBox::SetSeconds(double seconds) {
+  const QSignalBlocker quiet(SpinEditTimeCorrection);
+  SpinEditTimeCorrection->setValue(seconds);
+}
+
+}  // namespace pelorin::desktop

@@ -1,0 +1,244 @@
+#include "desktop/passes/form_update_keplers.h"
+
+#include <QDir>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QScopeGuard>
+#include <QShowEvent>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+#include "app/program_paths.h"
+#include "elements/element_update.h"
+#include "session/controls.h"
+
+namespace pelorin::desktop {
+namespace {
+
+using elements::FileOutcome;
+using session::Named;
+
+enum UpdateColumn { kUpdateFileColumn, kUpdateOutcomeColumn };
+
+constexpr int kWidthCharacters = 72;
+constexpr int kListRows = 8;
+
+QString InsistText(const QStringList& names) {
+  return QStringLiteral("Less than two hours ago the element service was already asked for:\r\r   ") +
+         names.join(QStringLiteral("\r   ")) +
+         QStringLiteral(
+             "\r\rIt has new data every two hours at most, and locks out those who ask more often. Ask for "
+             "the "
+             "same again all the same?");
+}
+
+}  // namespace
+
+TFormUpdateKeplers::TFormUpdateKeplers(session::Session& session, const QString& baseAddress,
+                                       const QString& userDataFolder, QWidget* parent)
+    : QDialog(parent),
+      session_(session),
+      baseAddress_(baseAddress),
+      userDataFolder_(userDataFolder),
+      labelIntro_(Named(new QLabel(this), "LabelIntro")),
+      checkListBoxFiles_(Named(new QTreeWidget(this), "CheckListBoxFiles")),
+      editBaseUrl_(Named(new QLineEdit(this), "EditBaseUrl")),
+      labelProgress_(Named(new QLabel(this), "LabelProgress")),
+      progressBar_(Named(new QProgressBar(this), "ProgressBar")),
+      buttonUpdate_(Named(new QPushButton(QStringLiteral("Update"), this), "ButtonUpdate")),
+      buttonCancel_(Named(new QPushButton(QStringLiteral("Cancel"), this), "ButtonCancel")) {
+  Named(this, "FormUpdateKeplers");
+  setWindowTitle(QStringLiteral("Pelorin - Update Keplers from the Internet"));
+  Build();
+  session::Handle(buttonUpdate_, &QPushButton::clicked, this, &TFormUpdateKeplers::ButtonUpdateClick);
+  session::Handle(buttonCancel_, &QPushButton::clicked, this, &TFormUpdateKeplers::ButtonCancelClick);
+  FormCreate();
+}
+
+void TFormUpdateKeplers::Build() {
+  for (QLabel* label : {labelIntro_, labelProgress_}) {
+    label->setWordWrap(true);
+    label->setTextFormat(Qt::PlainText);
+  }
+  // The marks tell what came of each file; none of them can be left out.
+  checkListBoxFiles_->setHeaderLabels({QStringLiteral("File"), QStringLiteral("Result")});
+  checkListBoxFiles_->header()->setStretchLastSection(false);
+  checkListBoxFiles_->header()->setSectionResizeMode(kUpdateFileColumn, QHeaderView::Stretch);
+  checkListBoxFiles_->header()->setSectionResizeMode(kUpdateOutcomeColumn, QHeaderView::ResizeToContents);
+  checkListBoxFiles_->header()->setSectionsMovable(false);
+  checkListBoxFiles_->setRootIsDecorated(false);
+  checkListBoxFiles_->setUniformRowHeights(true);
+  checkListBoxFiles_->setAllColumnsShowFocus(true);
+  session::Hinted(
+      checkListBoxFiles_,
+      QStringLiteral("All files are updated. Afterwards a tick marks those that are up to date."));
+  checkListBoxFiles_->setMinimumHeight(kListRows * fontMetrics().height() * 3 / 2);
+  editBaseUrl_->setReadOnly(true);
+  QSizePolicy kept = progressBar_->sizePolicy();
+  kept.setRetainSizeWhenHidden(true);
+  progressBar_->setSizePolicy(kept);
+  progressBar_->setFormat(QStringLiteral("%v of %m"));
+  progressBar_->hide();
+  buttonCancel_->setDefault(true);
+  buttonUpdate_->setAutoDefault(false);
+
+  setMinimumWidth(fontMetrics().averageCharWidth() * kWidthCharacters);
+  auto* source = new QHBoxLayout;
+  source->addWidget(session::LabelFor(QStringLiteral("From: "), editBaseUrl_, this));
+  source->addWidget(editBaseUrl_, 1);
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch();
+  buttons->addWidget(buttonUpdate_);
+  buttons->addWidget(buttonCancel_);
+  auto* layout = new QVBoxLayout(this);
+  layout->addWidget(labelIntro_);
+  layout->addWidget(session::LabelFor(QStringLiteral("Select files to update"), checkListBoxFiles_, this));
+  layout->addWidget(checkListBoxFiles_, 1);
+  layout->addLayout(source);
+  layout->addWidget(labelProgress_);
+  layout->addWidget(progressBar_);
+  layout->addLayout(buttons);
+}
+
+void TFormUpdateKeplers::FormCreate() {
+  editBaseUrl_->setText(baseAddress_);
+  const bool isAvailable = download_.IsAvailable();
+  buttonUpdate_->setEnabled(isAvailable);
+  checkListBoxFiles_->setEnabled(isAvailable);
+  editBaseUrl_->setEnabled(isAvailable);
+  labelIntro_->setText(
+      isAvailable
+          ? QStringLiteral(
+                "Click Update to get the current Keplers via the Internet from the Celestrak Web site.")
+          : QStringLiteral("This function requires WinInet.dll (from Microsoft Internet Explorer) to be "
+                           "installed."));
+  labelProgress_->setText(isAvailable ? QString() : QStringLiteral("MS Internet Explorer required"));
+}
+
+void TFormUpdateKeplers::FormShow() {
+  session_.Window.SetTitle(windowTitle());
+  folder_ = app::WithSeparator(QString::fromStdU16String(session_.Satellites().Folder().u16string()));
+  files_ = elements::UpdatableFiles(session_.Satellites());
+  checkListBoxFiles_->clear();
+  for (const QString& name : files_) {
+    auto* item = new QTreeWidgetItem(checkListBoxFiles_, {name, QString()});
+    item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
+    item->setCheckState(kUpdateFileColumn, Qt::Checked);
+  }
+  if (!download_.IsAvailable()) return;
+  buttonUpdate_->setEnabled(!files_.isEmpty());
+  labelProgress_->setText(files_.isEmpty()
+                              ? QStringLiteral("No element files (*.2LI or *.TLE) are loaded, so there are "
+                                               "none to update.")
+                              : QString());
+}
+
+void TFormUpdateKeplers::ButtonUpdateClick() {
+  if (isRunning_) return;
+  const elements::ElementRequests requests(
+      QDir(userDataFolder_).filePath(QStringLiteral("element-requests.txt")));
+  const bool insist = AskWhetherToInsist(requests);
+  isCancelled_ = false;
+  outcomes_ = QList<FileOutcome>(files_.size(), FileOutcome::NotFetched);
+  for (int file = 0; file < files_.size(); ++file) {
+    QTreeWidgetItem* item = checkListBoxFiles_->topLevelItem(file);
+    item->setCheckState(kUpdateFileColumn, Qt::Unchecked);
+    item->setText(kUpdateOutcomeColumn, QString());
+  }
+  const elements::UpdateResult result = Run(requests, insist);
+  if (!result.Changed || result.EndedEarly) return;
+  Boxes().Message(QStringLiteral("The new Keplers will be used the next time you run Pelorin."));
+  accept();
+}
+
+bool TFormUpdateKeplers::AskWhetherToInsist(const elements::ElementRequests& requests) {
+  QStringList recent;
+  for (const QString& name : files_) {
+    if (requests.AskedRecently(elements::RemoteAddress(baseAddress_, name), session_.Now())) {
+      recent.append(name);
+    }
+  }
+  return !recent.isEmpty() && Boxes().Confirm(InsistText(recent), 0, session::Answer::No);
+}
+
+elements::UpdateResult TFormUpdateKeplers::Run(const elements::ElementRequests& requests, bool insist) {
+  SetRunning(true);
+  QString ending = QStringLiteral("Stopped: ");
+  const auto stopped = qScopeGuard([this, &ending] {
+    SetRunning(false);
+    labelProgress_->setText(ending + elements::OutcomeSummary(outcomes_) + u'.');
+  });
+  const elements::ElementUpdate update{files_,
+                                       folder_,
+                                       baseAddress_,
+                                       QDir(userDataFolder_).filePath(QStringLiteral("archive")),
+                                       [this] { return session_.Now(); },
+                                       insist};
+  const elements::UpdateResult result =
+      elements::UpdateElementFiles(update, requests,
+                                   {[this](const QString& address) { return download_.Get(address); },
+                                    [this](int file) { return BeforeFile(file); },
+                                    [this](int file, FileOutcome outcome) { AfterFile(file, outcome); },
+                                    [this](const QString& text) { Boxes().Message(text); }});
+  if (isCancelled_) {
+    ending = QStringLiteral("Cancelled: ");
+  } else if (!result.EndedEarly) {
+    ending.clear();
+  }
+  return result;
+}
+
+void TFormUpdateKeplers::SetRunning(bool running) {
+  isRunning_ = running;
+  buttonUpdate_->setEnabled(!running);
+  progressBar_->setVisible(running);
+  if (!running) {
+    unsetCursor();
+    return;
+  }
+  progressBar_->setRange(0, static_cast<int>(files_.size()));
+  progressBar_->setValue(0);
+  buttonCancel_->setFocus();
+  // "Cancel" can be clicked meanwhile, hence not the bare hourglass.
+  setCursor(Qt::BusyCursor);
+}
+
+bool TFormUpdateKeplers::BeforeFile(int file) {
+  if (isCancelled_ || session_.Run.Closing) return false;
+  checkListBoxFiles_->scrollToItem(checkListBoxFiles_->topLevelItem(file));
+  labelProgress_->setText(
+      QStringLiteral("Getting %1 for %2...").arg(elements::RemoteFileName(files_[file]), files_[file]));
+  return true;
+}
+
+void TFormUpdateKeplers::AfterFile(int file, FileOutcome outcome) {
+  outcomes_[file] = outcome;
+  QTreeWidgetItem* item = checkListBoxFiles_->topLevelItem(file);
+  item->setText(kUpdateOutcomeColumn, elements::OutcomeText(outcome));
+  if (outcome == FileOutcome::Updated || outcome == FileOutcome::AlreadyCurrent) {
+    item->setCheckState(kUpdateFileColumn, Qt::Checked);
+  }
+  progressBar_->setValue(file + 1);
+}
+
+void TFormUpdateKeplers::ButtonCancelClick() { reject(); }
+
+void TFormUpdateKeplers::reject() {
+  if (!isRunning_) {
+    QDialog::reject();
+    return;
+  }
+  isCancelled_ = true;
+  download_.Cancel();
+}
+
+void TFormUpdateKeplers::showEvent(QShowEvent* event) {
+  if (!event->spontaneous()) session::Guarded(Boxes(), [this] { FormShow(); });
+  QDialog::showEvent(event);
+}
+
+}  // namespace pelorin::desktop

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <QGroupBox>
+#include <QTimer>
+
+#include "desktop/passes/group_box_passes_layout.h"
+#include "passes/chosen_pass.h"
+#include "session/session.h"
+
+namespace pelorin::desktop {
+
+/// The pass list of the set-up page, and the ways from one of its passes to map, picture and flight.
+class TGroupBoxPasses : public QGroupBox {
+  Q_OBJECT
+
+ public:
+  TGroupBoxPasses(session::Session& session, QWidget* parent);
+  ~TGroupBoxPasses() override;
+
+  session::Prompts& Boxes() const { return session_.Boxes; }
+
+  /// "Make pass list", its days and "Print ephemeris...", to be placed among the station's controls; whoever
+  /// places them owns them.
+  QWidget* MakePassListRow() const { return ui_.MakePassListRow; }
+
+  /// Turns the date picker to a moment's day. The list stays.
+  void SetPassDate(orbit::TDateTime moment);
+
+  /// Makes the first list as soon as the window has appeared.
+  void StartFirstList();
+
+  /// No list is about to be made.
+  bool IsSettled() const;
+
+  QStringList Entries() const;
+  /// Selects an entry and enables what can be done with it.
+  void SelectPass(int index);
+
+  // What each does needs a selected pass; without one they do nothing.
+  void ButtonMapFromPassClick();
+  void ButtonPicFromPassClick();
+  void ButtonFlightFromPassClick();
+
+  void ButtonRegenPassesClick();
+  void ButtonNextPassClick();
+  void ButtonEphemerisClick();
+  void UpDownDaysAheadClick(int days);
+  void DateTimePickerPassesChange();
+  void TimerPassDateChangingTimer();
+  void ListBoxPassesClick();
+  void ListBoxPassesDblClick();
+
+ private:
+  /// False, and the old list stays, when there is no satellite to make a list for; the user was told.
+  bool BuildPassList();
+  int FindPassAfter(orbit::TDateTime now, orbit::TDateTime day);
+  bool IsPassSelected() const;
+  void EnablePassButtons(bool enabled);
+
+  /// The selected pass and the place of its satellite among the active ones. Raises ConvertError.
+  struct SelectedPass {
+    passes::ChosenPass Pass;
+    int SatelliteIndex;
+  };
+  SelectedPass ParseSelectedPass() const;
+  /// Sets start, map, direction and duration to the pass.
+  void TakeOver(const passes::ChosenPass& pass);
+
+  session::Session& session_;
+  GroupBoxPassesLayout ui_;
+  QTimer* timerPassDateChanging_;
+};
+
+}  // namespace pelorin::desktop

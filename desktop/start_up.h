@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QString>
+#include <functional>
+#include <optional>
+
+#include "map/backdrop.h"
+#include "overlay/ground_colour.h"
+#include "overlay/master_view.h"
+#include "overlay/overlay_generator.h"
+#include "overlay/topography.h"
+#include "session/session.h"
+
+/// The steps of start-up that are more than a line, in their order. What goes wrong in one is told to the
+/// user and does not keep the next from being taken.
+namespace pelorin::desktop {
+
+/// Shows what is being done.
+using TellStatus = std::function<void(const QString& text)>;
+
+/// What maps and pictures are made of, found and opened at start-up for the program's life.
+struct GroundData {
+  QString TopographyFile;  ///< empty when there is none
+  map::Backdrop Backdrop;
+  QImage BaseImage;  ///< the ground where there is no topography; null when there is none either
+  std::optional<overlay::Topography> Topography;
+  std::optional<overlay::MasterView> Master;
+
+  /// Borrowed from this record.
+  overlay::OverlaySources Sources() const;
+};
+
+/// Makes the default folders for elements and results that the settings still name and that are missing.
+void MakeDefaultFolders(session::Session& session, const app::DefaultFolders& defaults);
+
+/// Reads the element folder of the settings.
+void LoadSatelliteData(session::Session& session, const TellStatus& tellStatus);
+
+/// On the first start, when there is no satellite yet: offers to copy the shipped element sets into the
+/// element folder, and reads them.
+void OfferDemonstrationElements(session::Session& session, const QString& programFolder,
+                                const TellStatus& tellStatus);
+
+QString FindTopographyFile(const QString& programFolder);
+
+/// Loads the backdrop, turned if the map is Pacific-centred.
+map::Backdrop LoadMapBackdrop(session::Session& session, const QString& programFolder, bool hasTopography,
+                              const TellStatus& tellStatus);
+
+/// Opens the topography file, or takes the user's own bitmap for the ground; says when there is neither.
+void ConnectTopography(session::Session& session, GroundData& data, const TellStatus& tellStatus);
+
+/// Opens the overlay master and makes it before if there is none that is valid.
+void OpenMaster(session::Session& session, GroundData& data, const QString& programFolder,
+                const TellStatus& tellStatus);
+
+}  // namespace pelorin::desktop

@@ -1,0 +1,190 @@
+#include "picture/jpeg_image.h"
+
+#include <QIODevice>
+#include <array>
+#include <bit>
+#include <csetjmp>
+#include <cstddef>
+#include <cstdio>
+// The library's headers need the C types declared before them.
+#include <jpeglib.h>
+
+#include <jerror.h>
+
+#include "files/atomic_file.h"
+#include "files/read_file.h"
+#include "picture/picture_error.h"
+#include "picture/picture_size.h"
+
+// The library leaves a failing call by longjmp, which skips destructors. So each setjmp stands in a
+// function of its own that has no objects; what must be released belongs to its caller.
+
+namespace pelorin::picture {
+namespace {
+
+/// A pixel of Format_RGB32 as the bytes stand in memory.
+constexpr J_COLOR_SPACE kRgb32 = std::endian::native == std::endian::little ? JCS_EXT_BGRA : JCS_EXT_ARGB;
+
+/// A block of 64 pixels takes at least one bit, so a byte cannot hold more pixels than this.
+constexpr std::int64_t kMaxPixelsPerByte = 512;
+
+struct ErrorState {
+  jpeg_error_mgr Manager{};
+  std::jmp_buf Return{};
+
+  QString Text(j_common_ptr info) {
+    char text[JMSG_LENGTH_MAX] = {};
+    Manager.format_message(info, text);
+    return QString::fromLatin1(text);
+  }
+};
+
+[[noreturn]] void Fail(j_common_ptr info) {
+  std::longjmp(static_cast<ErrorState*>(info->client_data)->Return, 1);
+}
+
+/// Warnings that do not tell of lost pixels are passed over, all others end the decoding.
+void OnMessage(j_common_ptr info, int level) {
+  if (level >= 0) return;
+  switch (info->err->msg_code) {
+    case JWRN_ADOBE_XFORM:
+    case JWRN_EXTRANEOUS_DATA:
+    case JWRN_JFIF_MAJOR:
+    case JWRN_TOO_MUCH_DATA:
+      return;
+    default:
+      Fail(info);
+  }
+}
+
+void Connect(j_common_ptr info, ErrorState& errors) {
+  info->err = jpeg_std_error(&errors.Manager);
+  info->client_data = &errors;
+  errors.Manager.error_exit = Fail;
+  errors.Manager.emit_message = OnMessage;
+}
+
+/// libjpeg's records begin alike, so that one set of functions serves both directions.
+template <typename Info>
+j_common_ptr Common(Info& info) {
+  return reinterpret_cast<j_common_ptr>(&info);
+}
+
+struct Decoder : ErrorState {
+  jpeg_decompress_struct Info{};
+
+  Decoder() { Connect(Common(Info), *this); }
+  ~Decoder() { jpeg_destroy_decompress(&Info); }
+  Decoder(const Decoder&) = delete;
+  Decoder& operator=(const Decoder&) = delete;
+};
+
+bool ReadHeader(Decoder& decoder, const char* bytes, unsigned long size) {
+  if (setjmp(decoder.Return) != 0) return false;
+  jpeg_create_decompress(&decoder.Info);
+  jpeg_mem_src(&decoder.Info, reinterpret_cast<const unsigned char*>(bytes), size);
+  jpeg_read_header(&decoder.Info, TRUE);
+  decoder.Info.out_color_space = kRgb32;
+  return true;
+}
+
+bool ReadRows(Decoder& decoder, uchar* pixels, qsizetype rowBytes) {
+  if (setjmp(decoder.Return) != 0) return false;
+  jpeg_start_decompress(&decoder.Info);
+  while (decoder.Info.output_scanline < decoder.Info.output_height) {
+    JSAMPROW row = pixels + rowBytes * decoder.Info.output_scanline;
+    jpeg_read_scanlines(&decoder.Info, &row, 1);
+  }
+  jpeg_finish_decompress(&decoder.Info);
+  return true;
+}
+
+struct Encoder : ErrorState {
+  jpeg_compress_struct Info{};
+  jpeg_destination_mgr Destination{};
+  std::array<JOCTET, 65536> Buffer;
+  QIODevice* Device;
+
+  explicit Encoder(QIODevice& device) : Device(&device) {
+    Connect(Common(Info), *this);
+    Destination.init_destination = [](j_compress_ptr) {};
+    Destination.empty_output_buffer = [](j_compress_ptr info) {
+      Of(info)->Flush(0);
+      return boolean{TRUE};
+    };
+    Destination.term_destination = [](j_compress_ptr info) { Of(info)->Flush(info->dest->free_in_buffer); };
+    Rewind();
+  }
+  ~Encoder() { jpeg_destroy_compress(&Info); }
+  Encoder(const Encoder&) = delete;
+  Encoder& operator=(const Encoder&) = delete;
+
+ private:
+  static Encoder* Of(j_compress_ptr info) {
+    return static_cast<Encoder*>(static_cast<ErrorState*>(info->client_data));
+  }
+  void Flush(std::size_t unused) {
+    Device->write(reinterpret_cast<const char*>(Buffer.data()), static_cast<qint64>(Buffer.size() - unused));
+    Rewind();
+  }
+  void Rewind() {
+    Destination.next_output_byte = Buffer.data();
+    Destination.free_in_buffer = Buffer.size();
+  }
+};
+
+bool WriteRows(Encoder& encoder, const QImage& image, int quality) {
+  if (setjmp(encoder.Return) != 0) return false;
+  jpeg_compress_struct& info = encoder.Info;
+  const bool isGrey = image.format() == QImage::Format_Grayscale8;
+  jpeg_create_compress(&info);
+  info.dest = &encoder.Destination;
+  info.image_width = static_cast<JDIMENSION>(image.width());
+  info.image_height = static_cast<JDIMENSION>(image.height());
+  info.input_components = isGrey ? 1 : 4;
+  info.in_color_space = isGrey ? JCS_GRAYSCALE : kRgb32;
+  jpeg_set_defaults(&info);
+  jpeg_set_quality(&info, quality, TRUE);
+  jpeg_start_compress(&info, TRUE);
+  while (info.next_scanline < info.image_height) {
+    // The library only reads the row, whatever its type says.
+    JSAMPROW row = const_cast<JSAMPROW>(image.constScanLine(static_cast<int>(info.next_scanline)));
+    jpeg_write_scanlines(&info, &row, 1);
+  }
+  jpeg_finish_compress(&info);
+  return true;
+}
+
+}  // namespace
+
+QImage LoadJpeg(const QString& path) {
+  const QByteArray file = files::ReadFile(path);
+  const auto refuse = [&path](const QString& reason) {
+    throw PictureError(QStringLiteral("Cannot read %1: %2").arg(path, reason));
+  };
+  Decoder decoder;
+  if (!ReadHeader(decoder, file.constData(), static_cast<unsigned long>(file.size()))) {
+    refuse(decoder.Text(Common(decoder.Info)));
+  }
+  const std::int64_t width = decoder.Info.image_width;
+  const std::int64_t height = decoder.Info.image_height;
+  if (!IsPossibleSize(width, height) || width * height > file.size() * kMaxPixelsPerByte) {
+    refuse(QStringLiteral("%1 x %2 pixels cannot be in this file").arg(width).arg(height));
+  }
+  QImage image = NewImage(static_cast<int>(width), static_cast<int>(height), QImage::Format_RGB32);
+  if (!ReadRows(decoder, image.bits(), image.bytesPerLine())) refuse(decoder.Text(Common(decoder.Info)));
+  return image;
+}
+
+void SaveJpeg(const QImage& image, const QString& path, int quality) {
+  const bool isReady = image.format() == QImage::Format_RGB32 || image.format() == QImage::Format_Grayscale8;
+  const QImage rows = isReady ? image : image.convertToFormat(QImage::Format_RGB32);
+  files::ReplaceFile(path, [&](QIODevice& device) {
+    Encoder encoder(device);
+    if (!WriteRows(encoder, rows, quality)) {
+      throw PictureError(QStringLiteral("Cannot write %1: %2").arg(path, encoder.Text(Common(encoder.Info))));
+    }
+  });
+}
+
+}  // namespace pelorin::picture

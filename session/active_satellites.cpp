@@ -1,0 +1,58 @@
+#include "session/active_satellites.h"
+
+#include <QStringList>
+#include <algorithm>
+
+#include "app/settings.h"
+
+namespace pelorin::session {
+namespace {
+
+using Names = std::vector<NamedSatellite>;
+
+bool SortsBefore(const NamedSatellite& a, const NamedSatellite& b) {
+  return QString::compare(a.Name, b.Name, Qt::CaseInsensitive) < 0;
+}
+
+bool Move(Names& from, Names& to, const QString& name, bool active) {
+  const auto found = std::find_if(from.begin(), from.end(),
+                                  [&name](const NamedSatellite& entry) { return entry.Name == name; });
+  if (found == from.end()) return false;
+  found->Satellite->Active = active;
+  to.insert(std::upper_bound(to.begin(), to.end(), *found, SortsBefore), *found);
+  from.erase(found);
+  return true;
+}
+
+}  // namespace
+
+ActiveSatellites::ActiveSatellites(elements::TSatelliteList& satellites) {
+  for (int index = 0; index < satellites.Count(); ++index) {
+    satellites.Satellite(index).Active = false;
+    available_.push_back({QString::fromStdString(satellites.Name(index)), &satellites.Satellite(index)});
+  }
+  std::stable_sort(available_.begin(), available_.end(), SortsBefore);
+}
+
+void ActiveSatellites::Restore(const QString& commaText) {
+  for (const QString& name : app::FromCommaText(commaText)) Activate(name);
+}
+
+QString ActiveSatellites::CommaText() const {
+  QStringList names;
+  for (const NamedSatellite& entry : active_) names.append(entry.Name);
+  return app::ToCommaText(names);
+}
+
+bool ActiveSatellites::Activate(const QString& name) { return Move(available_, active_, name, true); }
+
+bool ActiveSatellites::Deactivate(const QString& name) { return Move(active_, available_, name, false); }
+
+int ActiveSatellites::IndexOf(const QString& name) const {
+  for (std::size_t index = 0; index < active_.size(); ++index) {
+    if (active_[index].Name == name) return static_cast<int>(index);
+  }
+  return -1;
+}
+
+}  // namespace pelorin::session

@@ -1,0 +1,89 @@
+#include "session/session.h"
+
+#include <filesystem>
+#include <utility>
+
+namespace pelorin::session {
+
+Session::Session(app::Settings& settings, Prompts& boxes, Shell& window, Clock now)
+    : Settings(settings),
+      Boxes(boxes),
+      Window(window),
+      Now(std::move(now)),
+      satellites_(std::make_unique<elements::TSatelliteList>(std::filesystem::path())),
+      following_(std::make_unique<session::ActiveSatellites>(*satellites_)) {}
+
+orbit::TDateTime Session::LocalNow() const { return {Now().Days + TimeZone.OffsetMinutesInForce() / 1440.0}; }
+
+std::vector<orbit::TSatellite*> Session::ActiveSatellites() const {
+  std::vector<orbit::TSatellite*> satellites;
+  for (const NamedSatellite& entry : Active()) satellites.push_back(entry.Satellite);
+  return satellites;
+}
+
+int Session::SelectedIndex() const {
+  const std::vector<NamedSatellite>& active = Active();
+  for (std::size_t index = 0; index < active.size(); ++index) {
+    if (active[index].Satellite == selected_) return static_cast<int>(index);
+  }
+  return -1;
+}
+
+void Session::LoadSatellites(const QString& folder) {
+  auto satellites =
+      std::make_unique<elements::TSatelliteList>(std::filesystem::path(folder.toStdU16String()));
+  selected_ = nullptr;
+  following_ = std::make_unique<session::ActiveSatellites>(*satellites);
+  satellites_ = std::move(satellites);
+}
+
+void Session::RestoreActive() {
+  const QString names = Settings.SatelliteList.Value, primary = Settings.PrimarySatellite.Value;
+  following_->Restore(names);
+  RefreshActiveSatellites();
+  if (Satellites().Count() > 0) return;
+  // A folder that is out of reach for once must not cost the user's choice.
+  Settings.SatelliteList.Value = names;
+  Settings.PrimarySatellite.Value = primary;
+}
+
+void Session::Activate(const QString& name) {
+  if (following_->Activate(name)) RefreshActiveSatellites();
+}
+
+void Session::Deactivate(const QString& name) {
+  if (following_->Deactivate(name)) RefreshActiveSatellites();
+}
+
+void Session::RefreshActiveSatellites() {
+  Settings.SatelliteList.Value = following_->CommaText();
+  Q_EMIT ActiveSatellitesChanged();
+  ChooseSatellite(following_->IndexOf(Settings.PrimarySatellite.Value));
+}
+
+void Session::ChooseSatellite(int index) {
+  PictureKey.clear();
+  const bool isChosen = index >= 0 && index < static_cast<int>(Active().size());
+  const NamedSatellite chosen = isChosen ? Active()[static_cast<std::size_t>(index)] : NamedSatellite();
+  selected_ = chosen.Satellite;
+  Settings.PrimarySatellite.Value = chosen.Name;
+  Q_EMIT SatelliteChosen();
+}
+
+bool Session::RefusesWhileMakingMap() const {
+  if (!Run.MakingMap) return false;
+  Boxes.Message(QStringLiteral("A map is being made. Wait for its end or press Stop, and try again."));
+  return true;
+}
+
+void Session::SetPassDirection(bool southBound) {
+  Pass.SouthBound = southBound;
+  Q_EMIT PassDirectionChanged();
+}
+
+void Session::SetPassDuration(int minutes) {
+  Pass.PassDurationMinutes = minutes;
+  Q_EMIT PassDurationChanged();
+}
+
+}  // namespace pelorin::session

@@ -1,0 +1,124 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <functional>
+#include <memory>
+
+#include "app/settings.h"
+#include "app/station_entry.h"
+#include "app/time_zone.h"
+#include "elements/satellite_list.h"
+#include "orbit/date_time.h"
+#include "session/active_satellites.h"
+#include "session/prompts.h"
+#include "session/shell.h"
+
+namespace pelorin::session {
+
+/// The pass that map, picture and flight are about.
+struct PassChoice {
+  orbit::TDateTime
+      PassListDate;              ///< start of the pass list; its year is that of every pass read back from it
+  int DaysAhead = 1;             ///< days that the list covers, 1 … 28
+  orbit::TDateTime PassStart;    ///< UTC, to the minute
+  int PassDurationMinutes = 15;  ///< 1 … 30
+  bool SouthBound = false;       ///< moving south
+  double FlightTimeOffset = 0;   ///< days from the clock to the flight's time
+};
+
+/// The moment that the world map shows.
+struct MapMoment {
+  orbit::TDateTime CurrentTime;  ///< UTC
+  Timeframe Mode = Timeframe::RealTime;
+  Timeframe ModeToRestore = Timeframe::RealTime;  ///< selected again when the map is shown again
+  bool PacificCentred = false;                    ///< drawn with 180° in the middle
+};
+
+struct RunFlags {
+  bool CommandLineMode = false;  ///< started with a pass to make
+  bool PassListMade = false;     ///< there has been a pass list
+  bool AutomaticRun = false;     ///< the pass of the command line was found: make its map, then close
+  QString AutomaticFailure;      ///< why that map was not made or not written; empty if all went well
+  bool Closing = false;          ///< the window goes; long loops end
+  bool AbortRequested = false;   ///< Escape was pressed in the main window
+  bool MakingMap = false;        ///< the ground path makes a map; flights wait
+};
+
+/// What the pages share: one for the main window's life, made by it. Records are read and written freely;
+/// what others must hear of goes through the functions, which emit a signal. Connections are direct: when a
+/// function returns, every page has followed.
+class Session : public QObject {
+  Q_OBJECT
+
+ public:
+  /// The clock, in UTC.
+  using Clock = std::function<orbit::TDateTime()>;
+
+  Session(app::Settings& settings, Prompts& boxes, Shell& window, Clock now);
+
+  app::Settings& Settings;
+  Prompts& Boxes;
+  Shell& Window;
+  const Clock Now;
+
+  app::Station Station;
+  app::TimeZoneDetails TimeZone;
+  PassChoice Pass;
+  MapMoment Map;
+  RunFlags Run;
+  QString PictureKey;  ///< "mmddhhnn" or the name of a picture file
+
+  /// The clock on the wall, as a moment; element ages are counted by it.
+  orbit::TDateTime LocalNow() const;
+
+  /// Never null; empty until LoadSatellites.
+  const elements::TSatelliteList& Satellites() const { return *satellites_; }
+  /// The lists of Available and Active.
+  const session::ActiveSatellites& Following() const { return *following_; }
+  const std::vector<NamedSatellite>& Active() const { return following_->Active(); }
+  /// The satellites to compute with.
+  std::vector<orbit::TSatellite*> ActiveSatellites() const;
+  /// Or null.
+  orbit::TSatellite* SelectedSatellite() const { return selected_; }
+  /// Place of the selected satellite in Active(), or −1.
+  int SelectedIndex() const;
+
+  /// Reads the folder's element files. Raises orbit::ReadError; the earlier satellites then stay.
+  void LoadSatellites(const QString& folder);
+  /// Makes active what the settings name. What no file holds any more is dropped, unless there is no
+  /// satellite at all.
+  void RestoreActive();
+
+  /// Moves a satellite between Available and Active and lets every chooser follow.
+  void Activate(const QString& name);
+  void Deactivate(const QString& name);
+  /// Saves the active names, fills the choosers and chooses the primary satellite, if it is active.
+  void RefreshActiveSatellites();
+
+  /// Selects the satellite at a place of Active(), −1 for none, as the primary one. Forgets the picture's
+  /// key.
+  void ChooseSatellite(int index);
+
+  /// True, and the user is told so, while a map is being made: what it is made for stays as it is.
+  bool RefusesWhileMakingMap() const;
+
+  void SetPassDirection(bool southBound);
+  void SetPassDuration(int minutes);
+
+ Q_SIGNALS:
+  void ActiveSatellitesChanged();
+  void SatelliteChosen();
+  void PassDirectionChanged();
+  void PassDurationChanged();
+  /// A picture is looked for, under these names one after the other.
+  void PictureSearchBegun();
+  void PictureSearched(const QString& baseName);
+
+ private:
+  std::unique_ptr<elements::TSatelliteList> satellites_;
+  std::unique_ptr<session::ActiveSatellites> following_;
+  orbit::TSatellite* selected_ = nullptr;
+};
+
+}  // namespace pelorin::session

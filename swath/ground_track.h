@@ -1,0 +1,50 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "orbit/observer.h"
+#include "orbit/propagation.h"
+#include "swath/scanner_geometry.h"
+
+/// The ground below one scan line.
+namespace pelorin::swath {
+
+/// Positions of a line, −454 … 454.
+inline constexpr int kScanPositions = 2 * kHalfLinePixels + 1;
+
+/// A satellite at one moment as a scan line needs it: in axes that turn with the Earth (x through Greenwich),
+/// km.
+struct GroundTrack {
+  orbit::Vector Position;
+  orbit::Vector Across;   ///< unit vector along position × velocity (inertial): to the left of the flight
+  orbit::Geodetic Below;  ///< sub-satellite point
+  orbit::SatelliteState Inertial;
+};
+
+GroundTrack TrackAt(orbit::TSatellite& satellite, double julianDate);
+
+/// A ground point in degrees: geodetic latitude, longitude −180 … 180.
+struct GroundPoint {
+  double LatitudeDeg, LongitudeDeg;
+};
+
+/// Ground point below the point `scanKm` from the satellite along the orbit normal (CrossTrackOffset gives
+/// it). Flattened Earth, the latitude is the geodetic one; Bowring's (1976) closed form, exact to a
+/// millimetre at satellite heights.
+GroundPoint PointAcross(const GroundTrack& track, double scanKm);
+
+/// A whole line in minutes of arc, position s at index s + 454: minutes south of the north pole, 0 … 10800,
+/// and minutes east of Greenwich, 0 … 21599, both to the nearest.
+struct GroundLine {
+  std::array<std::int32_t, kScanPositions> SouthMin, EastMin;
+};
+
+/// The signed scan distances of a whole line, in its order, from a satellite's ScanTable.
+using ScanDistances = std::array<double, kScanPositions>;
+ScanDistances DistancesOf(const orbit::TSatellite& satellite);
+
+/// PointAcross for every position of a line at once, fit for millions of points a second.
+void FillGroundLine(const GroundTrack& track, const ScanDistances& distances, GroundLine& line);
+
+}  // namespace pelorin::swath

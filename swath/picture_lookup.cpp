@@ -1,0 +1,120 @@
+#include "swath/picture_lookup.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QHash>
+#include <optional>
+#include <vector>
+
+namespace pelorin::swath {
+namespace {
+
+using orbit::TDateTime;
+
+constexpr int kMinutesPerDay = 1440;
+constexpr int kMinutesBefore = 2;
+constexpr int kMinutesScanned = 12;
+constexpr qsizetype kStampLength = 8;  // "mmddhhnn"
+
+/// The user's picture folders. A scan asks for hundreds of names, so each folder is read once, and not
+/// before it is needed: it may lie on a slow network.
+class PictureFolders {
+ public:
+  PictureFolders(int preference, const QStringList& folders, const BaseNameCallback& onBaseName)
+      : suffixes_(PictureSuffixes(preference)), onBaseName_(onBaseName) {
+    for (QString folder : folders) {
+      if (folder.isEmpty()) continue;
+      while (folder.endsWith(u'\\') || folder.endsWith(u'/')) folder.chop(1);
+      folders_.push_back({folder + u'/', std::nullopt});
+    }
+  }
+
+  QString Find(const QString& baseName) {
+    if (onBaseName_) onBaseName_(baseName);
+    for (Folder& folder : folders_) {
+      if (!folder.Names) folder.Names = ReadNames(folder.Path);
+      for (const QString& suffix : suffixes_) {
+        const QString wanted = baseName + suffix;
+        const QStringList candidates = folder.Names->value(wanted.toCaseFolded());
+        if (candidates.contains(wanted)) return folder.Path + wanted;
+        if (!candidates.isEmpty()) return folder.Path + candidates.first();
+      }
+    }
+    return QString();
+  }
+
+  QString Scan(TDateTime start, int offsetMinutes) {
+    for (int minute = 0; minute < kMinutesScanned; ++minute) {
+      const TDateTime time{start.Days + static_cast<double>(minute + offsetMinutes) / kMinutesPerDay};
+      const QString found = Find(QString::fromStdString(FormatDateTime("mmddhhnn", time)));
+      if (!found.isEmpty()) return found;
+    }
+    return QString();
+  }
+
+ private:
+  /// File names by their folded form.
+  using NameTable = QHash<QString, QStringList>;
+
+  struct Folder {
+    QString Path;
+    std::optional<NameTable> Names;
+  };
+
+  static NameTable ReadNames(const QString& path) {
+    NameTable names;
+    for (const QString& name : QDir(path).entryList(QDir::Files, QDir::Name)) {
+      names[name.toCaseFolded()].append(name);
+    }
+    return names;
+  }
+
+  const QStringList suffixes_;
+  const BaseNameCallback& onBaseName_;
+  std::vector<Folder> folders_;
+};
+
+}  // namespace
+
+QStringList PictureSuffixes(int preference) {
+  // Infrared has "-B.jpg" where visible has "-C.jpg", on purpose.
+  QString suffixes = QStringLiteral(".bmp,.jpg,.png");
+  if (preference == 0) {
+    suffixes = QStringLiteral(
+        "-2.jpg,V.jpg,V.png,V.bmp,-C.jpg,C.jpg,C.png,C.bmp,B.bmp,-4.jpg,I.jpg,I.png,I.bmp,.jpg,.png,.bmp");
+  } else if (preference == 1) {
+    suffixes = QStringLiteral(
+        "-4.jpg,I.jpg,I.png,I.bmp,-B.jpg,C.jpg,C.png,C.bmp,B.bmp,-2.jpg,V.jpg,V.png,V.bmp,.jpg,.png,.bmp");
+  }
+  return suffixes.split(u',');
+}
+
+QString FindPicture(const QString& baseName, int preference, const QStringList& folders,
+                    const BaseNameCallback& onBaseName) {
+  return PictureFolders(preference, folders, onBaseName).Find(baseName);
+}
+
+QString ScanMinutes(TDateTime start, int offsetMinutes, int preference, const QStringList& folders,
+                    const BaseNameCallback& onBaseName) {
+  return PictureFolders(preference, folders, onBaseName).Scan(start, offsetMinutes);
+}
+
+QString LookUpPicture(const QString& key, int preference, const QStringList& folders,
+                      int standardOffsetMinutes, int daylightOffsetMinutes,
+                      const BaseNameCallback& onBaseName) {
+  if (QFileInfo(key).isFile()) return key;
+  const QString stamp = key.left(kStampLength);
+  // The year 2000, because it has a 29 February; the year is no part of a picture's name.
+  const TDateTime time = orbit::ParseTimeString(stamp.toStdString(), orbit::MakeDateTime(2000, 1, 1));
+  const TDateTime start{time.Days - static_cast<double>(kMinutesBefore) / kMinutesPerDay};
+
+  PictureFolders pictures(preference, folders, onBaseName);
+  QString found = pictures.Find(stamp);
+  if (found.isEmpty()) found = pictures.Scan(start, 0);
+  for (const int offset : {standardOffsetMinutes, daylightOffsetMinutes}) {
+    if (found.isEmpty() && offset != 0) found = pictures.Scan(start, offset);
+  }
+  return found;
+}
+
+}  // namespace pelorin::swath

@@ -1,0 +1,80 @@
+#include "swath/scanner_geometry.h"
+
+#include <cmath>
+#include <cstdlib>
+
+#include "orbit/model_constants.h"
+#include "orbit/scalar_math.h"
+
+namespace pelorin::swath {
+namespace {
+
+/// The scanner's angle law: from `first` pixel on, each pixel turns by `step` units of half-angle/2047.
+struct AngleStep {
+  int first, step;
+};
+constexpr AngleStep kAngleLaw[] = {{1, 8}, {79, 6}, {189, 4}, {272, 3}, {334, 2}, {kHalfLinePixels + 1, 0}};
+
+}  // namespace
+
+ScannerFamily ScannerFamilyOf(std::string_view name) {
+  if (name.starts_with("METEOR")) return ScannerFamily::Meteor;
+  if (name.starts_with("RESURS")) return ScannerFamily::Resurs;
+  if (name.starts_with("NOAA 1") || name.starts_with("NOAA-1")) return ScannerFamily::Noaa;
+  return ScannerFamily::Other;
+}
+
+double FamilyHalfAngle(ScannerFamily family) {
+  switch (family) {
+    case ScannerFamily::Noaa:
+      return 55.37;
+    case ScannerFamily::Resurs:
+      return 48.0;
+    case ScannerFamily::Meteor:
+      return 39.0;
+    case ScannerFamily::Other:
+      break;
+  }
+  return 45.0;
+}
+
+double ScanAngleToGroundDistance(double alpha, double h) {
+  const double t = orbit::Tan(alpha);
+  const double sinHorizonAngle = orbit::XKMPER / (orbit::XKMPER + h);
+  if (std::fabs(std::sin(alpha)) >= sinHorizonAngle) {
+    // The ray passes the Earth: the tangent of the central angle of the horizon.
+    const double cosHorizonAngle = std::sqrt(std::fmax(1 - sinHorizonAngle * sinHorizonAngle, 0));
+    return std::copysign(cosHorizonAngle / sinHorizonAngle * (orbit::XKMPER + h), alpha);
+  }
+  const double b = -2 * (orbit::XKMPER + h) / t;
+  const double c = h * h + 2 * orbit::XKMPER * h;
+  const double a = 1 / (t * t) + 1;
+  const double discriminant = std::fmax(b * b - 4 * a * c, 0);
+  const double y = (-b - std::copysign(std::sqrt(discriminant), -b)) / (2 * a);
+  // The tangent of the central angle, whose sine is y / R, without the detour through the angle.
+  const double sinGamma = y / orbit::XKMPER;
+  return sinGamma / std::sqrt(1 - sinGamma * sinGamma) * (orbit::XKMPER + h);
+}
+
+void BuildScanTable(orbit::TSatellite& satellite, int n, double heightKm) {
+  const double half = FamilyHalfAngle(ScannerFamilyOf(satellite.Name));
+  std::vector<double>& table = satellite.ScanTable;
+  table.resize(static_cast<std::size_t>(n) + 1);
+  table[0] = 0;
+  double angleDeg = 0;
+  const AngleStep* law = kAngleLaw;
+  for (int i = 1; i <= n; ++i) {
+    if (i == law[1].first && law[1].step > 0) ++law;
+    angleDeg += law->step * half / 2047;
+    // Beyond the law's last pixel the angle is the plain share of the half-angle.
+    const double angle = i <= kHalfLinePixels ? orbit::Radians(angleDeg) : orbit::Radians(i * half / n);
+    table[static_cast<std::size_t>(i)] = ScanAngleToGroundDistance(angle, heightKm);
+  }
+}
+
+double CrossTrackOffset(const orbit::TSatellite& satellite, int i) {
+  const double distance = satellite.ScanTable[static_cast<std::size_t>(std::abs(i))];
+  return i < 0 ? -distance : distance;
+}
+
+}  // namespace pelorin::swath

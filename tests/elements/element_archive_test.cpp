@@ -1,0 +1,55 @@
+#include "elements/element_archive.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QTemporaryDir>
+
+#include "files/atomic_file.h"
+#include "files/read_file.h"
+
+namespace pelorin::elements {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+QByteArray SetOf(const QByteArray& name, const QByteArray& epoch, const QByteArray& end = "\r\n") {
+  return name + end + "1 25338U 98030A   " + epoch + "  .00000117  00000-0  58240-4 0  9995" + end +
+         "2 25338  98.6680  64.2571 0009406 234.2374 125.7936 14.33699273225066" + end;
+}
+
+TEST(ElementArchive, KeepsEachSetOnceByTheMonthOfItsEpoch) {
+  QTemporaryDir folder;
+  const QString source = folder.filePath(u"weather.2li"_s), archive = folder.filePath(u"user/archive"_s);
+  const QByteArray january = SetOf("NOAA 15", "22031.99999999"),
+                   february = SetOf("NOAA 15", "22032.00000000"), old = SetOf("ESSA 8", "68352.50000000"),
+                   none = SetOf("X", "22000.00000000");
+  const struct {
+    const char* Label;
+    QByteArray Content;
+    int Added;
+  } rows[] = {{"first", january + february + old + none + january, 4},
+              {"the same again", january + old, 0},
+              {"with other line ends and name", SetOf("noaa-15 ", "22031.99999999", "\n"), 0},
+              {"one more", february + SetOf("NOAA 15", "22033.50000000"), 1},
+              {"no sets at all", "nothing\nto see\nhere\n", 0}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.Label);
+    files::ReplaceFile(source, row.Content);
+    EXPECT_EQ(ArchiveElementFile(source, archive), row.Added);
+  }
+  const QDir kept(archive);
+  EXPECT_EQ(kept.entryList(QDir::Files),
+            QStringList({u"1968-12.2li"_s, u"2022-01.2li"_s, u"2022-02.2li"_s, u"undated.2li"_s}));
+  EXPECT_EQ(files::ReadFile(kept.filePath(u"2022-01.2li"_s)), january);
+  EXPECT_EQ(files::ReadFile(kept.filePath(u"2022-02.2li"_s)), february + SetOf("NOAA 15", "22033.50000000"));
+
+  // Somebody's line at the end shifts nothing.
+  files::ReplaceFile(kept.filePath(u"2022-01.2li"_s), january + "mine");
+  files::ReplaceFile(source, SetOf("NOAA 15", "22007.00000000") + january);
+  EXPECT_EQ(ArchiveElementFile(source, archive), 1);
+  EXPECT_EQ(ArchiveElementFile(source, archive), 0);
+}
+
+}  // namespace
+}  // namespace pelorin::elements

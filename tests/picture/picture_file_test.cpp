@@ -1,0 +1,96 @@
+#include "picture/picture_file.h"
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include "files/read_file.h"
+#include "picture/jpeg_image.h"
+#include "picture/picture_error.h"
+
+namespace pelorin::picture {
+namespace {
+
+class PictureFile : public testing::Test {
+ protected:
+  QString Path(const char* name) const { return folder_.filePath(QString::fromLatin1(name)); }
+
+  bool Loads(const char* name, const QByteArray& content) {
+    QFile file(Path(name));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+    file.close();
+    try {
+      return !LoadPicture(Path(name)).isNull();
+    } catch (const PictureError& error) {
+      error_ = error.Text();
+      return false;
+    }
+  }
+
+  QTemporaryDir folder_;
+  QString error_;  ///< of the last picture that did not load
+};
+
+TEST_F(PictureFile, JpegKeepsColoursAndLeavesTheOldFileOnFailure) {
+  const QString path = Path("Result.JPG");
+  QImage image(37, 21, QImage::Format_RGB32);
+  image.fill(QColor(200, 100, 50));
+  for (const QImage& kind : {image.convertToFormat(QImage::Format_Grayscale8), image}) {
+    SaveJpeg(kind, path, 90);
+    const QImage loaded = LoadPicture(path);
+    ASSERT_EQ(loaded.size(), image.size());
+    EXPECT_EQ(loaded.format(), QImage::Format_RGB32);
+    const QColor seen = loaded.pixelColor(36, 20);
+    EXPECT_NEAR(seen.red(), kind.pixelColor(0, 0).red(), 3);
+    EXPECT_NEAR(seen.blue(), kind.pixelColor(0, 0).blue(), 3);
+  }
+  EXPECT_THROW(SaveJpeg(QImage(), path, 33), PictureError);
+  EXPECT_THROW(SaveJpeg(image.scaled(65501, 1), path, 33), PictureError);
+  EXPECT_THROW(SaveJpeg(image, path + QStringLiteral("/x.jpg"), 33), files::FileError);
+  EXPECT_EQ(LoadPicture(path).width(), 37);
+}
+
+TEST_F(PictureFile, CutShortIsRefusedAndGarbledDoesNoHarm) {
+  QImage image(24, 16, QImage::Format_RGB32);
+  for (int i = 0; i < 24 * 16; ++i)
+    image.setPixel(i % 24, i / 24, 0xFF000000U + static_cast<QRgb>(i * i * 77));
+  SaveJpeg(image, Path("pass.jpg"), 33);
+  const qint64 small = QFile(Path("pass.jpg")).size();
+  SaveJpeg(image, Path("pass.jpg"), 95);
+  EXPECT_GT(QFile(Path("pass.jpg")).size(), small + 300) << "quality must count";
+  ASSERT_TRUE(image.save(Path("pass.png")) && image.save(Path("pass.bmp")));
+  for (const char* name : {"pass.jpg", "pass.png", "pass.bmp"}) {
+    const QByteArray whole = files::ReadFile(Path(name));
+    ASSERT_TRUE(Loads(name, whole)) << name;
+    const qsizetype behindPixels = whole.endsWith("IEND\xAE\x42\x60\x82") ? 20 : 0;
+    for (qsizetype at = 0; at < whole.size(); at += 3) {
+      EXPECT_FALSE(at < whole.size() - behindPixels && Loads(name, whole.first(at))) << name << at;
+      QByteArray garbled = whole;
+      garbled[at] = static_cast<char>(~garbled[at]);
+      Loads(name, garbled);  // either answer, and no other exception
+    }
+  }
+}
+
+TEST_F(PictureFile, LyingSizesTakeNoMemory) {
+  const auto peakMegabytes = [] {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss / 1024;
+  };
+  SaveJpeg(QImage(8, 8, QImage::Format_Grayscale8), Path("pass.jpg"), 33);
+  const QByteArray jpeg = files::ReadFile(Path("pass.jpg"));
+  const qsizetype size = jpeg.indexOf("\xFF\xC0") + 5;
+  const auto before = peakMegabytes();
+  EXPECT_FALSE(Loads("pass.jpg", QByteArray(jpeg).replace(size, 4, "\x4E\x20\x4E\x20")));
+  EXPECT_TRUE(error_.endsWith(u"20000 x 20000 pixels cannot be in this file")) << error_.toStdString();
+  // 20,000 x 20,000 in RGB, with its right check sum, then an empty IDAT chunk.
+  EXPECT_FALSE(Loads("pass.png", QByteArray::fromHex("89504E470D0A1A0A 0000000D 49484452 00004E20 00004E20"
+                                                     "0802000000 6C12D16E 00000000 49444154 35AF061E")));
+  EXPECT_LT(peakMegabytes() - before, 100);
+}
+
+}  // namespace
+}  // namespace pelorin::picture

@@ -1,0 +1,74 @@
+#include "swath/picture_lookup.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QTemporaryDir>
+
+#include "files/atomic_file.h"
+#include "orbit/scalar_math.h"
+
+namespace pelorin::swath {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+/// Two picture folders, "a" before "b".
+class PictureLookupTest : public testing::Test {
+ protected:
+  void Make(const QString& name) {
+    QDir(root_.path()).mkpath(name.section(u'/', 0, -2));
+    files::ReplaceFile(root_.filePath(name), "x");
+  }
+  /// The path found, below the root.
+  QString LookUp(int preference, int standardMinutes = 0, int daylightMinutes = 0,
+                 const QString& key = u"03010001"_s) {
+    searched_.clear();
+    return LookUpPicture(key, preference, folders_, standardMinutes, daylightMinutes,
+                         [this](const QString& name) { searched_.append(name); })
+        .mid(root_.path().size() + 1);
+  }
+
+  const QTemporaryDir root_;
+  const QStringList folders_ = {QString(), root_.filePath(u"missing"_s), root_.filePath(u"a//\\"_s),
+                                root_.filePath(u"b"_s)};
+  QStringList searched_;
+};
+
+TEST_F(PictureLookupTest, BestSuffixOfTheFirstFolderWins) {
+  for (const char* suffix : {".png", ".bmp", "-4.jpg", "-2.jpg"})
+    Make(u"b/03010001"_s + QLatin1StringView(suffix));
+  EXPECT_EQ(LookUp(0), u"b/03010001-2.jpg"_s);
+  EXPECT_EQ(LookUp(1), u"b/03010001-4.jpg"_s);
+  EXPECT_EQ(LookUp(2), u"b/03010001.bmp"_s);
+  Make(u"a/03010001.PNG"_s);
+  EXPECT_EQ(LookUp(0), u"a/03010001.PNG"_s) << "folders before suffixes, letters of any case";
+  Make(u"a/03010001.png"_s);
+  EXPECT_EQ(LookUp(0), u"a/03010001.png"_s) << "of two that differ in case the exact one";
+}
+
+TEST_F(PictureLookupTest, MinutesAroundThePassAreSearched) {
+  EXPECT_EQ(LookUp(2), QString());
+  EXPECT_EQ(searched_.size(), 13);
+  EXPECT_EQ(searched_.at(1), u"02292359"_s) << "over the leap day";
+  EXPECT_EQ(searched_.last(), u"03010010"_s);
+  LookUp(2, -210, 60);
+  EXPECT_EQ(searched_.size(), 37);
+  EXPECT_EQ(searched_.at(13), u"02292029"_s);
+  EXPECT_EQ(searched_.at(25), u"03010059"_s);
+  Make(u"b/03010109.jpg"_s);
+  EXPECT_EQ(LookUp(2, 0, 60), u"b/03010109.jpg"_s);
+  LookUp(2, 0, 0, u"01010001-and more"_s);
+  EXPECT_EQ(searched_.at(1), u"12312359"_s) << "over the turn of the year";
+}
+
+TEST_F(PictureLookupTest, KeyIsAFileOrATime) {
+  Make(u"a/pass.bmp"_s);
+  EXPECT_EQ(LookUp(0, 0, 0, root_.filePath(u"a/pass.bmp"_s)), u"a/pass.bmp"_s);
+  for (const char* key : {"", "pass.bmp", "02300000", "03012400"}) {
+    EXPECT_THROW(LookUp(0, 0, 0, QLatin1StringView(key)), orbit::ConvertError) << key;
+  }
+}
+
+}  // namespace
+}  // namespace pelorin::swath
