@@ -5,6 +5,7 @@ BUILD_PACKAGES="g++ cmake ninja-build ccache pkgconf qt6-base-dev libjpeg62-turb
   fonts-dejavu-core fonts-liberation2 qt6-tools-dev libqt6sql6-sqlite
   libnetcdf-dev ferret-datasets gmt-gshhg-low"
 TEST_PACKAGES="libgtest-dev"
+BENCH_PACKAGES="libbenchmark-dev"
 
 mkdir -p "$root/build"
 log=$root/build/setup.log
