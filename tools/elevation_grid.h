@@ -9,8 +9,8 @@ namespace pelorin::tools {
 /// columns from Greenwich eastwards to Greenwich again, every 5′; in the file little-endian 16-bit values.
 class ElevationGrid {
  public:
-  static constexpr int Rows = 2160;
-  static constexpr int Columns = 4321;
+  static constexpr int kRows = 2160;
+  static constexpr int kColumns = 4321;
 
   /// Throws std::runtime_error when the size is not that of such a file.
   explicit ElevationGrid(const QByteArray& bytes);

@@ -12,7 +12,7 @@
 namespace pelorin::tools {
 namespace {
 
-constexpr std::int64_t UnitsPerBin = 65535;  ///< relative positions are fractions of a bin in 16 bits
+constexpr std::int64_t kUnitsPerBin = 65535;  ///< relative positions are fractions of a bin in 16 bits
 
 /// The part that shoreline and border files have in common: bins that hold segments that hold points.
 class BinnedFile {
@@ -34,7 +34,7 @@ class BinnedFile {
     rows_ = bins / columns_;
   }
 
-  GridSize Size() const { return {columns_ * UnitsPerBin, rows_ * UnitsPerBin}; }
+  GridSize Size() const { return {columns_ * kUnitsPerBin, rows_ * kUnitsPerBin}; }
   std::size_t SegmentCount() const { return firstPoint_.size(); }
 
   /// The bin that each segment lies in.
@@ -54,8 +54,8 @@ class BinnedFile {
     const auto first = static_cast<std::size_t>(firstPoint_[segment]);
     if (count < 0 || first + static_cast<std::size_t>(count) > dx_.size()) throw Garbled();
     // Bins are numbered from the north, their relative latitudes from their southern edge.
-    const std::int64_t x = (bin % columns_) * UnitsPerBin;
-    const std::int64_t y = (rows_ - bin / columns_ - 1) * UnitsPerBin;
+    const std::int64_t x = (bin % columns_) * kUnitsPerBin;
+    const std::int64_t y = (rows_ - bin / columns_ - 1) * kUnitsPerBin;
     std::vector<GridPoint> points;
     for (std::size_t i = first; i < first + static_cast<std::size_t>(count); ++i) {
       points.push_back({x + Unsigned(dx_[i]), y + Unsigned(dy_[i])});
@@ -127,9 +127,9 @@ std::vector<Points> ReadNationalBorders(const std::string& path) {
     }
     // A bin, and so a border's piece, lies wholly east or wholly west of 180°.
     const bool west =
-        std::any_of(line.begin(), line.end(), [](const PointMin& p) { return p.Longitude > EastCutMin; });
+        std::any_of(line.begin(), line.end(), [](const PointMin& p) { return p.Longitude > kEastCutMin; });
     if (west) {
-      for (PointMin& point : line) point.Longitude -= 2 * EastCutMin;
+      for (PointMin& point : line) point.Longitude -= 2 * kEastCutMin;
     }
     if (line.size() >= 2) borders.push_back(std::move(line));
   }

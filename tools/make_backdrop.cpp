@@ -12,8 +12,8 @@
 namespace pelorin::tools {
 namespace {
 
-constexpr int LargeWidth = 4096;
-constexpr int JpegQuality = 88;
+constexpr int kLargeWidth = 4096;
+constexpr int kJpegQuality = 88;
 
 /// `large`, `user` and `small` are the files to write: 4096, 2048 and 1024 pixels wide.
 void MakeBackdrop(const char* countries, const char* topography, const char* large, const char* user,
@@ -21,13 +21,13 @@ void MakeBackdrop(const char* countries, const char* topography, const char* lar
   const auto records = overlay::LoadPolygons(QFile::decodeName(countries));
   if (records.empty()) throw std::runtime_error("no records in the polygon file");
   const ElevationGrid heights(files::ReadFile(QFile::decodeName(topography)));
-  const QImage picture = RenderBackdrop(records, heights, LargeWidth);
+  const QImage picture = RenderBackdrop(records, heights, kLargeWidth);
   const auto reduced = [&](int by) {
     return picture.scaled(picture.size() / by, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
   };
-  picture::SaveJpeg(picture, QFile::decodeName(large), JpegQuality);
-  picture::SaveJpeg(reduced(2), QFile::decodeName(user), JpegQuality);
-  picture::SaveJpeg(reduced(4), QFile::decodeName(small), JpegQuality);
+  picture::SaveJpeg(picture, QFile::decodeName(large), kJpegQuality);
+  picture::SaveJpeg(reduced(2), QFile::decodeName(user), kJpegQuality);
+  picture::SaveJpeg(reduced(4), QFile::decodeName(small), kJpegQuality);
 }
 
 }  // namespace

@@ -13,7 +13,7 @@ namespace pelorin::tools {
 namespace {
 
 /// Half the unit of the file: simplifying this much cannot be seen in it.
-constexpr double ToleranceMin = 0.5;
+constexpr double kToleranceMin = 0.5;
 
 /// An island of 5 km² is hardly a pixel of a picture, but alone in the sea it is a mark to steer by. A lake
 /// is a mark only when it is some pixels wide; the thousands of smaller ones would cover Canada and
@@ -39,12 +39,12 @@ void MakeCountries(const char* shorelineFile, const char* borderFile, const char
   std::vector<CountryRecord> records;
   for (const Shoreline& shoreline : ReadShorelines(shorelineFile)) {
     if (shoreline.AreaKm2 < SmallestKm2(shoreline.Kind)) continue;
-    for (std::vector<overlay::PolyPoint>& shape : FileShapes(shoreline.Coast, ToleranceMin)) {
+    for (std::vector<overlay::PolyPoint>& shape : FileShapes(shoreline.Coast, kToleranceMin)) {
       records.push_back({KindOf(shoreline.Kind), std::move(shape)});
     }
   }
   for (const Points& border : ReadNationalBorders(borderFile)) {
-    std::vector<overlay::PolyPoint> line = Round(Simplify(border, ToleranceMin, false), false);
+    std::vector<overlay::PolyPoint> line = Round(Simplify(border, kToleranceMin, false), false);
     if (line.size() >= 2) records.push_back({overlay::kBorderRecord, std::move(line)});
   }
   files::ReplaceFile(QFile::decodeName(output), EncodeRecords(records));

@@ -10,8 +10,8 @@
 namespace pelorin::tools {
 namespace {
 
-constexpr double TurnMin = 21600;
-constexpr double SouthPoleMin = -5400;
+constexpr double kTurnMin = 21600;
+constexpr double kSouthPoleMin = -5400;
 
 using Key = std::pair<std::int64_t, std::int64_t>;
 
@@ -88,10 +88,10 @@ Points EaseIntoEastCut(const Points& shape) {
     const PointMin& from = shape[i];
     const PointMin& to = shape[(i + 1) % shape.size()];
     eased.push_back(from);
-    if (from.Longitude != EastCutMin || to.Longitude != EastCutMin) continue;
+    if (from.Longitude != kEastCutMin || to.Longitude != kEastCutMin) continue;
     const double edge = to.Latitude - from.Latitude;
     for (double along = stepMin; along <= lengthMin && along < std::abs(edge); along += stepMin) {
-      eased.push_back({EastCutMin, from.Latitude + std::copysign(along, edge)});
+      eased.push_back({kEastCutMin, from.Latitude + std::copysign(along, edge)});
     }
   }
   return eased;
@@ -100,13 +100,13 @@ Points EaseIntoEastCut(const Points& shape) {
 /// Three turns of a coast round the pole, closed along 90° S: whatever the coast's own seam, the turn
 /// in the middle is without one.
 Points ClosedAlongPole(const Points& coast) {
-  const double turn = coast.back().Longitude > coast.front().Longitude ? TurnMin : -TurnMin;
+  const double turn = coast.back().Longitude > coast.front().Longitude ? kTurnMin : -kTurnMin;
   Points closed;
   for (const double shift : {-turn, 0.0, turn}) {
     for (const PointMin& point : coast) closed.push_back({point.Longitude + shift, point.Latitude});
   }
-  closed.push_back({closed.back().Longitude, SouthPoleMin});
-  closed.push_back({closed.front().Longitude, SouthPoleMin});
+  closed.push_back({closed.back().Longitude, kSouthPoleMin});
+  closed.push_back({closed.front().Longitude, kSouthPoleMin});
   return closed;
 }
 
@@ -147,8 +147,8 @@ void MarkKept(const Points& line, std::size_t first, std::size_t last, double to
 }  // namespace
 
 PointMin ToMinutes(const GridPoint& point, const GridSize& size) {
-  return {static_cast<double>(point.X) * TurnMin / static_cast<double>(size.Width),
-          static_cast<double>(point.Y) * (TurnMin / 2) / static_cast<double>(size.Height) + SouthPoleMin};
+  return {static_cast<double>(point.X) * kTurnMin / static_cast<double>(size.Width),
+          static_cast<double>(point.Y) * (kTurnMin / 2) / static_cast<double>(size.Height) + kSouthPoleMin};
 }
 
 std::vector<Ring> ChainRings(const std::vector<Segment>& segments, const GridSize& size) {
@@ -174,15 +174,15 @@ std::vector<Points> CutToMap(const Ring& ring) {
       std::minmax_element(outline.begin(), outline.end(),
                           [](const PointMin& a, const PointMin& b) { return a.Longitude < b.Longitude; });
   std::vector<Points> shapes;
-  double firstShift = TurnMin * std::ceil((-TurnMin / 2 - east->Longitude) / TurnMin);
-  double lastShift = TurnMin * std::floor((EastCutMin - west->Longitude) / TurnMin);
+  double firstShift = kTurnMin * std::ceil((-kTurnMin / 2 - east->Longitude) / kTurnMin);
+  double lastShift = kTurnMin * std::floor((kEastCutMin - west->Longitude) / kTurnMin);
   if (ring.RoundPole) firstShift = lastShift = 0;
-  for (double shift = firstShift; shift <= lastShift; shift += TurnMin) {
+  for (double shift = firstShift; shift <= lastShift; shift += kTurnMin) {
     Points shape = outline;
     for (PointMin& point : shape) point.Longitude += shift;
-    shape = ClipAtMeridian(ClipAtMeridian(shape, EastCutMin, -1), WestCutMin, +1);
+    shape = ClipAtMeridian(ClipAtMeridian(shape, kEastCutMin, -1), kWestCutMin, +1);
     const bool onMap = std::any_of(shape.begin(), shape.end(), [](const PointMin& p) {
-      return p.Longitude > -TurnMin / 2 && p.Longitude < EastCutMin;
+      return p.Longitude > -kTurnMin / 2 && p.Longitude < kEastCutMin;
     });
     if (onMap) shapes.push_back(EaseIntoEastCut(shape));
   }

@@ -57,8 +57,8 @@ std::vector<Ring> ChainRings(const std::vector<Segment>& segments, const GridSiz
 /// column 7920 of the overlay master, one past its last; but a longitude above that would be turned back
 /// to the map's west side, so shapes end there. West of the map any longitude is outside, and shapes run on
 /// for half a degree.
-inline constexpr double EastCutMin = 10800;
-inline constexpr double WestCutMin = -10830;
+inline constexpr double kEastCutMin = 10800;
+inline constexpr double kWestCutMin = -10830;
 
 /// The part of a ring that lies on the map: one shape for each side of 180° that the ring touches, closed
 /// along the cuts. A ring round the pole is closed along 90° S, which is below the master's last row.

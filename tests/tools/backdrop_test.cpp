@@ -12,9 +12,9 @@ namespace {
 
 /// The grid with `east` metres in the eastern hemisphere and `west` in the western one.
 ElevationGrid TwoHemispheres(std::int16_t east, std::int16_t west) {
-  QByteArray bytes(ElevationGrid::Rows * ElevationGrid::Columns * 2, '\0');
-  for (int i = 0; i < ElevationGrid::Rows * ElevationGrid::Columns; ++i) {
-    qToLittleEndian(i % ElevationGrid::Columns < 2160 ? east : west, bytes.data() + i * 2);
+  QByteArray bytes(ElevationGrid::kRows * ElevationGrid::kColumns * 2, '\0');
+  for (int i = 0; i < ElevationGrid::kRows * ElevationGrid::kColumns; ++i) {
+    qToLittleEndian(i % ElevationGrid::kColumns < 2160 ? east : west, bytes.data() + i * 2);
   }
   return ElevationGrid(bytes);
 }

@@ -38,7 +38,7 @@ TEST(BuiltCountries, RecordsKeepTheLimits) {
     EXPECT_LE(record.Points.size(), static_cast<std::size_t>(overlay::kMostPolyPoints));
     EXPECT_GE(record.Points.size(), record.Kind == overlay::kBorderRecord ? 2U : 3U);
     for (const overlay::PolyPoint& point : record.Points) {
-      ASSERT_TRUE(point.Longitude >= WestCutMin && point.Longitude <= EastCutMin &&
+      ASSERT_TRUE(point.Longitude >= kWestCutMin && point.Longitude <= kEastCutMin &&
                   std::abs(point.Latitude) <= 5400);
     }
     if (record.Kind == overlay::kWaterRecord) ++lakes;

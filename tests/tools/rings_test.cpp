@@ -10,7 +10,7 @@
 namespace pelorin::tools {
 namespace {
 
-constexpr GridSize Degrees{360, 180};  // one unit a degree: longitude from Greenwich, latitude from the pole
+constexpr GridSize kDegrees{360, 180};  // one unit a degree: longitude from Greenwich, latitude from the pole
 
 /// Without the sign that the direction of drawing gives it.
 double Area(const Points& shape) {
@@ -43,12 +43,12 @@ TEST(Rings, SegmentsAreChained) {
   };
   for (const Row& row : rows) {
     std::vector<SizeAndArea> rings;
-    for (const Ring& ring : ChainRings(row.segments, Degrees)) {
+    for (const Ring& ring : ChainRings(row.segments, kDegrees)) {
       rings.emplace_back(ring.Outline.size(), Area(ring.Outline) / 3600);
     }
     EXPECT_EQ(rings, row.rings) << row.label;
   }
-  EXPECT_THROW(ChainRings({{7, {{10, 95}, {20, 95}, {20, 99}, {10, 99}}}}, Degrees), std::runtime_error);
+  EXPECT_THROW(ChainRings({{7, {{10, 95}, {20, 95}, {20, 99}, {10, 99}}}}, kDegrees), std::runtime_error);
 }
 
 TEST(Rings, AreCutWhereTheMapEnds) {
@@ -106,7 +106,7 @@ TEST(Rings, RoundThePoleCloseBelowTheMap) {
       segments.push_back({3, {{x, 20}, {x + 4, 20}, {x + 10, 20}}});
       if (direction < 0) std::reverse(segments.back().Points.begin(), segments.back().Points.end());
     }
-    const std::vector<Ring> rings = ChainRings(segments, Degrees);
+    const std::vector<Ring> rings = ChainRings(segments, kDegrees);
     ASSERT_EQ(rings.size(), 1U);
     ASSERT_TRUE(rings[0].RoundPole);
     const std::vector<Points> shapes = CutToMap(rings[0]);
