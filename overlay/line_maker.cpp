@@ -6,8 +6,8 @@
 namespace pelorin::overlay {
 namespace {
 
-/// A change of height (km) that moves the outermost pixel by less than a twentieth of its size: within it one
-/// table serves.
+/// A change of height (km) that moves no pixel by more than a twentieth of its width, at the heights of
+/// weather satellites: within it one table serves.
 constexpr double kHeightTolerance = 0.05;
 
 /// Past a decay the model goes on with numbers that are no place of a satellite.
