@@ -101,7 +101,7 @@ OverlayRequest DescribePass(const Arguments& arguments, const app::Station& stat
     const int usual = lines > 0 ? std::clamp((lines + linesPerMinute - 1) / linesPerMinute, 1, 30) : 15;
     request.DurationMinutes = arguments.Whole(QStringLiteral("minutes"), usual, 1, 30);
   }
-  const orbit::TDateTime middle{request.Start.Days + request.DurationMinutes / 2880.0};
+  const orbit::TDateTime middle{request.Start.Days + request.DurationMinutes / 2.0 / orbit::kMinutesPerDay};
   request.Satellite = ChooseSet(sets, name, orbit::JulianDateOfDateTime(middle), arguments);
   if (direction != QStringLiteral("auto")) {
     request.SouthBound = direction == QStringLiteral("south");
@@ -188,7 +188,8 @@ void RunOverlay(const QStringList& list) {
     width = std::max(picture.width(), width);
   }
   OverlayRequest request = DescribePass(arguments, arguments.Station(), lines);
-  request.Start.Days += arguments.Number(QStringLiteral("time-correction"), 0, -90, 90) / 86400;
+  request.Start.Days +=
+      arguments.Number(QStringLiteral("time-correction"), 0, -90, 90) / orbit::kSecondsPerDay;
   request.LineLimit = lines;
   request.Width = width;
   if (settings.ShowOverlay || arguments.Has(QStringLiteral("show-overlay"))) {

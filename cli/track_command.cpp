@@ -69,8 +69,8 @@ void RunTrack(const QStringList& list) {
       QStringLiteral("json");
   const QString name = arguments.Required(QStringLiteral("satellite"));
   const double from = ParseMoment(arguments.Required(QStringLiteral("from")));
-  const double seconds = arguments.Number(QStringLiteral("seconds"), 900, 0, 366 * 86400.0);
-  const double step = arguments.Number(QStringLiteral("step"), 10, 0.001, 86400);
+  const double seconds = arguments.Number(QStringLiteral("seconds"), 900, 0, 366 * orbit::kSecondsPerDay);
+  const double step = arguments.Number(QStringLiteral("step"), 10, 0.001, orbit::kSecondsPerDay);
   const orbit::Observer observer = arguments.Station().Place;
   orbit::TSatellite satellite = ChooseSet(arguments.ElementSets(), name, from, arguments);
 
@@ -80,7 +80,7 @@ void RunTrack(const QStringList& list) {
     throw UsageError(QStringLiteral("That would be %1 steps; %2 are the most").arg(steps).arg(kMostSteps));
   std::vector<std::vector<Cell>> rows;
   for (int i = 0; i <= static_cast<int>(steps); ++i)
-    rows.push_back(RowAt(satellite, observer, from + i * step / 86400));
+    rows.push_back(RowAt(satellite, observer, from + i * step / orbit::kSecondsPerDay));
   Table table({QStringLiteral("utc"),
                QStringLiteral("jd"),
                QStringLiteral("x_km"),

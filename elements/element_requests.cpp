@@ -8,6 +8,7 @@
 
 #include "files/file_error.h"
 #include "files/text_file.h"
+#include "orbit/date_time.h"
 
 namespace pelorin::elements {
 namespace {
@@ -25,7 +26,7 @@ bool IsRecentRequest(const QString& line, orbit::TDateTime now) {
   const double days = now.Days - orbit::MakeDateTime(date.year(), date.month(), date.day(), time.hour(),
                                                      time.minute(), time.second())
                                      .Days;
-  constexpr double kSecond = 1.0 / 86400;
+  constexpr double kSecond = 1.0 / orbit::kSecondsPerDay;
   return days >= -kSecond && days < kHoursBetweenRequests / 24;
 }
 

@@ -3,8 +3,6 @@
 #include <QDateTime>
 #include <QLocale>
 
-#include "orbit/model_constants.h"
-
 namespace pelorin::map {
 namespace {
 

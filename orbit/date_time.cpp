@@ -15,7 +15,7 @@ using std::chrono::days;
 using std::chrono::sys_days;
 
 constexpr sys_days kDayZero = std::chrono::year{1899} / 12 / 30;
-constexpr double kMillisecondsPerDay = 86400000;
+constexpr double kMillisecondsPerDay = 1000 * kSecondsPerDay;
 constexpr double kMostDays = 9e6;
 
 /// `length` characters at `position` as a number without a sign.

@@ -6,6 +6,9 @@
 
 namespace pelorin::orbit {
 
+inline constexpr double kMinutesPerDay = 1440;
+inline constexpr double kSecondsPerDay = 86400;
+
 /// A moment in UTC: days since 1899-12-30 00:00.
 struct TDateTime {
   double Days = 0;

@@ -9,7 +9,6 @@
 namespace pelorin::orbit {
 namespace {
 
-constexpr double kSecondsPerDay = 86400;
 /// Julian date of 1899-12-30 00:00.
 constexpr double kJulianDateOfDayZero = 2415018.5;
 

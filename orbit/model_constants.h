@@ -20,7 +20,6 @@ inline constexpr double kTwoThirds = 2.0 / 3.0;
 /// model's positions out there are those of a satellite that has long come down.
 inline constexpr double kFarthestKm = 1.5e6;
 
-inline constexpr double kMinutesPerDay = 1440;
 inline constexpr double kSecondsPerMinute = 60;
 
 /// Orbits of this period (minutes) and longer are deep-space.

@@ -74,7 +74,7 @@ std::optional<double> EpochOfIsoTime(std::string_view text) {
   if (day < 1 || day > 366 || hour > 23 || minute > 59 || !second || *second >= 61) return std::nullopt;
 
   // A two-line set's 0.00000001 day is 864 µs, so a time to the microsecond is as old as the set it is from.
-  return year % 100 * 1000 + day + ((hour * 60 + minute) * 60 + *second) / 86400;
+  return year % 100 * 1000 + day + ((hour * 60 + minute) * 60 + *second) / kSecondsPerDay;
 }
 
 /// 1 … 9 digits, filled up to the 5 of two-line sets; empty if the text is none.

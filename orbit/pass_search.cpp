@@ -93,12 +93,12 @@ class PassSearch {
 
   /// No orbit round the Earth is shorter; what claims to be would have more culminations than a search could
   /// end with.
-  static constexpr double kShortestPeriod = 60.0 / 1440;
+  static constexpr double kShortestPeriod = 60 / kMinutesPerDay;
   /// Periods before the span at which the search begins, and those in which its windows may be out of step.
   static constexpr double kLeadIn = 1.2;
   static constexpr double kTurnsIntoStep = 4;
-  static constexpr double kTolerance = 1.0 / 1440;        // one minute
-  static constexpr double kEdgeTolerance = 0.33 / 86400;  // a third of a second
+  static constexpr double kTolerance = 1 / kMinutesPerDay;         // one minute
+  static constexpr double kEdgeTolerance = 0.33 / kSecondsPerDay;  // a third of a second
   /// Enough for the windows of low orbits. Those of deep-space orbits are hours wide.
   static constexpr int kGoldenRounds = 15;
   static constexpr int kDeepSpaceRounds = 45;
@@ -195,7 +195,7 @@ class PassSearch {
     const std::optional<double> rise = FindRise(top.jd), set = FindSet(top.jd);
     if (!rise || !set) return;
     Pass pass{*rise, top.jd, *set, {}};
-    const double duration = std::round((pass.Los - pass.Aos) * 86400);
+    const double duration = std::round((pass.Los - pass.Aos) * kSecondsPerDay);
     if (!(duration > request_.MinimumDurationSeconds)) return;
     Geodetic below;
     SatLatLonAlt(top.state.Position, top.jd, below);
@@ -243,7 +243,7 @@ TrueCulmination RefineCulmination(TSatellite& satellite, const Observer& observe
     return frame.Elevation(SatelliteStateKm(satellite, jd).Position, jd);
   };
   // Golden-section search; a low satellite's elevation has a single top between rise and set.
-  constexpr double tenthOfSecond = 0.1 / 86400;
+  constexpr double tenthOfSecond = 0.1 / kSecondsPerDay;
   constexpr double golden = 0.6180339887498949;
   double low = pass.Aos, high = pass.Los;
   double x1 = high - golden * (high - low), x2 = low + golden * (high - low);

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "orbit/date_time.h"
 #include "orbit/model_constants.h"
 #include "orbit/sdp4.h"
 #include "orbit/sgp4.h"

@@ -12,7 +12,7 @@ namespace {
 double MeanSiderealAngle(double jd0, double ut) {
   const double t = (jd0 - 2451545.0) / 36525;
   const double gmst = 24110.54841 + t * (8640184.812866 + t * (0.093104 - t * 6.2e-6));
-  return kTwoPi * Modulus(gmst + 86636.555366976 * ut, 86400) / 86400;
+  return kTwoPi * Modulus(gmst + 86636.555366976 * ut, kSecondsPerDay) / kSecondsPerDay;
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "orbit/date_time.h"
 #include "orbit/scalar_math.h"
 #include "orbit/sidereal.h"
 
@@ -11,7 +12,7 @@ void SunPosition(double jd, Vector& position) {
   constexpr double astronomicalUnitKm = 149597870;
   const double days = jd - 2415020;
   const double year = days / 365.25 + 1900;
-  const double t = (days + DeltaET(year) / 86400) / 36525;
+  const double t = (days + DeltaET(year) / kSecondsPerDay) / 36525;
   const double m =
       Radians(Modulus(Modulus(35999.04975 * t, 360) + 358.47583 - t * t * (0.00015 + 3.3e-6 * t), 360));
   const double l = Radians(Modulus(Modulus(36000.76892 * t, 360) + 279.69668 + 0.0003025 * t * t, 360));

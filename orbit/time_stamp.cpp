@@ -42,7 +42,7 @@ TDateTime SteppedTime(TDateTime pickedDate, int hour, int minute, TDateTime befo
   int minutes = hour * 60 + minute;
   if (hour == was.Hour && was.Minute == 59 && minute == 0) minutes += 60;
   if (hour == was.Hour && was.Minute == 0 && minute == 59) minutes -= 60;
-  return {DatePart(pickedDate).Days + minutes / 1440.0};
+  return {DatePart(pickedDate).Days + minutes / kMinutesPerDay};
 }
 
 }  // namespace pelorin::orbit

@@ -10,10 +10,8 @@
 namespace pelorin::overlay {
 namespace {
 
-constexpr double kMinutesInDay = 1440, kSecondsInDay = 86400;
-
 /// A line's second within its minute, to the nearest.
-double SecondOfMinute(double jd) { return std::fmod(std::round(jd * kSecondsInDay), 60); }
+double SecondOfMinute(double jd) { return std::fmod(std::round(jd * orbit::kSecondsPerDay), 60); }
 
 }  // namespace
 
@@ -21,7 +19,7 @@ void FlightReplay::Start(const orbit::TSatellite& satellite, const OverlaySource
                          bool southBound, orbit::TDateTime now, int height) {
   Stop();
   auto maker = std::make_unique<LineMaker>(satellite, sources, marks);
-  const double startJd = orbit::JulianDateOfDateTime(now) - kSecondsAtOnce / kSecondsInDay;
+  const double startJd = orbit::JulianDateOfDateTime(now) - kSecondsAtOnce / orbit::kSecondsPerDay;
   FlightImage picture(kUsualLineWidth, height, southBound);
   indices_.assign(kUsualLineWidth, 0);
   // Elements without a position are found before anything of the last flight is given up.
@@ -43,7 +41,7 @@ int FlightReplay::Tick(orbit::TDateTime now, bool held) {
   const bool wasRunning = isRunning_;
   if (isStopRequested_) Stop();
   if (!wasRunning || held) return 0;
-  const double linesPerDay = linesPerMinute_ * kMinutesInDay;
+  const double linesPerDay = linesPerMinute_ * orbit::kMinutesPerDay;
   // A hundredth of a line is far below what a Julian date resolves; without it a line due just now may wait.
   const auto due =
       static_cast<long long>(std::floor((orbit::JulianDateOfDateTime(now) - startJd_) * linesPerDay + 0.01));

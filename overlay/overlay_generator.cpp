@@ -13,12 +13,10 @@
 namespace pelorin::overlay {
 namespace {
 
-constexpr double kSecondsPerDay = 86400;
-
 /// Julian date of the middle of the pass that is up at `visibleJd`, between its rise and its set to ten
 /// seconds; a map may show a part of the pass only.
 double MiddleOfPass(orbit::TSatellite& satellite, const orbit::ElevationFrame& frame, double visibleJd) {
-  constexpr double step = 10 / kSecondsPerDay;
+  constexpr double step = 10 / orbit::kSecondsPerDay;
   constexpr int mostSteps = 360;
   const auto elevationAt = [&](double jd) {
     return frame.Elevation(orbit::SatelliteStateKm(satellite, jd).Position, jd);
@@ -74,7 +72,7 @@ OverlayResult GenerateOverlay(OverlayRequest request, const OverlaySources& sour
   bool risen = false;
   double seconds = startFields.Second + startFields.Millisecond / 1000.0;
   for (int line = 0; line < lines; ++line) {
-    const double sinceStart = line * secondsPerLine / kSecondsPerDay;
+    const double sinceStart = line * secondsPerLine / orbit::kSecondsPerDay;
     const double jd = startJd + sinceStart;
     const int row = request.SouthBound ? line : limit - 1 - line;
     const int indexRow = indexRows > 1 ? row : 0;
@@ -102,7 +100,7 @@ OverlayResult GenerateOverlay(OverlayRequest request, const OverlaySources& sour
   if (request.PassDetails) {
     const PassText text{QString::fromStdString(satellite.Name),
                         request.Start,
-                        {request.Start.Days + request.DurationMinutes / 1440.0},
+                        {request.Start.Days + request.DurationMinutes / orbit::kMinutesPerDay},
                         request.SouthBound,
                         result.ElevationDeg};
     for (const std::uint8_t items : request.TextItems) result.TextLines.append(TextLine(items, text));

@@ -101,7 +101,7 @@ std::optional<QString> ReportRow(const orbit::PassInfo& record, orbit::TDateTime
   if (!longitude || !elevation) return std::nullopt;
   try {
     const orbit::TDateTime aos = orbit::ParseTimeString(record.AosStamp, day);
-    const orbit::TDateTime los{aos.Days + record.DurationSeconds / 86400.0};
+    const orbit::TDateTime los{aos.Days + record.DurationSeconds / orbit::kSecondsPerDay};
     return (record.SouthBound ? QStringLiteral(" S  ") : QStringLiteral(" N  ")) +
            QString::fromStdString(record.Name).leftJustified(kNameWidth, u' ', true) + QStringLiteral("  ") +
            MomentText("hh:nn:ss ", aos) + MomentText("hh:nn:ss  ", los) +

@@ -13,7 +13,9 @@ Session::Session(app::Settings& settings, Prompts& boxes, Shell& window, Clock n
       satellites_(std::make_unique<elements::TSatelliteList>(std::filesystem::path())),
       following_(std::make_unique<session::ActiveSatellites>(*satellites_)) {}
 
-orbit::TDateTime Session::LocalNow() const { return {Now().Days + TimeZone.OffsetMinutesInForce() / 1440.0}; }
+orbit::TDateTime Session::LocalNow() const {
+  return {Now().Days + TimeZone.OffsetMinutesInForce() / orbit::kMinutesPerDay};
+}
 
 std::vector<orbit::TSatellite*> Session::ActiveSatellites() const {
   std::vector<orbit::TSatellite*> satellites;

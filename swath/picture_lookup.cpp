@@ -11,7 +11,6 @@ namespace {
 
 using orbit::TDateTime;
 
-constexpr int kMinutesPerDay = 1440;
 constexpr int kMinutesBefore = 2;
 constexpr int kMinutesScanned = 12;
 constexpr qsizetype kStampLength = 8;  // "mmddhhnn"
@@ -45,7 +44,7 @@ class PictureFolders {
 
   QString Scan(TDateTime start, int offsetMinutes) {
     for (int minute = 0; minute < kMinutesScanned; ++minute) {
-      const TDateTime time{start.Days + static_cast<double>(minute + offsetMinutes) / kMinutesPerDay};
+      const TDateTime time{start.Days + (minute + offsetMinutes) / orbit::kMinutesPerDay};
       const QString found = Find(QString::fromStdString(FormatDateTime("mmddhhnn", time)));
       if (!found.isEmpty()) return found;
     }
@@ -106,7 +105,7 @@ QString LookUpPicture(const QString& key, int preference, const QStringList& fol
   const QString stamp = key.left(kStampLength);
   // The year 2000, because it has a 29 February; the year is no part of a picture's name.
   const TDateTime time = orbit::ParseTimeString(stamp.toStdString(), orbit::MakeDateTime(2000, 1, 1));
-  const TDateTime start{time.Days - static_cast<double>(kMinutesBefore) / kMinutesPerDay};
+  const TDateTime start{time.Days - kMinutesBefore / orbit::kMinutesPerDay};
 
   PictureFolders pictures(preference, folders, onBaseName);
   QString found = pictures.Find(stamp);

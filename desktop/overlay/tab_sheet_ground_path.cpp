@@ -247,7 +247,7 @@ void TTabSheetGroundPath::EnableControls() {
 bool TTabSheetGroundPath::MapIsOfPicture() const {
   if (ui_.Panes->Picture().isNull() || ui_.Panes->Map().Map.isNull()) return false;
   // A map begins where the correction moved it.
-  const double apartS = std::abs(madeFor_.Start.Days - shownTime_.Days) * 86400;
+  const double apartS = std::abs(madeFor_.Start.Days - shownTime_.Days) * orbit::kSecondsPerDay;
   return apartS < swath::TimeCorrection::kLimitS + swath::TimeCorrection::kStepS;
 }
 

@@ -42,7 +42,7 @@ overlay::OverlayRequest TTabSheetGroundPath::Request() const {
     request.Satellite = *session_.Active().at(static_cast<std::size_t>(chosen)).Satellite;
   }
   request.Station = session_.Station.Place;
-  request.Start = {passTime_.Days + ui_.GroupBoxTimeCorrection->Seconds() / 86400};
+  request.Start = {passTime_.Days + ui_.GroupBoxTimeCorrection->Seconds() / orbit::kSecondsPerDay};
   request.DurationMinutes = ui_.SpinEditPassDuration->value();
   request.SouthBound = session_.Pass.SouthBound;
   if (hasPictureOfPass_ && !session_.Run.AutomaticRun) {
@@ -165,7 +165,7 @@ void TTabSheetGroundPath::SaveResults() {
 }
 
 QString TTabSheetGroundPath::TitleOf(const overlay::OverlayRequest& request) const {
-  const orbit::TDateTime end{request.Start.Days + request.DurationMinutes / 1440.0};
+  const orbit::TDateTime end{request.Start.Days + request.DurationMinutes / orbit::kMinutesPerDay};
   return QStringLiteral("%1  %2-%3 UTC  %4")
       .arg(QString::fromStdString(request.Satellite.Name), MomentText("yyyy mmm dd  hh:nn:ss", request.Start),
            MomentText("hh:nn:ss", end),
