@@ -25,11 +25,12 @@ void RunPicture(const QStringList& list) {
       arguments.Has(QStringLiteral("folders"))
           ? arguments.Text(QStringLiteral("folders")).split(QLatin1Char(','), Qt::SkipEmptyParts)
           : arguments.Settings().ImagePathList;
-  const app::TimeZoneDetails zone = app::LocalTimeZone();
+  // A picture's name has no year.
+  const app::YearOffsets local = app::LocalTimeZone().OffsetsIn(TakeApart(orbit::NowUTC()).Year);
   QString found;
   try {
     found = swath::LookUpPicture(key, arguments.Whole(QStringLiteral("channel"), 0, 0, 2), folders,
-                                 zone.StandardOffsetMinutes, zone.DaylightOffsetMinutes);
+                                 local.StandardMinutes, local.DaylightMinutes);
   } catch (const orbit::ConvertError& error) {
     throw UsageError(QStringLiteral("--find wants MMDDHHMM, as in 02231015: ") +
                      QString::fromUtf8(error.what()));

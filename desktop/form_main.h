@@ -35,7 +35,7 @@ struct Surroundings {
   QStringList Parameters;  ///< of the command line, without options
   session::Prompts& Boxes;
   session::Session::Clock Now;
-  app::TimeZoneDetails TimeZone;
+  app::TimeZone TimeZone;
   TellStatus TellSplash;  ///< start-up's progress
   TellStatus TellCaller;  ///< what a run for a pass has to say while no box may wait
   std::function<void(Look)> ApplyLook;

@@ -14,7 +14,8 @@ Session::Session(app::Settings& settings, Prompts& boxes, Shell& window, Clock n
       following_(std::make_unique<session::ActiveSatellites>(*satellites_)) {}
 
 orbit::TDateTime Session::LocalNow() const {
-  return {Now().Days + TimeZone.OffsetMinutesInForce() / orbit::kMinutesPerDay};
+  const orbit::TDateTime now = Now();
+  return {now.Days + TimeZone.At(now).value_or(app::LocalClock()).OffsetMinutes / orbit::kMinutesPerDay};
 }
 
 std::vector<orbit::TSatellite*> Session::ActiveSatellites() const {

@@ -63,7 +63,7 @@ class Session : public QObject {
   const Clock Now;
 
   app::Station Station;
-  app::TimeZoneDetails TimeZone;
+  app::TimeZone TimeZone;
   PassChoice Pass;
   MapMoment Map;
   RunFlags Run;

@@ -16,7 +16,6 @@
 
 #include "desktop/map/paint_box_grid.h"
 #include "desktop/map/paint_box_sats.h"
-#include "map/local_time_hint.h"
 #include "map/map_clock.h"
 #include "map/satellite_info.h"
 #include "map/satellite_plot.h"
@@ -32,19 +31,6 @@ using session::Page;
 using session::Timeframe;
 
 const QString kMapTitle = QStringLiteral("Pelorin - map");
-
-map::LocalClock LocalClockOf(const app::TimeZoneDetails& zone) {
-  using Kind = map::LocalClock::Kind;
-  switch (zone.InForce) {
-    case app::TimeZoneDetails::Time::Standard:
-      return {Kind::Standard, zone.StandardOffsetMinutes, zone.StandardName};
-    case app::TimeZoneDetails::Time::Daylight:
-      return {Kind::Daylight, zone.DaylightOffsetMinutes, zone.DaylightName};
-    case app::TimeZoneDetails::Time::Unknown:
-      break;
-  }
-  return {};
-}
 
 bool TypesDigit(const QKeyEvent* event) {
   constexpr Qt::KeyboardModifiers commands = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
@@ -197,7 +183,7 @@ void TTabSheetMap::TimerStepTimer() {
 
 void TTabSheetMap::TurnTo(orbit::TDateTime moment) {
   session_.Map.CurrentTime = moment;
-  const QString hint = map::LocalTimeHint(moment, LocalClockOf(session_.TimeZone));
+  const QString hint = app::LocalTimeHint(moment, session_.TimeZone);
   for (QDateTimeEdit* picker : {static_cast<QDateTimeEdit*>(ui_.DateTimePickerMapDate),
                                 static_cast<QDateTimeEdit*>(ui_.DateTimePickerMapTime)}) {
     // What is half typed stays.

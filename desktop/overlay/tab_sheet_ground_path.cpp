@@ -129,10 +129,10 @@ QString TTabSheetGroundPath::LookUp(const QString& key) {
   const auto restore =
       qScopeGuard([this, before = session_.Window.Status()] { session_.Window.SetStatus(before); });
   Q_EMIT session_.PictureSearchBegun();
+  const app::YearOffsets local = session_.TimeZone.OffsetsIn(TakeApart(passTime_).Year);
   return swath::LookUpPicture(
       key, ui_.Channels->checkedId(), app::FromCommaText(session_.Settings.ImagePathList.Value),
-      session_.TimeZone.StandardOffsetMinutes, session_.TimeZone.DaylightOffsetMinutes,
-      [this](const QString& baseName) {
+      local.StandardMinutes, local.DaylightMinutes, [this](const QString& baseName) {
         session_.Window.SetStatus(QStringLiteral("Searching your specified folders for: ") + baseName +
                                   QStringLiteral(".*"));
         Q_EMIT session_.PictureSearched(baseName);

@@ -4,11 +4,9 @@
 
 #include <QDateTime>
 #include <QFile>
-#include <QLocale>
 #include <QTemporaryDir>
 
 #include "files/file_error.h"
-#include "map/local_time_hint.h"
 #include "orbit/scalar_math.h"
 
 namespace pelorin::map {
@@ -45,29 +43,6 @@ TEST(MapTimeOfPicture, IsInTheNameAndTheFilesDate) {
     }
   }
   EXPECT_THROW(MapTimeOfPicture(folder.filePath(u"12311758.jpg"_s)), files::FileError);
-}
-
-TEST(LocalTimeHint, HasTwoFormats) {
-  const orbit::TDateTime utc = orbit::ParseTimeString("20011231233005");
-  const LocalClock standard{LocalClock::Kind::Standard, 60, u"CET"_s};
-  const LocalClock daylight{LocalClock::Kind::Daylight, -150, u"NDT"_s};
-  const struct {
-    QLocale::Language Language;
-    QLocale::Territory Territory;
-    LocalClock Clock;
-    QString Hint;
-  } rows[] = {
-      {QLocale::German, QLocale::Germany, standard, u"2002 January 01  00:30:05  CET"_s},
-      {QLocale::German, QLocale::Germany, daylight, u"31.12.01 21:00:05  NDT"_s},
-      {QLocale::English, QLocale::UnitedStates, daylight, u"12/31/01 9:00:05 PM  NDT"_s},
-      {QLocale::Chinese, QLocale::China, daylight, u"2001/12/31 21:00:05  NDT"_s},
-      {QLocale::English, QLocale::UnitedStates, {}, QString()},
-  };
-  for (const auto& row : rows) {
-    QLocale::setDefault(QLocale(row.Language, row.Territory));
-    EXPECT_EQ(LocalTimeHint(utc, row.Clock).toStdString(), row.Hint.toStdString());
-  }
-  QLocale::setDefault(QLocale::c());
 }
 
 }  // namespace

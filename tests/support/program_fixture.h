@@ -52,8 +52,7 @@ class ProgramFixture {
 
   RecordingPrompts Boxes;
   orbit::TDateTime Now;
-  app::TimeZoneDetails TimeZone{0, 60, QStringLiteral("GMT"), QStringLiteral("BST"),
-                                app::TimeZoneDetails::Time::Standard};
+  app::TimeZone TimeZone{QTimeZone("Europe/London")};
   QStringList SplashTexts, CallerTexts;
   std::unique_ptr<desktop::TFormMain> Form;
 

@@ -67,8 +67,7 @@ TEST(MapPage, TimeComesFromClockPickersOrFile) {
   ProgramFixture program;
   program.GiveOrdinarySettings(u"\"NOAA 15\",\"NOAA 18\",\"NOAA 19\""_s);
   program.Set(u"UpdateInterval"_s, 20);
-  program.TimeZone.StandardOffsetMinutes = 60;
-  program.TimeZone.StandardName = u"CET"_s;
+  program.TimeZone = app::TimeZone(QTimeZone("Europe/Berlin"));
   program.Start();
   const MapPage map(program);
   EXPECT_EQ(map.Step->interval(), 200) << "the first step comes at once";
