@@ -26,8 +26,8 @@ QSize TextSize(const QString& text) { return {6 * static_cast<int>(text.size()),
 /// A step of the map's clock: everything is propagated, and the lists to draw are made.
 void MapStep(benchmark::State& state, int footprintLevel) {
   auto fleet = Fleet(static_cast<int>(state.range(0)));
-  std::vector<orbit::TSatellite*> active;
-  for (orbit::TSatellite& satellite : fleet) active.push_back(&satellite);
+  std::vector<const orbit::TSatellite*> active;
+  for (const orbit::TSatellite& satellite : fleet) active.push_back(&satellite);
   const map::MapFrame frame{1600, 800, false};
   const orbit::Observer station = orbit::ObserverFromDegrees(55.905, -3.2, 150);
   orbit::TDateTime time = orbit::MakeDateTime(2022, 2, 23);
@@ -51,8 +51,8 @@ BENCHMARK_CAPTURE(MapStep, AllFootprints, map::kFootprintAll)
 /// The same moment once more: another size, another satellite selected.
 void MapResized(benchmark::State& state) {
   auto fleet = Fleet(1000);
-  std::vector<orbit::TSatellite*> active;
-  for (orbit::TSatellite& satellite : fleet) active.push_back(&satellite);
+  std::vector<const orbit::TSatellite*> active;
+  for (const orbit::TSatellite& satellite : fleet) active.push_back(&satellite);
   const orbit::TDateTime time = orbit::MakeDateTime(2022, 2, 23);
   map::SkyKeeper keeper;
   int width = 800;

@@ -36,7 +36,7 @@ class MapLayers : public QWidget {
 
     std::vector<orbit::RejectedSet> rejected;
     const auto sets = orbit::NewestOfEach(orbit::ReadAllElementSets(PELORIN_DEMO_ELEMENTS, rejected));
-    std::vector<orbit::TSatellite*> active;
+    std::vector<const orbit::TSatellite*> active;
     fleet_.reserve(static_cast<std::size_t>(satellites));
     for (int i = 0; i < satellites; ++i) {
       fleet_.push_back(sets[static_cast<std::size_t>(i) % sets.size()]);

@@ -69,7 +69,7 @@ void PassListOfTenSatellitesFor28Days(benchmark::State& state) {
   std::size_t passes = 0;
   for (auto _ : state) {
     passes = 0;
-    for (TSatellite& set : sets) {
+    for (const TSatellite& set : sets) {
       passes += SearchPasses(set, observer, {MakeDateTime(2022, 2, 23), 28, 300, 1.5}).size();
     }
   }

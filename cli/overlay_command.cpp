@@ -52,15 +52,13 @@ passes::ChosenPass FindPass(const Arguments& arguments, const std::vector<orbit:
     }
   }();
   const double jd = orbit::JulianDateOfDateTime(time);
-  std::vector<orbit::TSatellite> satellites;
+  std::vector<const orbit::TSatellite*> satellites;
   for (const QString& name : NamesForPass(arguments, sets)) {
-    satellites.push_back(FindSet(sets, name, jd, arguments));
+    satellites.push_back(&FindSet(sets, name, jd, arguments));
   }
-  std::vector<orbit::TSatellite*> pointers;
-  for (orbit::TSatellite& satellite : satellites) pointers.push_back(&satellite);
   // Two days: a pass that rises before midnight and culminates after it belongs to the second.
   const orbit::PassRequest day{orbit::DatePart(time), 2, 300, station.MinElevationDeg};
-  const QStringList entries = passes::PassListEntries(pointers, station.Place, day);
+  const QStringList entries = passes::PassListEntries(satellites, station.Place, day);
   const app::PassMatch match = app::FindPassByString(passString, entries, time);
   if (match.Index < 0) {
     throw Failure(

@@ -14,7 +14,7 @@ namespace {
 
 struct FoundPass {
   orbit::Pass Pass;
-  orbit::TSatellite* Satellite;
+  const orbit::TSatellite* Satellite;
 };
 
 std::string Stamp(orbit::TDateTime moment) { return orbit::FormatDateTime("yyyy-mm-ddThh:nn:ssZ", moment); }
@@ -69,16 +69,15 @@ void RunPasses(const QStringList& list) {
       arguments.Whole(QStringLiteral("days"), 1, 1, 366),
       arguments.Whole(QStringLiteral("min-seconds"), 300, 0, 86400), station.MinElevationDeg};
   const double middle = orbit::JulianDateOfDateTime(request.Start) + request.Days / 2.0;
-  std::vector<orbit::TSatellite> satellites = arguments.WantsNewest()
-                                                  ? orbit::NewestOfEach(arguments.ElementSets())
-                                                  : orbit::NearestOfEach(arguments.ElementSets(), middle);
-  std::vector<orbit::TSatellite*> chosen;
+  const std::vector<orbit::TSatellite> satellites =
+      arguments.WantsNewest() ? orbit::NewestOfEach(arguments.ElementSets())
+                              : orbit::NearestOfEach(arguments.ElementSets(), middle);
+  std::vector<const orbit::TSatellite*> chosen;
   for (const QString& name : arguments.Texts(QStringLiteral("satellite"))) {
-    const orbit::TSatellite& found = FindSet(satellites, name, middle, arguments);
-    chosen.push_back(&satellites[static_cast<std::size_t>(&found - satellites.data())]);
+    chosen.push_back(&FindSet(satellites, name, middle, arguments));
   }
   if (chosen.empty()) {
-    for (orbit::TSatellite& satellite : satellites) chosen.push_back(&satellite);
+    for (const orbit::TSatellite& satellite : satellites) chosen.push_back(&satellite);
   }
 
   double oldest = 0;
@@ -88,7 +87,7 @@ void RunPasses(const QStringList& list) {
   WarnOfAge(oldest);
 
   std::vector<FoundPass> passes;
-  for (orbit::TSatellite* satellite : chosen) {
+  for (const orbit::TSatellite* satellite : chosen) {
     for (const orbit::Pass& pass : orbit::SearchPasses(*satellite, station.Place, request)) {
       passes.push_back({pass, satellite});
     }

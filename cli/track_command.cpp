@@ -14,7 +14,7 @@ namespace {
 
 constexpr int kMostSteps = 1000000;
 
-std::vector<Cell> RowAt(orbit::TSatellite& satellite, orbit::Observer observer, double jd) {
+std::vector<Cell> RowAt(const orbit::TSatellite& satellite, orbit::Observer observer, double jd) {
   const orbit::SatelliteState state = orbit::SatelliteStateKm(satellite, jd);
   const orbit::Vector &p = state.Position, &v = state.Velocity;
   orbit::Geodetic below;
@@ -72,7 +72,7 @@ void RunTrack(const QStringList& list) {
   const double seconds = arguments.Number(QStringLiteral("seconds"), 900, 0, 366 * orbit::kSecondsPerDay);
   const double step = arguments.Number(QStringLiteral("step"), 10, 0.001, orbit::kSecondsPerDay);
   const orbit::Observer observer = arguments.Station().Place;
-  orbit::TSatellite satellite = ChooseSet(arguments.ElementSets(), name, from, arguments);
+  const orbit::TSatellite satellite = ChooseSet(arguments.ElementSets(), name, from, arguments);
 
   // Every row before the first is written: a failure must not leave half a table behind.
   const double steps = std::floor(seconds / step + 1e-9);

@@ -23,7 +23,7 @@ class TSatelliteList {
   int Count() const { return static_cast<int>(entries_.size()); }
   /// The name as it stands in its file, blanks at the ends cut off.
   const std::string& Name(int index) const { return entries_[static_cast<std::size_t>(index)].name; }
-  orbit::TSatellite& Satellite(int index) const {
+  const orbit::TSatellite& Satellite(int index) const {
     return *entries_[static_cast<std::size_t>(index)].satellite;
   }
   /// −1 when there is no such name; case aside.

@@ -29,7 +29,8 @@ SatelliteInfo InfoOf(const orbit::TSatellite& satellite, const orbit::SatelliteS
   return info;
 }
 
-SatelliteInfo InfoAt(orbit::TSatellite& satellite, orbit::TDateTime moment, const orbit::Observer& station) {
+SatelliteInfo InfoAt(const orbit::TSatellite& satellite, orbit::TDateTime moment,
+                     const orbit::Observer& station) {
   const double jd = orbit::JulianDateOfDateTime(moment);
   return InfoOf(satellite, orbit::SatelliteStateKm(satellite, jd), jd, station);
 }

@@ -22,6 +22,7 @@ SatelliteInfo InfoOf(const orbit::TSatellite& satellite, const orbit::SatelliteS
                      orbit::Observer station);
 
 /// Propagates the satellite to the moment.
-SatelliteInfo InfoAt(orbit::TSatellite& satellite, orbit::TDateTime moment, const orbit::Observer& station);
+SatelliteInfo InfoAt(const orbit::TSatellite& satellite, orbit::TDateTime moment,
+                     const orbit::Observer& station);
 
 }  // namespace pelorin::map

@@ -93,9 +93,9 @@ SatellitePlot PlotSatellites(const Sky& sky, const MapFrame& frame, const orbit:
   return plot;
 }
 
-orbit::TSatellite* SatelliteAt(const SatellitePlot& plot, const MapFrame& frame, QPoint click) {
+const orbit::TSatellite* SatelliteAt(const SatellitePlot& plot, const MapFrame& frame, QPoint click) {
   const qint64 diagonal = SquaredLength({frame.Width, frame.Height});
-  orbit::TSatellite* found = nullptr;
+  const orbit::TSatellite* found = nullptr;
   qint64 best = diagonal / 100;
   for (const SatelliteDrawing& drawing : plot.Satellites) {
     const qint64 distance = SquaredLength(click - drawing.Mark);

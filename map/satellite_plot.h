@@ -23,7 +23,7 @@ constexpr int TrailMinutes(int footprintLevel) { return footprintLevel == kFootp
 
 /// One satellite. What it holds is drawn in the order of the fields.
 struct SatelliteDrawing {
-  orbit::TSatellite* Satellite = nullptr;
+  const orbit::TSatellite* Satellite = nullptr;
   QRgb Colour = kOtherColour;  ///< of all but the footprint
   std::vector<QPoint> Trail;   ///< each a pixel with its four neighbours
   QPoint Mark;                 ///< middle of an outline of 5 × 5 pixels
@@ -45,6 +45,6 @@ SatellitePlot PlotSatellites(const Sky& sky, const MapFrame& frame, const orbit:
 
 /// The satellite whose mark is nearest to a click, of equally near ones the first; null when none is within a
 /// tenth of the map's diagonal.
-orbit::TSatellite* SatelliteAt(const SatellitePlot& plot, const MapFrame& frame, QPoint click);
+const orbit::TSatellite* SatelliteAt(const SatellitePlot& plot, const MapFrame& frame, QPoint click);
 
 }  // namespace pelorin::map

@@ -24,12 +24,9 @@ double MapLongitudeDeg(double longitude) {
 }
 
 /// Where the satellite is at `jd`, if anywhere; `state` goes with it.
-std::optional<PlaceBelow> Locate(orbit::TSatellite& satellite, double jd, orbit::SatelliteState& state) {
-  try {
-    state = orbit::SatelliteStateKm(satellite, jd);
-  } catch (const orbit::MathError&) {
-    return std::nullopt;
-  }
+std::optional<PlaceBelow> Locate(const orbit::TSatellite& satellite, double jd,
+                                 orbit::SatelliteState& state) {
+  state = orbit::SatelliteStateKm(satellite, jd);
   if (!(state.Position.w <= orbit::kFarthestKm) || !std::isfinite(state.Velocity.w)) return std::nullopt;
   orbit::Geodetic below;
   orbit::SatLatLonAlt(state.Position, jd, below);
@@ -54,13 +51,13 @@ const TrackedSatellite* Sky::Find(const orbit::TSatellite* satellite) const {
   return nullptr;
 }
 
-Sky SkyAt(const std::vector<orbit::TSatellite*>& satellites, orbit::TDateTime time, int trailMinutes) {
+Sky SkyAt(const std::vector<const orbit::TSatellite*>& satellites, orbit::TDateTime time, int trailMinutes) {
   Sky sky;
   sky.Jd = orbit::JulianDateOfDateTime(time);
   sky.Sun = SubSolarPlace(sky.Jd);
   sky.Satellites.reserve(satellites.size());
   int done = 0;
-  for (orbit::TSatellite* satellite : satellites) {
+  for (const orbit::TSatellite* satellite : satellites) {
     TrackedSatellite tracked;
     tracked.Satellite = satellite;
     if (const auto now = Locate(*satellite, sky.Jd, tracked.State)) {
@@ -80,7 +77,7 @@ Sky SkyAt(const std::vector<orbit::TSatellite*>& satellites, orbit::TDateTime ti
   return sky;
 }
 
-const Sky& SkyKeeper::At(const std::vector<orbit::TSatellite*>& satellites, orbit::TDateTime time,
+const Sky& SkyKeeper::At(const std::vector<const orbit::TSatellite*>& satellites, orbit::TDateTime time,
                          int trailMinutes) {
   if (time != time_ || trailMinutes > trailMinutes_ || satellites != satellites_) {
     sky_ = SkyAt(satellites, time, trailMinutes);

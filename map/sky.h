@@ -19,7 +19,7 @@ struct PlaceBelow {
 };
 
 struct TrackedSatellite {
-  orbit::TSatellite* Satellite = nullptr;
+  const orbit::TSatellite* Satellite = nullptr;
   orbit::SatelliteState State;
   PlaceBelow Now;
   std::vector<PlaceBelow> Trail;  ///< one a minute before, the oldest first
@@ -37,20 +37,21 @@ struct Sky {
 
 /// Each satellite is propagated to the time and to `trailMinutes` minutes before it. One that is below the
 /// ground, farther than any satellite of the Earth, or nowhere at all, is told as not drawable.
-Sky SkyAt(const std::vector<orbit::TSatellite*>& satellites, orbit::TDateTime time, int trailMinutes);
+Sky SkyAt(const std::vector<const orbit::TSatellite*>& satellites, orbit::TDateTime time, int trailMinutes);
 
 /// The sky of the last question, so that a map which is only painted anew, resized, or has another satellite
 /// selected propagates nothing twice. The satellites are borrowed.
 class SkyKeeper {
  public:
   /// Good until the next question. Its trails may be longer than asked for.
-  const Sky& At(const std::vector<orbit::TSatellite*>& satellites, orbit::TDateTime time, int trailMinutes);
+  const Sky& At(const std::vector<const orbit::TSatellite*>& satellites, orbit::TDateTime time,
+                int trailMinutes);
 
   /// The satellites have other elements now, or are others at the same addresses.
   void Forget() { trailMinutes_ = -1; }
 
  private:
-  std::vector<orbit::TSatellite*> satellites_;
+  std::vector<const orbit::TSatellite*> satellites_;
   orbit::TDateTime time_;
   int trailMinutes_ = -1;  ///< of the sky at hand; −1: there is none
   Sky sky_;

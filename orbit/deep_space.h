@@ -18,7 +18,7 @@ struct DeepElements {
 void InitialiseDeepSpace(const TSatellite& satellite, Sdp4State& state);
 
 /// Secular and resonance effects `t` minutes after the epoch: sets em, xinc and xn, and moves the angles.
-void DeepSpaceSecular(Sdp4State& state, double t, DeepElements& elements);
+void DeepSpaceSecular(const Sdp4State& state, double t, DeepElements& elements);
 
 /// Lunar and solar periodic effects on top of the secular ones.
 void DeepSpacePeriodic(const Sdp4State& state, double t, DeepElements& elements);

@@ -51,7 +51,7 @@ ResonanceRates RatesAt(const Sdp4State& s, const IntegratorStep& at) {
 }
 
 /// The grid step at or next before `t` as seen from the epoch.
-const IntegratorStep& WalkTo(Sdp4State& s, double t) {
+const IntegratorStep& WalkTo(const Sdp4State& s, double t) {
   const double wanted = std::trunc(t / kIntegratorStep);
   const int target = static_cast<int>(std::fmax(-kFarthestStep, std::fmin(kFarthestStep, wanted)));
   const int direction = target < 0 ? -1 : 1;
@@ -89,7 +89,7 @@ struct PeriodicSums {
 
 }  // namespace
 
-void DeepSpaceSecular(Sdp4State& s, double t, DeepElements& x) {
+void DeepSpaceSecular(const Sdp4State& s, double t, DeepElements& x) {
   x.xmdf += s.ssl * t;
   x.omgadf += s.ssg * t;
   x.xnode += s.ssh * t;

@@ -29,7 +29,7 @@ struct Maximum {
 
 class PassSearch {
  public:
-  PassSearch(TSatellite& satellite, const Observer& observer, const PassRequest& request)
+  PassSearch(const TSatellite& satellite, const Observer& observer, const PassRequest& request)
       : satellite_(satellite),
         frame_(observer),
         request_(request),
@@ -211,7 +211,7 @@ class PassSearch {
 
   static std::string WholeNumber(double value) { return std::to_string(std::lrint(value)); }
 
-  TSatellite& satellite_;
+  const TSatellite& satellite_;
   ElevationFrame frame_;
   PassRequest request_;
   double minElevation_, period_;
@@ -223,11 +223,12 @@ class PassSearch {
 
 }  // namespace
 
-std::vector<Pass> SearchPasses(TSatellite& satellite, const Observer& observer, const PassRequest& request) {
+std::vector<Pass> SearchPasses(const TSatellite& satellite, const Observer& observer,
+                               const PassRequest& request) {
   return PassSearch(satellite, observer, request).Run();
 }
 
-void FindPasses(TSatellite& satellite, int minimumDurationSeconds, int days, std::string& resultText,
+void FindPasses(const TSatellite& satellite, int minimumDurationSeconds, int days, std::string& resultText,
                 const Observer& observer, double minimumElevationDegrees, TDateTime startDateTime) {
   std::vector<std::string> records;
   for (const Pass& pass : SearchPasses(
@@ -237,7 +238,7 @@ void FindPasses(TSatellite& satellite, int minimumDurationSeconds, int days, std
   resultText = JoinCommaText(records);
 }
 
-TrueCulmination RefineCulmination(TSatellite& satellite, const Observer& observer, const Pass& pass) {
+TrueCulmination RefineCulmination(const TSatellite& satellite, const Observer& observer, const Pass& pass) {
   const ElevationFrame frame(observer);
   const auto elevation = [&](double jd) {
     return frame.Elevation(SatelliteStateKm(satellite, jd).Position, jd);

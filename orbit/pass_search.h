@@ -34,13 +34,14 @@ struct PassRequest {
 
 /// Passes of one satellite in time order. Elements without an orbit, and satellites that never set, have
 /// none.
-std::vector<Pass> SearchPasses(TSatellite& satellite, const Observer& observer, const PassRequest& request);
+std::vector<Pass> SearchPasses(const TSatellite& satellite, const Observer& observer,
+                               const PassRequest& request);
 
 /// The same as records in comma text.
-void FindPasses(TSatellite& satellite, int minimumDurationSeconds, int days, std::string& resultText,
+void FindPasses(const TSatellite& satellite, int minimumDurationSeconds, int days, std::string& resultText,
                 const Observer& observer, double minimumElevationDegrees, TDateTime startDateTime);
 
 /// The pass's culmination to a tenth of a second.
-TrueCulmination RefineCulmination(TSatellite& satellite, const Observer& observer, const Pass& pass);
+TrueCulmination RefineCulmination(const TSatellite& satellite, const Observer& observer, const Pass& pass);
 
 }  // namespace pelorin::orbit

@@ -9,7 +9,7 @@
 
 namespace pelorin::orbit {
 
-void PropagateSinceEpoch(TSatellite& satellite, double tsince, Vector& position, Vector& velocity) {
+void PropagateSinceEpoch(const TSatellite& satellite, double tsince, Vector& position, Vector& velocity) {
   PropagatorState& state = satellite.Propagator;
   if (std::holds_alternative<std::monostate>(state)) {
     if (satellite.IsDeepSpace) {
@@ -18,14 +18,14 @@ void PropagateSinceEpoch(TSatellite& satellite, double tsince, Vector& position,
       state = InitialiseSgp4(satellite);
     }
   }
-  if (auto* deep = std::get_if<Sdp4State>(&state)) {
+  if (const auto* deep = std::get_if<Sdp4State>(&state)) {
     Sdp4(*deep, tsince, position, velocity);
   } else if (const auto* near = std::get_if<Sgp4State>(&state)) {
     Sgp4(*near, tsince, position, velocity);
   }
 }
 
-void Propagate(TSatellite& satellite, double julianDate, Vector& position, Vector& velocity) {
+void Propagate(const TSatellite& satellite, double julianDate, Vector& position, Vector& velocity) {
   PropagateSinceEpoch(satellite, (julianDate - satellite.Epoch) * kMinutesPerDay, position, velocity);
 }
 
@@ -40,14 +40,14 @@ void ConvertSatState(Vector& position, Vector& velocity) {
   scale(velocity, XKMPER / kSecondsPerMinute);
 }
 
-SatelliteState SatelliteStateKm(TSatellite& satellite, double julianDate) {
+SatelliteState SatelliteStateKm(const TSatellite& satellite, double julianDate) {
   SatelliteState state;
   Propagate(satellite, julianDate, state.Position, state.Velocity);
   ConvertSatState(state.Position, state.Velocity);
   return state;
 }
 
-bool CanPropagate(TSatellite& satellite) {
+bool CanPropagate(const TSatellite& satellite) {
   const double minutes = satellite.PeriodDays() * kMinutesPerDay;
   if (!(minutes > 0 && minutes <= 366 * kMinutesPerDay)) return false;
   const double semiMajorAxis = std::pow(XKE / satellite.MeanMotion, kTwoThirds);

@@ -14,19 +14,19 @@ struct SatelliteState {
 /// Position (Earth radii) and velocity (Earth radii per minute) at a Julian date; magnitudes are not set. The
 /// first call for a satellite initialises its model. Allocates nothing. Elements without an orbit, and times
 /// far beyond a decay, give meaningless numbers or NaN, never an error.
-void Propagate(TSatellite& satellite, double julianDate, Vector& position, Vector& velocity);
+void Propagate(const TSatellite& satellite, double julianDate, Vector& position, Vector& velocity);
 
 /// The same for `tsince` minutes after the epoch.
-void PropagateSinceEpoch(TSatellite& satellite, double tsince, Vector& position, Vector& velocity);
+void PropagateSinceEpoch(const TSatellite& satellite, double tsince, Vector& position, Vector& velocity);
 
 /// To km and km/s, magnitudes set.
 void ConvertSatState(Vector& position, Vector& velocity);
 
 /// Propagate and ConvertSatState in one step.
-SatelliteState SatelliteStateKm(TSatellite& satellite, double julianDate);
+SatelliteState SatelliteStateKm(const TSatellite& satellite, double julianDate);
 
 /// Whether the elements describe an orbit at all: a turn of at most a year, a perigee above the ground, and a
 /// position at the epoch.
-bool CanPropagate(TSatellite& satellite);
+bool CanPropagate(const TSatellite& satellite);
 
 }  // namespace pelorin::orbit

@@ -57,7 +57,8 @@ struct Sdp4State {
   double xlamo, xfact;
   double d2201, d2211, d3210, d3222, d4410, d4422, d5220, d5232, d5421, d5433;  ///< half-day resonance
   double del1, del2, del3;                                                      ///< one-day resonance
-  IntegratorStep reached;  ///< farthest step computed so far; saves the walk, never changes a result
+  /// Farthest step computed so far; saves the walk, never changes a result.
+  mutable IntegratorStep reached;
 };
 
 /// Empty until the first propagation.

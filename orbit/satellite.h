@@ -22,7 +22,7 @@ struct PublishedElements {
 };
 
 /// One satellite: its element set, what follows from its name, and the propagator's state. Copies are
-/// independent of each other.
+/// independent of each other; one object belongs to one thread at a time, also while it is const.
 class TSatellite {
  public:
   /// Upper case: the 5 characters of a two-line set, letters included ("A0000" is 100000), or 5 … 9 digits.
@@ -48,9 +48,10 @@ class TSatellite {
   bool Valid = false;             ///< a pair of element lines has been read
   double ScanHalfAngle = 45.0;    ///< degrees
   bool IsNoaaScanner = false;
-  bool Active = false;  ///< the user follows it
 
-  PropagatorState Propagator;  ///< private to propagation
+  /// Private to propagation: the model worked out of the elements by the first call after ParseElements or
+  /// TakeElements. Results never depend on it, so a satellite that is only computed with is const.
+  mutable PropagatorState Propagator;
 
   /// Takes over a pair of element lines. Unreadable fields are 0 and checksums are not looked at. Raises
   /// MathError for elements that have no orbit: an eccentricity of 1 or more, a negative mean motion.

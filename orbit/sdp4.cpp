@@ -16,7 +16,7 @@ Sdp4State InitialiseSdp4(const TSatellite& satellite) {
   return s;
 }
 
-void Sdp4(Sdp4State& s, double tsince, Vector& position, Vector& velocity) {
+void Sdp4(const Sdp4State& s, double tsince, Vector& position, Vector& velocity) {
   const OrbitTerms& t = s.terms;
   const double tsq = tsince * tsince;
   DeepElements x{t.xmo + t.xmdot * tsince,

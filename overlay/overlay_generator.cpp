@@ -15,7 +15,8 @@ namespace {
 
 /// Julian date of the middle of the pass that is up at `visibleJd`, between its rise and its set to ten
 /// seconds; a map may show a part of the pass only.
-double MiddleOfPass(orbit::TSatellite& satellite, const orbit::ElevationFrame& frame, double visibleJd) {
+double MiddleOfPass(const orbit::TSatellite& satellite, const orbit::ElevationFrame& frame,
+                    double visibleJd) {
   constexpr double step = 10 / orbit::kSecondsPerDay;
   constexpr int mostSteps = 360;
   const auto elevationAt = [&](double jd) {
@@ -38,14 +39,14 @@ QString PassDataLine(orbit::TDateTime time, const orbit::Geodetic& below) {
 
 int LinesOfPass(int linesPerMinute, int minutes) { return linesPerMinute * minutes; }
 
-bool IsSouthBoundAt(orbit::TSatellite& satellite, orbit::TDateTime moment) {
+bool IsSouthBoundAt(const orbit::TSatellite& satellite, orbit::TDateTime moment) {
   return orbit::SatelliteStateKm(satellite, orbit::JulianDateOfDateTime(moment)).Velocity.z < 0;
 }
 
 OverlayResult GenerateOverlay(OverlayRequest request, const OverlaySources& sources,
                               const AfterLine& afterLine) {
   const IdlePriority standBack;
-  orbit::TSatellite& satellite = request.Satellite;
+  const orbit::TSatellite& satellite = request.Satellite;
   const double secondsPerLine = 60.0 / satellite.LinesPerMinute;
   const int passLines = LinesOfPass(satellite.LinesPerMinute, request.DurationMinutes);
   const int limit = request.LineLimit > 0 ? request.LineLimit : passLines;

@@ -56,7 +56,7 @@ using AfterLine = std::function<bool(const LineProgress&)>;
 int LinesOfPass(int linesPerMinute, int minutes);
 
 /// Whether a satellite moves south at a moment.
-bool IsSouthBoundAt(orbit::TSatellite& satellite, orbit::TDateTime moment);
+bool IsSouthBoundAt(const orbit::TSatellite& satellite, orbit::TDateTime moment);
 
 /// Makes the map, at lowered priority. Raises OverlayError when the elements give no position for a line.
 OverlayResult GenerateOverlay(OverlayRequest request, const OverlaySources& sources,

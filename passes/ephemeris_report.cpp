@@ -46,10 +46,10 @@ std::optional<int> WholeNumber(const std::string& field) {
 /// A satellite and how far the report has come with it.
 class ReportedSatellite {
  public:
-  ReportedSatellite(orbit::TSatellite& satellite, const EphemerisRequest& request)
+  ReportedSatellite(const orbit::TSatellite& satellite, const EphemerisRequest& request)
       : satellite_(satellite), request_(request), frame_(request.Station) {}
 
-  orbit::TSatellite& Satellite() const { return satellite_; }
+  const orbit::TSatellite& Satellite() const { return satellite_; }
 
   std::vector<orbit::Pass> PassesOf(orbit::TDateTime day, bool isFirstDay) {
     std::vector<orbit::Pass> passes = Search(day, 1);
@@ -74,7 +74,7 @@ class ReportedSatellite {
   }
   bool IsUp(double jd) { return frame_.Elevation(SatelliteStateKm(satellite_, jd).Position, jd) > 0; }
 
-  orbit::TSatellite& satellite_;
+  const orbit::TSatellite& satellite_;
   const EphemerisRequest& request_;
   orbit::ElevationFrame frame_;
   double listedUntil_ = 0;  ///< Julian date of the last listed set
@@ -116,12 +116,12 @@ std::optional<QString> ReportRow(const orbit::PassInfo& record, orbit::TDateTime
 void MakeEphemeris(EphemerisRequest request, const std::function<bool(EphemerisDay)>& afterDay) {
   std::vector<ReportedSatellite> followed;
   followed.reserve(request.Satellites.size());
-  for (orbit::TSatellite& satellite : request.Satellites) followed.emplace_back(satellite, request);
+  for (const orbit::TSatellite& satellite : request.Satellites) followed.emplace_back(satellite, request);
 
   struct Found {
     std::string Text;
     orbit::Pass Pass;
-    orbit::TSatellite* Satellite;
+    const orbit::TSatellite* Satellite;
   };
   std::vector<Found> ofDay;
   for (int number = 1; number <= request.Days; ++number) {

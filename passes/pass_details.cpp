@@ -8,7 +8,7 @@
 namespace pelorin::passes {
 namespace {
 
-double AzimuthDeg(orbit::TSatellite& satellite, orbit::Observer observer, double jd) {
+double AzimuthDeg(const orbit::TSatellite& satellite, orbit::Observer observer, double jd) {
   const orbit::SatelliteState state = orbit::SatelliteStateKm(satellite, jd);
   orbit::LookAngleSet look;
   bool visible = false;
@@ -18,7 +18,7 @@ double AzimuthDeg(orbit::TSatellite& satellite, orbit::Observer observer, double
 
 }  // namespace
 
-PassDetails DetailsOf(const orbit::Pass& pass, orbit::TSatellite& satellite,
+PassDetails DetailsOf(const orbit::Pass& pass, const orbit::TSatellite& satellite,
                       const orbit::Observer& observer) {
   const orbit::TrueCulmination top = orbit::RefineCulmination(satellite, observer, pass);
   return {QString::fromStdString(pass.Record.Name),

@@ -18,6 +18,7 @@ struct PassDetails {
   int DurationSeconds = 0;
 };
 
-PassDetails DetailsOf(const orbit::Pass& pass, orbit::TSatellite& satellite, const orbit::Observer& observer);
+PassDetails DetailsOf(const orbit::Pass& pass, const orbit::TSatellite& satellite,
+                      const orbit::Observer& observer);
 
 }  // namespace pelorin::passes

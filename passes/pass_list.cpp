@@ -5,10 +5,10 @@
 
 namespace pelorin::passes {
 
-QStringList PassListEntries(const std::vector<orbit::TSatellite*>& satellites,
+QStringList PassListEntries(const std::vector<const orbit::TSatellite*>& satellites,
                             const orbit::Observer& observer, const orbit::PassRequest& request) {
   QStringList entries;
-  for (orbit::TSatellite* satellite : satellites) {
+  for (const orbit::TSatellite* satellite : satellites) {
     for (const orbit::Pass& pass : SearchPasses(*satellite, observer, request)) {
       entries.append(QString::fromStdString(pass.Record.ToListEntry()));
     }

@@ -14,11 +14,10 @@ bool SortsBefore(const NamedSatellite& a, const NamedSatellite& b) {
   return QString::compare(a.Name, b.Name, Qt::CaseInsensitive) < 0;
 }
 
-bool Move(Names& from, Names& to, const QString& name, bool active) {
+bool Move(Names& from, Names& to, const QString& name) {
   const auto found = std::find_if(from.begin(), from.end(),
                                   [&name](const NamedSatellite& entry) { return entry.Name == name; });
   if (found == from.end()) return false;
-  found->Satellite->Active = active;
   to.insert(std::upper_bound(to.begin(), to.end(), *found, SortsBefore), *found);
   from.erase(found);
   return true;
@@ -26,9 +25,8 @@ bool Move(Names& from, Names& to, const QString& name, bool active) {
 
 }  // namespace
 
-ActiveSatellites::ActiveSatellites(elements::TSatelliteList& satellites) {
+ActiveSatellites::ActiveSatellites(const elements::TSatelliteList& satellites) {
   for (int index = 0; index < satellites.Count(); ++index) {
-    satellites.Satellite(index).Active = false;
     available_.push_back({QString::fromStdString(satellites.Name(index)), &satellites.Satellite(index)});
   }
   std::stable_sort(available_.begin(), available_.end(), SortsBefore);
@@ -44,9 +42,9 @@ QString ActiveSatellites::CommaText() const {
   return app::ToCommaText(names);
 }
 
-bool ActiveSatellites::Activate(const QString& name) { return Move(available_, active_, name, true); }
+bool ActiveSatellites::Activate(const QString& name) { return Move(available_, active_, name); }
 
-bool ActiveSatellites::Deactivate(const QString& name) { return Move(active_, available_, name, false); }
+bool ActiveSatellites::Deactivate(const QString& name) { return Move(active_, available_, name); }
 
 int ActiveSatellites::IndexOf(const QString& name) const {
   for (std::size_t index = 0; index < active_.size(); ++index) {

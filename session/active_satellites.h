@@ -10,15 +10,15 @@ namespace pelorin::session {
 /// A satellite under the name that its file gives it. Borrowed from the satellite list.
 struct NamedSatellite {
   QString Name;
-  orbit::TSatellite* Satellite = nullptr;
+  const orbit::TSatellite* Satellite = nullptr;
 };
 
-/// Which of the loaded satellites the user follows. Both lists are sorted by name, case aside;
-/// `TSatellite::Active` always tells the same.
+/// Which of the loaded satellites the user follows: a satellite is active when it stands in Active(). Both
+/// lists are sorted by name, case aside.
 class ActiveSatellites {
  public:
   /// Everything loaded is available, nothing is active. The list must outlive this object.
-  explicit ActiveSatellites(elements::TSatelliteList& satellites);
+  explicit ActiveSatellites(const elements::TSatelliteList& satellites);
 
   const std::vector<NamedSatellite>& Available() const { return available_; }
   const std::vector<NamedSatellite>& Active() const { return active_; }

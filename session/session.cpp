@@ -18,8 +18,8 @@ orbit::TDateTime Session::LocalNow() const {
   return {now.Days + TimeZone.At(now).value_or(app::LocalClock()).OffsetMinutes / orbit::kMinutesPerDay};
 }
 
-std::vector<orbit::TSatellite*> Session::ActiveSatellites() const {
-  std::vector<orbit::TSatellite*> satellites;
+std::vector<const orbit::TSatellite*> Session::ActiveSatellites() const {
+  std::vector<const orbit::TSatellite*> satellites;
   for (const NamedSatellite& entry : Active()) satellites.push_back(entry.Satellite);
   return satellites;
 }

@@ -78,9 +78,9 @@ class Session : public QObject {
   const session::ActiveSatellites& Following() const { return *following_; }
   const std::vector<NamedSatellite>& Active() const { return following_->Active(); }
   /// The satellites to compute with.
-  std::vector<orbit::TSatellite*> ActiveSatellites() const;
+  std::vector<const orbit::TSatellite*> ActiveSatellites() const;
   /// Or null.
-  orbit::TSatellite* SelectedSatellite() const { return selected_; }
+  const orbit::TSatellite* SelectedSatellite() const { return selected_; }
   /// Place of the selected satellite in Active(), or −1.
   int SelectedIndex() const;
 
@@ -118,7 +118,7 @@ class Session : public QObject {
  private:
   std::unique_ptr<elements::TSatelliteList> satellites_;
   std::unique_ptr<session::ActiveSatellites> following_;
-  orbit::TSatellite* selected_ = nullptr;
+  const orbit::TSatellite* selected_ = nullptr;
 };
 
 }  // namespace pelorin::session

@@ -63,7 +63,7 @@ Vector TurnedToEarth(const Vector& v, double sinTheta, double cosTheta) {
 
 }  // namespace
 
-GroundTrack TrackAt(TSatellite& satellite, double julianDate) {
+GroundTrack TrackAt(const TSatellite& satellite, double julianDate) {
   GroundTrack track;
   track.Inertial = SatelliteStateKm(satellite, julianDate);
   SatLatLonAlt(track.Inertial.Position, julianDate, track.Below);

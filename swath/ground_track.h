@@ -22,7 +22,7 @@ struct GroundTrack {
   orbit::SatelliteState Inertial;
 };
 
-GroundTrack TrackAt(orbit::TSatellite& satellite, double julianDate);
+GroundTrack TrackAt(const orbit::TSatellite& satellite, double julianDate);
 
 /// A ground point in degrees: geodetic latitude, longitude −180 … 180.
 struct GroundPoint {

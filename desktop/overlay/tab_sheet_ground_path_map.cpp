@@ -126,8 +126,8 @@ void TTabSheetGroundPath::GenerateLive(const overlay::OverlayRequest& request) {
     if (line.NewMinute) progress->setValue(progress->value() + 1);
     if (!isTold && soFar.MiddleOfPass.Days > 0) {
       isTold = true;
-      orbit::TSatellite satellite = request.Satellite;
-      session_.Window.SetStatus(map::InfoAt(satellite, soFar.MiddleOfPass, request.Station).StatusText);
+      session_.Window.SetStatus(
+          map::InfoAt(request.Satellite, soFar.MiddleOfPass, request.Station).StatusText);
     }
     if (sincePump.elapsed() >= kPumpEveryMs) {
       QCoreApplication::processEvents();

@@ -224,7 +224,7 @@ TEST(Sky, LeavesOutWhatHasNoPlaceAndAsksForNothingTwice) {
   odd[2].MeanMotion = 1.2e-9;  // at 10⁹ km
   odd[3].MeanMotion = 0.08;    // within the Earth
   for (std::size_t i = 0; i < odd.size(); ++i) odd[i].Name = "ODD " + std::to_string(i);
-  const std::vector<orbit::TSatellite*> all{&odd[0], &odd[1], &sound, &odd[2], &odd[3]};
+  const std::vector<const orbit::TSatellite*> all{&odd[0], &odd[1], &sound, &odd[2], &odd[3]};
   SkyKeeper keeper;
   const Sky first = keeper.At(all, time, 5);
   EXPECT_EQ(NotDrawableTip(first.NotDrawable).toStdString(), "Not drawable: ODD 0, ODD 1, ODD 2, ODD 3");

@@ -18,7 +18,7 @@ namespace {
 const Observer kEdinburgh = ObserverFromDegrees(55.905, -3.2, 150);
 const TDateTime kStart = MakeDateTime(1999, 2, 3, 17, 30);
 
-double ElevationAt(TSatellite& satellite, const Observer& observer, double jd) {
+double ElevationAt(const TSatellite& satellite, const Observer& observer, double jd) {
   return ElevationFrame(observer).Elevation(SatelliteStateKm(satellite, jd).Position, jd);
 }
 
@@ -27,7 +27,7 @@ struct Span {
 };
 
 /// Every time above the horizon, found by looking every ten seconds.
-std::vector<Span> WatchTheSky(TSatellite& satellite, const Observer& observer, double from, double to,
+std::vector<Span> WatchTheSky(const TSatellite& satellite, const Observer& observer, double from, double to,
                               double minRad) {
   std::vector<Span> spans;
   bool up = false;

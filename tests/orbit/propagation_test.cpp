@@ -25,7 +25,7 @@ void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 namespace pelorin::orbit {
 namespace {
 
-SatelliteState StateAt(TSatellite& satellite, double minutes) {
+SatelliteState StateAt(const TSatellite& satellite, double minutes) {
   SatelliteState state;
   PropagateSinceEpoch(satellite, minutes, state.Position, state.Velocity);
   ConvertSatState(state.Position, state.Velocity);

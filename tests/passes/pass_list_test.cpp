@@ -23,13 +23,13 @@ const orbit::Observer kStation = orbit::ObserverFromDegrees(47.6, -122.3, 60);
 
 TEST(PassList, PassesOfAllSatellitesAreMergedInTimeOrder) {
   const elements::TSatelliteList satellites(PELORIN_DEMO_ELEMENTS);
-  orbit::TSatellite* const noaa15 = &satellites.Satellite(satellites.IndexOf("NOAA 15"));
-  orbit::TSatellite* const noaa19 = &satellites.Satellite(satellites.IndexOf("NOAA 19"));
+  const orbit::TSatellite* const noaa15 = &satellites.Satellite(satellites.IndexOf("NOAA 15"));
+  const orbit::TSatellite* const noaa19 = &satellites.Satellite(satellites.IndexOf("NOAA 19"));
   // Over the turn of the year: January sorts first.
   const orbit::TDateTime start = orbit::MakeDateTime(2021, 12, 31, 17, 5);
   const orbit::PassRequest request{start, 2, 300, 1.5};
   QStringList expected;
-  for (orbit::TSatellite* satellite : {noaa15, noaa19}) {
+  for (const orbit::TSatellite* satellite : {noaa15, noaa19}) {
     const QStringList own = PassListEntries({satellite}, kStation, request);
     EXPECT_GE(own.size(), 8) << satellite->Name;
     for (const QString& entry : own) {

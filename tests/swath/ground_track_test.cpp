@@ -31,7 +31,7 @@ void AlongOneOrbit(Check check) {
 
 /// The point as the map's own formulas have it: geodetic point below a point along the orbit normal.
 TEST(GroundTrack, PointsLieBelowTheOrbitNormal) {
-  AlongOneOrbit([](TSatellite& satellite, const GroundTrack& track) {
+  AlongOneOrbit([](const TSatellite& satellite, const GroundTrack& track) {
     const Vector normal = Cross(track.Inertial.Position, track.Inertial.Velocity);
     const double jd = satellite.Epoch;  // only differences of longitude are compared
     Geodetic below;
@@ -62,7 +62,7 @@ TEST(GroundTrack, PositivePositionsLieEastWhenFlyingSouth) {
 }
 
 TEST(GroundTrack, WholeLinesAgreeWithSinglePoints) {
-  AlongOneOrbit([](TSatellite& satellite, const GroundTrack& track) {
+  AlongOneOrbit([](const TSatellite& satellite, const GroundTrack& track) {
     GroundLine line;
     FillGroundLine(track, DistancesOf(satellite), line);
     for (int s = -kHalfLinePixels; s <= kHalfLinePixels; ++s) {
@@ -79,7 +79,7 @@ TEST(GroundTrack, WholeLinesAgreeWithSinglePoints) {
 /// A ray from the scanner to the ellipsoid, independent of the table's flat detour: half a pixel apart at the
 /// most near the middle, a kilometre or two at the edge of the swath.
 TEST(GroundTrack, AgreesWithARayToTheEllipsoid) {
-  AlongOneOrbit([](TSatellite& satellite, const GroundTrack& track) {
+  AlongOneOrbit([](const TSatellite& satellite, const GroundTrack& track) {
     const Vector p = track.Position;
     const double r = std::sqrt(Dot(p, p));
     const double steps[] = {8, 6, 4, 3, 2};

@@ -167,7 +167,8 @@ TEST(MapPage, SatellitesAreDrawnChosenAndLeftOut) {
   program.Find<QAction>("MenuFootprint0")->trigger();
   EXPECT_TRUE(map.Drawing("NOAA 19")->Footprint.empty());
 
-  orbit::TSatellite* spoilt = map.Session.ActiveSatellites().back();
+  // The program never changes a loaded set; this one becomes one of those that come down while it runs.
+  auto* spoilt = const_cast<orbit::TSatellite*>(map.Session.ActiveSatellites().back());
   spoilt->MeanMotion = std::numeric_limits<double>::quiet_NaN();
   spoilt->Propagator = {};
   map.Session.RefreshActiveSatellites();
