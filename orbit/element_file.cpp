@@ -17,8 +17,8 @@ namespace {
 namespace fs = std::filesystem;
 
 const char* const kNoOrbit = "its elements describe no orbit";
-/// Ten times all that is catalogued: a longer table is something else that lies in the folder.
-constexpr std::uintmax_t kMostMessageBytes = 256 << 20;
+/// Ten times all that is catalogued: a longer file is something else that lies in the folder.
+constexpr std::uintmax_t kMostElementBytes = 256 << 20;
 
 std::string PathText(const fs::path& path) {
   const std::u8string text = path.u8string();
@@ -33,6 +33,10 @@ std::string ReadWhole(const fs::path& file) {
   std::error_code error;
   const std::uintmax_t size = fs::file_size(file, error);
   if (!stream || error) throw ReadError("Cannot read the element file " + PathText(file));
+  if (size > kMostElementBytes) {
+    throw ReadError("Cannot read the element file " + PathText(file) + ": it has " + std::to_string(size) +
+                    " bytes; at most " + std::to_string(kMostElementBytes) + " can be read");
+  }
   std::string text(size, '\0');
   stream.read(text.data(), static_cast<std::streamsize>(size));
   if (stream.bad()) throw ReadError("Cannot read the element file " + PathText(file));
@@ -118,7 +122,7 @@ void ReadElementSets(const fs::path& file,
     return;
   }
   std::error_code error;
-  if (const std::uintmax_t size = fs::file_size(file, error); !error && size > kMostMessageBytes) return;
+  if (const std::uintmax_t size = fs::file_size(file, error); !error && size > kMostElementBytes) return;
   if (kind == ".CSV") {
     ReadOmmCsv(ReadWhole(file), takeMessage);
   } else {

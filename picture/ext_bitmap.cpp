@@ -104,7 +104,7 @@ void TExtBitmap::LoadFromStream(QIODevice& stream) {
 }
 
 void TExtBitmap::LoadFromFile(const QString& path) {
-  QByteArray content = files::ReadFile(path);
+  QByteArray content = files::ReadFile(path, files::kMostPictureBytes);
   QBuffer stream(&content);
   stream.open(QIODevice::ReadOnly);
   try {

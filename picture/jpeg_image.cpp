@@ -158,7 +158,7 @@ bool WriteRows(Encoder& encoder, const QImage& image, int quality) {
 }  // namespace
 
 QImage LoadJpeg(const QString& path) {
-  const QByteArray file = files::ReadFile(path);
+  const QByteArray file = files::ReadFile(path, files::kMostPictureBytes);
   const auto refuse = [&path](const QString& reason) {
     throw PictureError(QStringLiteral("Cannot read %1: %2").arg(path, reason));
   };

@@ -30,7 +30,7 @@ int ReadDeepSample(const std::uint8_t* sample) {
 void TPngGraphic::LoadFromFile(const QString& path) {
   QByteArray file;
   try {
-    file = files::ReadFile(path);
+    file = files::ReadFile(path, files::kMostPictureBytes);
   } catch (const files::FileError&) {
     throw PictureError(OpeningError(path));
   }

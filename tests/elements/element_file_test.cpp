@@ -86,8 +86,16 @@ TEST_F(ElementFiles, GarbageAndMissingFoldersDoNoHarm) {
   EXPECT_EQ(TSatelliteList("").Count(), 0);
   EXPECT_EQ(TSatelliteList(Folder() / "missing").Count(), 0);
   EXPECT_THROW(orbit::ReadAllElementSets(Folder() / "missing", rejected), orbit::ReadError);
-  EXPECT_THROW(orbit::ReadElementTriples(Folder() / "missing.tle", [](auto, auto, auto) {}),
-               orbit::ReadError);
+  Write("huge.tle", "");
+  fs::resize_file(Folder() / "huge.tle", std::uintmax_t{40} << 30);
+  for (const char* name : {"missing.tle", "huge.tle"}) {
+    try {
+      orbit::ReadElementTriples(Folder() / name, [](auto, auto, auto) {});
+      ADD_FAILURE() << name;
+    } catch (const orbit::ReadError& error) {
+      EXPECT_NE(std::string(error.what()).find(name), std::string::npos) << error.what();
+    }
+  }
 }
 
 TEST_F(ElementFiles, APictureGetsTheElementsOfItsOwnDays) {

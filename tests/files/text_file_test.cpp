@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QFile>
 #include <QTemporaryDir>
 
 #include "files/atomic_file.h"
@@ -46,17 +47,29 @@ TEST(TextFile, LinesEndInEitherWay) {
   EXPECT_EQ(ReadFile(path), "12\xB0\r\n\r\nz\r\n");
 }
 
-TEST(TextFile, MissingFileIsNamedWithTheReason) {
+TEST(TextFile, FileThatCannotBeReadIsNamedWithTheReason) {
   const QTemporaryDir folder;
-  const QString path = folder.filePath(QStringLiteral("gr\u00F6\u00DFer.txt"));
-  try {
-    ReadLines(path);
-    FAIL() << "a missing file was read";
-  } catch (const FileError& error) {
-    EXPECT_EQ(error.Text(), QStringLiteral("Cannot read %1: No such file or directory").arg(path));
-    EXPECT_EQ(QByteArray(error.what()), error.Text().toUtf8());
+  const QString missing = folder.filePath(QStringLiteral("gr\u00F6\u00DFer.txt"));
+  const QString sparse = folder.filePath(QStringLiteral("sparse.2li"));
+  QFile file(sparse);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.resize(qint64{40} << 30));
+  const std::pair<QString, const char*> rows[] = {
+      {missing, "No such file or directory"},
+      {folder.path(), "directory"},
+      {sparse, "it has 42949672960 bytes; at most 268435456 can be read"},
+  };
+  for (const auto& [path, reason] : rows) {
+    try {
+      ReadLines(path);
+      ADD_FAILURE() << "read: " << path.toStdString();
+    } catch (const FileError& error) {
+      EXPECT_TRUE(error.Text().startsWith(QStringLiteral("Cannot read %1: ").arg(path)) &&
+                  error.Text().endsWith(QLatin1StringView(reason)))
+          << error.what();
+      EXPECT_EQ(QByteArray(error.what()), error.Text().toUtf8());
+    }
   }
-  EXPECT_THROW(ReadLines(folder.path()), FileError);
+  EXPECT_THROW(ReadFile(QStringLiteral("/dev/zero"), 100'000), FileError) << "does not know its size";
 }
 
 }  // namespace
