@@ -4,6 +4,8 @@
 #include <cmath>
 #include <optional>
 
+#include "orbit/pass_search.h"
+
 namespace pelorin::app {
 namespace {
 
@@ -12,7 +14,6 @@ constexpr double kDefaultLongitudeDeg = -3.2;
 constexpr double kPoleDeg = 90;
 constexpr double kDefaultHeightM = 150;
 constexpr double kDefaultMinElevationDeg = 1.5;
-constexpr double kHighestMinElevationDeg = 10;
 
 /// Whoever writes decimals with a comma may do so; it cannot part thousands in a number of this size. Nothing
 /// when the text is no number.
@@ -32,8 +33,8 @@ Station EnterStation(const StationTexts& texts) {
       std::clamp(Number(texts.Latitude).value_or(kDefaultLatitudeDeg), -kPoleDeg, kPoleDeg);
   const double longitudeDeg = Number(texts.Longitude).value_or(kDefaultLongitudeDeg);
   const double heightM = Number(texts.Height).value_or(kDefaultHeightM);
-  const double minElevationDeg =
-      std::clamp(Number(texts.MinElevation).value_or(kDefaultMinElevationDeg), 0.0, kHighestMinElevationDeg);
+  const double minElevationDeg = std::clamp(Number(texts.MinElevation).value_or(kDefaultMinElevationDeg), 0.0,
+                                            orbit::kHighestMinElevationDeg);
   return {orbit::ObserverFromDegrees(latitudeDeg, longitudeDeg, heightM),
           minElevationDeg,
           {GeneralText(latitudeDeg), GeneralText(longitudeDeg), GeneralText(heightM),

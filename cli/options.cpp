@@ -9,6 +9,7 @@
 #include "cli/table.h"
 #include "orbit/element_file.h"
 #include "orbit/julian_date.h"
+#include "orbit/pass_search.h"
 #include "orbit/scalar_math.h"
 
 namespace pelorin::cli {
@@ -39,6 +40,9 @@ int Milliseconds(const QString& text, const QString& fraction) {
   }
   return Digits(fraction.mid(1).leftJustified(3, QLatin1Char('0')), 0, 3);
 }
+
+/// Never true of NaN.
+bool IsWithin(double number, double least, double most) { return number >= least && number <= most; }
 
 template <class Make>
 auto OrUsageError(Make make) {
@@ -95,16 +99,19 @@ double Arguments::Number(const QString& name, double otherwise, double least, do
   if (!parser_.isSet(name)) return otherwise;
   bool fits = false;
   const double number = parser_.value(name).toDouble(&fits);
-  if (!fits || !(number >= least && number <= most)) {
-    throw UsageError(QStringLiteral("--%1 wants a number from %2 to %3")
-                         .arg(name, QString::number(least, 'g', 10), QString::number(most, 'g', 10)));
+  if (!fits || !IsWithin(number, least, most)) {
+    throw UsageError(
+        QStringLiteral("--%1 wants a number from %2 to %3, not \"%4\"")
+            .arg(name, QString::number(least, 'g', 10), QString::number(most, 'g', 10), parser_.value(name)));
   }
   return number;
 }
 
 int Arguments::Whole(const QString& name, int otherwise, int least, int most) const {
   const double number = Number(name, otherwise, least, most);
-  if (number != std::floor(number)) throw UsageError(QStringLiteral("--%1 wants a whole number").arg(name));
+  if (number != std::floor(number)) {
+    throw UsageError(QStringLiteral("--%1 wants a whole number, not \"%2\"").arg(name, parser_.value(name)));
+  }
   return static_cast<int>(number);
 }
 
@@ -125,9 +132,8 @@ app::Station Arguments::Station() const {
     bool fits = parts.size() == 3;
     for (qsizetype i = 0; fits && i < 3; ++i) numbers[static_cast<std::size_t>(i)] = parts[i].toDouble(&fits);
     const auto [latitude, longitude, height] = numbers;
-    // Written so that NaN is outside, too.
-    if (!fits || !(std::fabs(latitude) <= 90) || !(std::fabs(longitude) <= 360) ||
-        !(std::fabs(height) <= 10000)) {
+    if (!fits || !IsWithin(latitude, -90, 90) || !IsWithin(longitude, -360, 360) ||
+        !IsWithin(height, -10000, 10000)) {
       throw UsageError(
           QStringLiteral("--station wants latitude, longitude and height in metres, as in 55.905,-3.2,150"));
     }
@@ -135,13 +141,10 @@ app::Station Arguments::Station() const {
     texts.Longitude = parts[1];
     texts.Height = parts[2];
   }
+  app::Station station = app::EnterStation(texts);
+  // Not every command has the option, and the parser must not be asked for one that it does not know.
   if (parser_.optionNames().contains(minElevation)) {
-    texts.MinElevation = QString::number(Number(minElevation, 0, -90, 90));
-  }
-  const app::Station station = app::EnterStation(texts);
-  if (parser_.optionNames().contains(minElevation) && station.Texts.MinElevation != texts.MinElevation) {
-    Say(QStringLiteral("A minimum elevation is 0 to 10 degrees: %1 is taken")
-            .arg(station.Texts.MinElevation));
+    station.MinElevationDeg = Number(minElevation, 0, 0, orbit::kHighestMinElevationDeg);
   }
   return station;
 }

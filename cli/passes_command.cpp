@@ -92,16 +92,15 @@ void RunPasses(const QStringList& list) {
       passes.push_back({pass, satellite});
     }
   }
-  if (format == QStringLiteral("text")) {
-    QStringList records;
-    for (const FoundPass& found : passes) records.append(QString::fromStdString(found.Pass.Record.ToText()));
-    records.sort(Qt::CaseSensitive);
-    for (const QString& record : records) PrintOut(record + QLatin1Char('\n'));
-    return;
-  }
   std::stable_sort(passes.begin(), passes.end(),
                    [](const FoundPass& a, const FoundPass& b) { return a.Pass.Aos < b.Pass.Aos; });
-  PrintTable(passes, station.Place, format == QStringLiteral("json"));
+  if (format == QStringLiteral("text")) {
+    for (const FoundPass& found : passes) {
+      PrintOut(QString::fromStdString(found.Pass.Record.ToText()) + QLatin1Char('\n'));
+    }
+  } else {
+    PrintTable(passes, station.Place, format == QStringLiteral("json"));
+  }
 }
 
 }  // namespace pelorin::cli

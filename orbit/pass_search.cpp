@@ -33,7 +33,7 @@ class PassSearch {
       : satellite_(satellite),
         frame_(observer),
         request_(request),
-        minElevation_(Radians(std::clamp(request.MinimumElevationDeg, 0.0, 10.0))),
+        minElevation_(Radians(std::clamp(request.MinimumElevationDeg, 0.0, kHighestMinElevationDeg))),
         period_(satellite.PeriodDays()) {
     const DateTimeFields day = TakeApart(DatePart(request.Start));
     jd0_ = JulianDateOfYear(day.Year) + DayOfYear(day.Year, day.Month, day.Day);

@@ -23,8 +23,11 @@ struct TrueCulmination {
   double ElevationRad = 0;
 };
 
+inline constexpr double kHighestMinElevationDeg = 10;
+
 /// What `SearchPasses` asks for: passes longer than `MinimumDurationSeconds` whose culmination lies in `Days`
-/// whole days from 00:00 UTC of `Start`'s date. The minimum elevation is brought into 0 … 10 degrees.
+/// whole days from 00:00 UTC of `Start`'s date. The minimum elevation is brought into
+/// 0 … kHighestMinElevationDeg degrees.
 struct PassRequest {
   TDateTime Start;
   int Days = 1;
