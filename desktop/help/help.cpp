@@ -48,12 +48,6 @@ int HelpTopicOf(const QString& objectName) {
   return 0;
 }
 
-QList<int> HelpTopics() {
-  QList<int> contexts;
-  for (const TopicOfForm& form : kTopicsOfForms) contexts.append(form.Context);
-  return contexts;
-}
-
 QString HelpFile(const QString& programPath) {
   const QFileInfo program(programPath);
   for (const char* place : {"../Help/Pelorin.qhc", "../share/pelorin/help/Pelorin.qhc"}) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QList>
 #include <QObject>
 #include <QString>
 #include <functional>
@@ -18,8 +17,6 @@ inline constexpr int kHelpMessages = 290;
 
 /// The help topic of a page or dialog by its object's name; 0 when it has none.
 int HelpTopicOf(const QString& objectName);
-/// All of them.
-QList<int> HelpTopics();
 
 /// The help collection of an executable: "../Help/Pelorin.qhc" seen from its folder if there is one, or that
 /// of the installed data, or else the file beside the executable with its name, which need not exist.

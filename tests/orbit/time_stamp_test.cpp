@@ -42,6 +42,7 @@ TEST(TimeStamp, NamesOfPicturesTellTheirTime) {
       {"02291015.jpg", nullptr, -1},
       {"0521152.png", nullptr, -1},
       {"picture.png", nullptr, -1},
+      {"+5-21525.png", nullptr, -1},
       {"05211525381.png", "2019-05-21 15:25", -1},
   };
   for (const auto& row : rows) {

@@ -22,6 +22,8 @@
 namespace pelorin::overlay {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 /// A world of cells of 10°, each with a colour that tells where it is: red its column from 180° W, green its
 /// row from the north.
 QImage CellWorld() {
@@ -32,18 +34,23 @@ QImage CellWorld() {
   return world;
 }
 
-/// A master whose index is 100 plus the number of the 10° row, written by hand.
-std::optional<MasterView> RowMaster(const QTemporaryDir& folder) {
-  picture::IndexedImage master{kMasterWidth, kMasterHeight,
-                               std::vector<std::uint8_t>(std::size_t{kMasterWidth} * kMasterHeight)};
-  for (int y = 0; y < kMasterHeight; ++y) {
-    std::fill_n(master.Row(y), kMasterWidth, static_cast<std::uint8_t>(y < 990 ? 2 : 100 + y / 220));
-  }
-  picture::ColourTable colours = OverlayPalette();
-  for (int i = 100; i < 118; ++i)
-    colours[static_cast<std::size_t>(i)] = 0x010000u * static_cast<std::uint32_t>(i);
-  picture::SaveIndexedBitmap(master, colours, folder.filePath(QStringLiteral("m.bmp")));
-  return MasterView::Open(folder.filePath(QStringLiteral("m.bmp")));
+/// A master, written by hand, with the background north of 45° N and from there on 100 plus the number of the
+/// 10° row.
+const MasterView& RowMaster() {
+  static const MasterView master = [] {
+    picture::IndexedImage image{kMasterWidth, kMasterHeight, {}};
+    for (int y = 0; y < kMasterHeight; ++y) {
+      image.Pixels.insert(image.Pixels.end(), kMasterWidth,
+                          static_cast<std::uint8_t>(y < 990 ? kBackground : 100 + y / 220));
+    }
+    picture::ColourTable colours = OverlayPalette();
+    for (std::uint32_t i = 100; i < 118; ++i) colours[i] = 0x010000u * i;
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"m.bmp"_s);
+    picture::SaveIndexedBitmap(image, colours, path);
+    return *MasterView::Open(path);
+  }();
+  return master;
 }
 
 /// Two minutes of NOAA 12 west of Scotland, south-bound, from 12 seconds before a full minute.
@@ -81,46 +88,32 @@ TEST(OverlayGenerator, ColoursTellWhereEachPixelLooks) {
   EXPECT_GT(inside, 100);
 }
 
-TEST(OverlayGenerator, ANorthBoundMapIsTheSouthBoundTurned) {
-  const QTemporaryDir folder;
+TEST(OverlayGenerator, TheMasterCoversTheGroundAndNorthBoundMapsAreTurned) {
   const QImage world = CellWorld();
-  const auto master = RowMaster(folder);
+  const OverlaySources sources{{nullptr, &world}, &RowMaster()};
   OverlayRequest request = Pass();
   request.LineLimit = 200;
-  const OverlayResult south = GenerateOverlay(request, {{nullptr, &world}, &*master});
-  request.SouthBound = false;
-  const OverlayResult north = GenerateOverlay(request, {{nullptr, &world}, &*master});
-  ASSERT_EQ(north.Map.size(), QSize(1040, 200));
-  EXPECT_EQ(north.Map.mirrored(true, true), south.Map);
-  std::vector<std::uint8_t> turned(south.Index.Pixels.rbegin(), south.Index.Pixels.rend());
-  EXPECT_EQ(north.Index.Pixels, turned);
-}
-
-TEST(OverlayGenerator, TheMasterCoversTheGroundButForItsBackground) {
-  const QTemporaryDir folder;
-  const QImage world = CellWorld();
-  const auto master = RowMaster(folder);
-  ASSERT_TRUE(master);
-  OverlayRequest request = Pass();
-  const OverlayResult plain = GenerateOverlay(request, {{nullptr, &world}, &*master});
+  const OverlayResult plain = GenerateOverlay(request, sources);
   request.Overlay = Marks::All;
-  const OverlayResult covered = GenerateOverlay(request, {{nullptr, &world}, &*master});
+  const OverlayResult covered = GenerateOverlay(request, sources);
   EXPECT_EQ(plain.Index.Pixels, covered.Index.Pixels);
-  int background = 0, marked = 0;
-  for (int row = 0; row < 240; row += 7) {
+  int background = 0;
+  for (int row = 0; row < 200; row += 7) {
     for (int x = 86; x < 995; x += 3) {
       const int index = covered.Index.Row(row)[x];
-      if (index == kBackground) {
-        ++background;
-        EXPECT_EQ(covered.Map.pixel(x, row), plain.Map.pixel(x, row));
-      } else {
-        ++marked;
-        ASSERT_EQ(covered.Map.pixel(x, row), qRgb(index, 0, 0));
-      }
+      background += index == kBackground;
+      ASSERT_EQ(covered.Map.pixel(x, row),
+                index == kBackground ? plain.Map.pixel(x, row) : qRgb(index, 0, 0));
     }
   }
-  EXPECT_GT(background, 100);
-  EXPECT_GT(marked, 100);
+  EXPECT_TRUE(background > 100 && background < 29 * 303 - 10) << background;
+
+  request.SouthBound = false;
+  const OverlayResult north = GenerateOverlay(request, sources);
+  ASSERT_EQ(north.Map.size(), QSize(1040, 200));
+  EXPECT_EQ(north.Map.mirrored(true, true), covered.Map);
+  EXPECT_TRUE(std::equal(north.Index.Pixels.rbegin(), north.Index.Pixels.rend(), covered.Index.Pixels.begin(),
+                         covered.Index.Pixels.end()));
 }
 
 TEST(OverlayGenerator, LinesHaveTheFrameOfAReceivedLine) {
@@ -134,10 +127,9 @@ TEST(OverlayGenerator, LinesHaveTheFrameOfAReceivedLine) {
   } rows[] = {{0, grey},   {23, grey}, {24, black},  {25, black}, {26, white},
               {27, white}, {28, grey}, {144, black}, {146, white}};
   for (const auto& row : rows) {
-    EXPECT_EQ(result.Map.pixel(39, row.line), row.space) << row.line;
-    EXPECT_EQ(result.Map.pixel(85, row.line), row.space) << row.line;
-    EXPECT_EQ(result.Map.pixel(995, row.line), row.space) << row.line;
-    EXPECT_EQ(result.Map.pixel(1049, row.line), row.space) << row.line;
+    for (const int x : {39, 85, 995, 1049}) {
+      EXPECT_EQ(result.Map.pixel(x, row.line), row.space) << row.line << ' ' << x;
+    }
   }
   for (int x = 0; x < 39; ++x) {
     const bool pulse = x >= 4 && x < 32 && x % 4 < 2;
@@ -163,7 +155,7 @@ TEST(OverlayGenerator, StopsWhenToldAndKeepsWhatWasMade) {
   EXPECT_EQ(minutes, 1);
   EXPECT_EQ(result.Map.pixel(39, 99), qRgb(128, 128, 128));
   EXPECT_EQ(result.Map.pixel(39, 100), qRgb(0, 0, 0));
-  EXPECT_EQ(result.PassData[24].left(24), QStringLiteral("1999-02-03T09:00:00.000 "));
+  EXPECT_EQ(result.PassData[24].left(24), u"1999-02-03T09:00:00.000 "_s);
 }
 
 TEST(OverlayGenerator, LineRatesAndLimits) {
@@ -177,11 +169,8 @@ TEST(OverlayGenerator, LineRatesAndLimits) {
   EXPECT_EQ(longer.LinesMade, 480);
   EXPECT_EQ(longer.Map.height(), 600);
   // From far out the scanner's outer rays miss the Earth: they see its edge.
-  const QTemporaryDir folder;
-  const auto master = RowMaster(folder);
-  const QImage world = CellWorld();
   request.Satellite = tests::ReferenceSatellite("EUTELSAT 1-F1");
-  EXPECT_EQ(GenerateOverlay(request, {{nullptr, &world}, &*master}).LinesMade, 240);
+  EXPECT_EQ(GenerateOverlay(request, {{}, &RowMaster()}).LinesMade, 240);
   request.Satellite.MeanMotion = 0;
   request.Satellite.Propagator = {};
   EXPECT_THROW(GenerateOverlay(request, {}), OverlayError);
@@ -207,79 +196,88 @@ TEST(OverlayGenerator, DirectionAndElevationAreThoseOfThePass) {
   }
   ASSERT_GT(highest, 0) << "the pass must be seen";
   EXPECT_NEAR(result.ElevationDeg, highest, 1);
-  ASSERT_EQ(result.TextLines.size(), 3);
-  EXPECT_EQ(result.TextLines[0], QStringLiteral("NOAA 12  South"));
-  EXPECT_EQ(result.TextLines[1], QString::number(result.ElevationDeg, 'f', 0) + QChar(0xBA));
-  EXPECT_TRUE(result.TextLines[2].isEmpty());
+  EXPECT_EQ(
+      result.TextLines,
+      QStringList({u"NOAA 12  South"_s, QString::number(result.ElevationDeg, 'f', 0) + QChar(0xBA), {}}));
+}
+
+TEST(OverlayText, LinesHoldTheChosenItemsInFixedOrder) {
+  const PassText pass{u"METEOR 2"_s, orbit::MakeDateTime(2022, 2, 28, 23, 53, 59),
+                      orbit::MakeDateTime(2022, 3, 1, 0, 7, 1), true, 62.7};
+  const struct {
+    int Stored;
+    QString Preview, Line;
+  } rows[] = {
+      {64 + 1, u"NOAA 15  "_s, u"METEOR 2"_s},
+      {4, u"12:34-12:43  "_s, u"23:53-00:07"_s},
+      {-1, u"NOAA 15  2000 Dec 25  at  12:34-12:43  North  45º  "_s,
+       u"METEOR 2  2022 Feb 28  at  23:53-00:07  South  63º"_s},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(PreviewText(MaskItems(row.Stored)), row.Preview) << row.Stored;
+    EXPECT_EQ(TextLine(MaskItems(row.Stored), pass), row.Line) << row.Stored;
+  }
+  EXPECT_EQ(TextLine(kTextDirection, {QString(), {}, {}, false, 0}), u"North"_s);
 }
 
 TEST(OverlayOutputs, EveryFileIsWrittenWholeOrNotAtAll) {
-  const QTemporaryDir folder;
-  const auto master = RowMaster(folder);
+  const QTemporaryDir folder, plain;
+  const auto written = [&](const char* name) { return folder.filePath(QLatin1StringView(name)); };
   OverlayRequest request = Pass();
   request.PassDetails = true;
   request.TextItems = {kTextElevation, 0, 0};
-  const OverlayResult result = GenerateOverlay(request, {{}, &*master});
+  const OverlayResult result = GenerateOverlay(request, {{}, &RowMaster()});
   EXPECT_EQ(WriteOverlayOutputs(result, true, folder.path()).size(), 4);
-  const QImage index(folder.filePath(QStringLiteral("ovl.bmp")));
+  const QImage index(written("ovl.bmp"));
   ASSERT_EQ(index.size(), QSize(1040, 240));
   EXPECT_EQ(index.pixelIndex(540, 3), result.Index.Row(3)[540]);
-  const QImage map(folder.filePath(QStringLiteral("Result.jpg")));
-  EXPECT_EQ(map.size(), QSize(1040, 240));
-  EXPECT_TRUE(files::ReadFile(folder.filePath(QStringLiteral("ovl.txt")))
+  EXPECT_EQ(QImage(written("Result.jpg")).size(), QSize(1040, 240));
+  EXPECT_TRUE(files::ReadFile(written("ovl.txt"))
                   .startsWith(QByteArray::number(std::lround(result.ElevationDeg)) + "\xBA\r\n"));
-  const QByteArray passData = files::ReadFile(folder.filePath(QStringLiteral("pass.dat")));
-  EXPECT_EQ(passData.count("\r\n"), 240);
-
-  const QTemporaryDir plain;
-  EXPECT_EQ(WriteOverlayOutputs(GenerateOverlay(request, {}), false, plain.path()).size(), 1);
-  EXPECT_FALSE(QFile::exists(plain.filePath(QStringLiteral("ovl.bmp"))));
-  EXPECT_THROW(WriteOverlayOutputs(result, true, plain.filePath(QStringLiteral("missing"))),
-               files::FileError);
+  EXPECT_EQ(files::ReadFile(written("pass.dat")).count("\r\n"), 240);
+  EXPECT_EQ(WriteOverlayOutputs(GenerateOverlay(request, {}), false, plain.path()),
+            QStringList{plain.filePath(u"Result.jpg"_s)});
+  EXPECT_THROW(WriteOverlayOutputs(result, true, plain.filePath(u"missing"_s)), files::FileError);
 }
 
 TEST(Topography, BothLayoutsSayTheSame) {
-  const QTemporaryDir folder;
   // Elevations that name their cell: row × 7 − column, as 16 bits.
   const auto value = [](int row, int columnFromGreenwich) {
     return static_cast<std::int16_t>(row * 7 - columnFromGreenwich % 4320);
   };
+  const QTemporaryDir folder;
   QByteArray little, big;
   for (int row = 0; row < 2160; ++row) {
     for (int column = 0; column <= 4320; ++column) {
-      const std::int16_t v = value(row, column);
+      const std::int16_t v = value(row, column), turned = value(row, column + 2160);
       little.append(static_cast<char>(v & 0xFF)).append(static_cast<char>(v >> 8));
-    }
-    for (int column = 0; column < 4320; ++column) {
-      const std::int16_t v = value(row, column + 2160);
-      big.append(static_cast<char>(v >> 8)).append(static_cast<char>(v & 0xFF));
+      if (column < 4320) big.append(static_cast<char>(turned >> 8)).append(static_cast<char>(turned & 0xFF));
     }
   }
-  files::ReplaceFile(folder.filePath(QStringLiteral("little")), little);
-  files::ReplaceFile(folder.filePath(QStringLiteral("big")), big);
-  files::ReplaceFile(folder.filePath(QStringLiteral("odd")), big.left(1000));
-  const auto a = Topography::Open(folder.filePath(QStringLiteral("little")));
-  const auto b = Topography::Open(folder.filePath(QStringLiteral("big")));
-  const auto c = Topography::Open(folder.filePath(QStringLiteral("odd")));
-  ASSERT_TRUE(a && b && c);
+  const auto open = [&folder](const QByteArray& bytes) {
+    const QString path = folder.filePath(u"elevations"_s);
+    files::ReplaceFile(path, bytes);
+    return Topography::Open(path);
+  };
+  EXPECT_FALSE(Topography::Open(folder.filePath(u"missing"_s)));
+  const auto fromGreenwich = open(little), fromDateLine = open(big), odd = open(big.left(1000));
+  ASSERT_TRUE(fromGreenwich && fromDateLine && odd);
+  EXPECT_FALSE(odd->KnownLayout());
   for (const auto& [south, east] :
        {std::pair{0, 0}, {10800, 21599}, {5399, 10799}, {5400, 10800}, {17, 4}, {17, 5}}) {
-    EXPECT_EQ(a->ElevationAt(south, east), value(std::min(south / 5, 2159), east / 5))
-        << south << " " << east;
-    EXPECT_EQ(b->ElevationAt(south, east), value(std::min(south / 5, 2159), east / 5))
-        << south << " " << east;
+    const int expected = value(std::min(south / 5, 2159), east / 5);
+    EXPECT_EQ(fromGreenwich->ElevationAt(south, east), expected) << south << " " << east;
+    EXPECT_EQ(fromDateLine->ElevationAt(south, east), expected) << south << " " << east;
   }
-  EXPECT_FALSE(c->KnownLayout());
-  EXPECT_FALSE(Topography::Open(folder.filePath(QStringLiteral("missing"))));
 
   swath::GroundLine line{};
   line.SouthMin.fill(3000);
   line.EastMin.fill(12345);
   std::array<std::uint32_t, swath::kScanPositions> colours{};
   std::array<std::uint8_t, swath::kScanPositions> indices{};
-  GroundColours({&*c, nullptr}, nullptr, Marks::All).ColourLine(line, colours, indices);
+  GroundColours({&*odd, nullptr}, nullptr, Marks::All).ColourLine(line, colours, indices);
   EXPECT_EQ(colours[0], 0xFF808080u);
-  GroundColours({&*a, nullptr}, nullptr, Marks::All).ColourLine(line, colours, indices);
+  GroundColours({&*fromGreenwich, nullptr}, nullptr, Marks::All).ColourLine(line, colours, indices);
   EXPECT_EQ(colours[0] & 0xFFFFFF, AtlasColours()[static_cast<std::size_t>(value(600, 2469))]);
   EXPECT_EQ(AtlasColours()[0], kSeaColour);
 }

@@ -1,13 +1,15 @@
 #include <gtest/gtest.h>
 
 #include <QImage>
+#include <QPoint>
 #include <QPolygon>
 #include <QString>
 #include <algorithm>
 #include <cstdlib>
 
 #include "files/read_file.h"
-#include "overlay/countries.h"
+#include "overlay/overlay_master.h"
+#include "overlay/palette.h"
 #include "tools/elevation_grid.h"
 #include "tools/rings.h"
 
@@ -85,26 +87,14 @@ TEST(BuiltCountries, PlacesAreWhatTheyAre) {
 }
 
 TEST(BuiltCountries, NoCutIsSeenAsACoast) {
-  // As the overlay master draws: 22 pixels a degree, points less than two pixels from the last one left out.
-  for (const overlay::TPolyObject& record : Records()) {
-    if (record.Kind == overlay::kBorderRecord) continue;
-    std::vector<QPoint> kept{{-1, -1}};
-    for (const overlay::PolyPoint& point : record.Points) {
-      const QPoint next(qRound((point.Longitude + 10800) * 22 / 60.0),
-                        qRound((5400 - point.Latitude) * 22 / 60.0));
-      const QPoint step = next - kept.back();
-      if (std::abs(step.x()) >= 2 || std::abs(step.y()) >= 2) kept.push_back(next);
-    }
-    kept.front() = kept.back();
-    for (std::size_t i = 1; i < kept.size(); ++i) {
-      const auto [west, east] = std::minmax({kept[i - 1].x(), kept[i].x()});
-      const auto [north, south] = std::minmax({kept[i - 1].y(), kept[i].y()});
-      const bool along = south - north > 2 * (east - west) + 4;
-      const bool inPicture = west < 7920 && east >= 0 && north < 3960;
-      EXPECT_FALSE(inPicture && along && (east >= 7918 || west <= 1)) << west << ' ' << north << ' ' << south;
-      EXPECT_FALSE(inPicture && south >= 3958 && east - west > 12) << west << ' ' << east;
-    }
+  const picture::IndexedImage master = overlay::DrawMaster(Records(), [](const QString&) {});
+  for (const int column : {0, 1, overlay::kMasterWidth - 2, overlay::kMasterWidth - 1}) {
+    int coasts = 0;
+    for (int row = 0; row < master.Height; ++row) coasts += master.Row(row)[column] == overlay::kBoundary;
+    EXPECT_LT(coasts, 20) << column;
   }
+  const std::uint8_t* last = master.Row(master.Height - 1);
+  EXPECT_EQ(std::count(last, last + master.Width, overlay::kBoundary), 0);
 }
 
 TEST(BuiltTopography, HasTheHeightsOfKnownPlaces) {

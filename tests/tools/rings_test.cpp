@@ -86,16 +86,10 @@ TEST(Rings, MeetTheEasternCutWhereTheCoastCrossesIt) {
   // that point; the cut's edge has others soon after it, on its way to the northern coast.
   const Ring ring{1, {{10000, 0}, {10700, 0}, {10900, 100}, {10900, 500}, {10000, 500}}, false};
   const std::vector<Points> shapes = CutToMap(ring);
+  const Points expected{{10000, 0},  {10700, 0},  {10800, 50},  {10800, 53}, {10800, 56},
+                        {10800, 59}, {10800, 62}, {10800, 500}, {10000, 500}};
   ASSERT_EQ(shapes.size(), 2U);
-  EXPECT_EQ(shapes[1], (Points{{10000, 0},
-                               {10700, 0},
-                               {10800, 50},
-                               {10800, 53},
-                               {10800, 56},
-                               {10800, 59},
-                               {10800, 62},
-                               {10800, 500},
-                               {10000, 500}}));
+  EXPECT_EQ(shapes[1], expected);
 }
 
 TEST(Rings, RoundThePoleCloseBelowTheMap) {
