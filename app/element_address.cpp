@@ -1,19 +1,14 @@
 #include "app/element_address.h"
 
-#include "app/registry_values.h"
-
 namespace pelorin::app {
 
-QString ElementAddress(const RegistryStore& store, const QString& programName) {
-  const QString keyPath = SettingsKeyPath(programName) + QStringLiteral("\\Network");
-  const QString builtIn = QStringLiteral("http://celestrak.org/NORAD/elements/");
+QString ElementAddress(const Settings& settings) {
   for (const QString& candidate :
-       {qEnvironmentVariable("PELORIN_ELEMENTS_URL"),
-        store.ReadString(keyPath, QStringLiteral("ElementsAddress")).value_or(QString())}) {
+       {qEnvironmentVariable("PELORIN_ELEMENTS_URL"), settings.ElementsAddress.Value}) {
     const QString address = candidate.trimmed();
     if (!address.isEmpty()) return address.endsWith(u'/') ? address : address + u'/';
   }
-  return builtIn;
+  return QStringLiteral("http://celestrak.org/NORAD/elements/");
 }
 
 }  // namespace pelorin::app

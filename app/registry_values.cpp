@@ -1,42 +1,19 @@
 #include "app/registry_values.h"
 
-#include <utility>
-
 namespace pelorin::app {
 
-QString SettingsKeyPath(const QString& programName) {
-  return QStringLiteral("\\Software\\Quillfen\\") + programName;
+void RegistryVariables::Save() const {
+  store_.Update([this](RegistryDocument& document) {
+    for (const TRegistryVariable* variable : variables_) variable->StoreIn(document);
+  });
 }
 
-TRegistryVariable::TRegistryVariable(const RegistryStore& store, const QString& keyPath,
-                                     const QString& valueName)
-    : store_(store), keyPath_(keyPath), valueName_(valueName) {}
-
-TRegistryBoolean::TRegistryBoolean(const RegistryStore& store, const QString& keyPath,
-                                   const QString& valueName, bool defaultValue)
-    : TRegistryVariable(store, keyPath, valueName),
-      Value(store.ReadInteger(keyPath, valueName).value_or(defaultValue ? 1 : 0) != 0) {}
-
-void TRegistryBoolean::Release() {
-  if (!std::exchange(isReleased_, true)) store_.WriteInteger(keyPath_, valueName_, Value ? 1 : 0);
-}
-
-TRegistryInteger::TRegistryInteger(const RegistryStore& store, const QString& keyPath,
-                                   const QString& valueName, std::int32_t defaultValue)
-    : TRegistryVariable(store, keyPath, valueName),
-      Value(store.ReadInteger(keyPath, valueName).value_or(defaultValue)) {}
-
-void TRegistryInteger::Release() {
-  if (!std::exchange(isReleased_, true)) store_.WriteInteger(keyPath_, valueName_, Value);
-}
-
-TRegistryString::TRegistryString(const RegistryStore& store, const QString& keyPath, const QString& valueName,
-                                 const QString& defaultValue)
-    : TRegistryVariable(store, keyPath, valueName),
-      Value(store.ReadString(keyPath, valueName).value_or(defaultValue)) {}
-
-void TRegistryString::Release() {
-  if (!std::exchange(isReleased_, true)) store_.WriteString(keyPath_, valueName_, Value);
+TRegistryVariable::TRegistryVariable(RegistryVariables& owner, const char* name, WrittenBy writer) {
+  const QString path = owner.keyPath_ + QLatin1Char('\\') + QString::fromLatin1(name);
+  const qsizetype end = path.lastIndexOf(QLatin1Char('\\'));
+  keyPath_ = path.left(end);
+  name_ = path.mid(end + 1);
+  if (writer == WrittenBy::Program) owner.variables_.push_back(this);
 }
 
 }  // namespace pelorin::app

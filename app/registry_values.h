@@ -2,64 +2,93 @@
 
 #include <QString>
 #include <cstdint>
+#include <optional>
+#include <type_traits>
+#include <utility>
+#include <vector>
 
 #include "app/registry_store.h"
 
 namespace pelorin::app {
 
-/// Where a program keeps its settings: "\Software\Quillfen\" and the program's name. A copy of the program
-/// under another name has settings of its own.
-QString SettingsKeyPath(const QString& programName);
+class TRegistryVariable;
 
-/// A setting that lives as long as its object: read from the store when it is made, written back when it is
-/// destroyed. In between `Value` is the owner's to read and to assign. The store must outlive it.
-///
-/// `Release` writes it back before its time, for owners to whom the order matters; what is assigned
-/// afterwards is lost.
+/// The owner of settings, which are members of a class derived from this one. The store is read once for all
+/// of them.
+class RegistryVariables {
+ public:
+  RegistryVariables(const RegistryVariables&) = delete;
+  RegistryVariables& operator=(const RegistryVariables&) = delete;
+
+  /// Writes what has changed since it was read, and what the store does not hold yet, in one write. What
+  /// another program has changed meanwhile and this one has not stays as the other left it.
+  void Save() const;
+
+ protected:
+  RegistryVariables(const RegistryStore& store, const QString& keyPath)
+      : store_(store), keyPath_(keyPath), read_(store.Read()) {}
+  ~RegistryVariables() = default;
+
+ private:
+  friend class TRegistryVariable;
+
+  const RegistryStore store_;
+  const QString keyPath_;
+  const RegistryDocument read_;
+  std::vector<const TRegistryVariable*> variables_;
+};
+
+/// A setting, read when it is made. In between `Value` is the owner's to read and to assign.
 class TRegistryVariable {
  public:
+  /// Who writes it: the owner's Save, or only the user, with an editor.
+  enum class WrittenBy { Program, User };
+
   TRegistryVariable(const TRegistryVariable&) = delete;
   TRegistryVariable& operator=(const TRegistryVariable&) = delete;
 
+  /// Puts the value into the document, if it has to be written.
+  virtual void StoreIn(RegistryDocument& document) const = 0;
+
  protected:
-  TRegistryVariable(const RegistryStore& store, const QString& keyPath, const QString& valueName);
+  /// The name may begin with subkeys, as in "Window\\Place".
+  TRegistryVariable(RegistryVariables& owner, const char* name, WrittenBy writer);
   ~TRegistryVariable() = default;
 
-  const RegistryStore& store_;
-  const QString keyPath_;
-  const QString valueName_;
-  bool isReleased_ = false;
+  template <class Kind>
+  std::optional<Kind> FindIn(const RegistryDocument& document) const {
+    return document.Find<Kind>(keyPath_, name_);
+  }
+  static const RegistryDocument& ReadBy(const RegistryVariables& owner) { return owner.read_; }
+
+  QString keyPath_, name_;
 };
 
-/// Each keeps its default when the store has no such value, or one of another kind.
-class TRegistryBoolean : public TRegistryVariable {
+/// Keeps its default when the store has no such value, or one of another kind. Truth values are stored as 0
+/// and 1.
+template <class Kind>
+class TRegistryValue final : public TRegistryVariable {
  public:
-  TRegistryBoolean(const RegistryStore& store, const QString& keyPath, const QString& valueName,
-                   bool defaultValue);
-  ~TRegistryBoolean() { Release(); }
-  void Release();
+  TRegistryValue(RegistryVariables& owner, const char* name, Kind byDefault,
+                 WrittenBy writer = WrittenBy::Program)
+      : TRegistryVariable(owner, name, writer),
+        Value(FindIn<Stored>(ReadBy(owner)).value_or(std::move(byDefault))),
+        read_(Value) {}
 
-  bool Value;
+  Kind Value;
+
+  void StoreIn(RegistryDocument& document) const override {
+    if (Value != read_ || !FindIn<Stored>(document)) document.Set(keyPath_, name_, Stored(Value));
+  }
+
+ private:
+  using Stored = std::conditional_t<std::is_same_v<Kind, bool>, std::int32_t, Kind>;
+
+  const Kind read_;
 };
 
-class TRegistryInteger : public TRegistryVariable {
- public:
-  TRegistryInteger(const RegistryStore& store, const QString& keyPath, const QString& valueName,
-                   std::int32_t defaultValue);
-  ~TRegistryInteger() { Release(); }
-  void Release();
-
-  std::int32_t Value;
-};
-
-class TRegistryString : public TRegistryVariable {
- public:
-  TRegistryString(const RegistryStore& store, const QString& keyPath, const QString& valueName,
-                  const QString& defaultValue);
-  ~TRegistryString() { Release(); }
-  void Release();
-
-  QString Value;
-};
+using TRegistryString = TRegistryValue<QString>;
+using TRegistryBoolean = TRegistryValue<bool>;
+using TRegistryInteger = TRegistryValue<std::int32_t>;
 
 }  // namespace pelorin::app

@@ -10,51 +10,51 @@
 
 namespace pelorin::app {
 
-/// Everything that the program remembers, in the order in which start-up reads it. Made at start-up, written
-/// back as its members go at shutdown.
-struct Settings {
-  /// `folders` are where element files are looked for and results go until the user says otherwise.
+/// Everything that is remembered, for the desktop program and the console program alike: a setting is a line
+/// here. Read when this is made, saved when the desktop program says so.
+struct Settings : RegistryVariables {
+  using WrittenBy = TRegistryVariable::WrittenBy;
+
+  /// Reads what the program of that name saved last. `folders` are where element files are looked for and
+  /// results go until the user says otherwise.
   Settings(const RegistryStore& store, const QString& programName, const DefaultFolders& folders);
 
-  TRegistryString ObserverLatitude;   ///< degrees, north positive, as typed
-  TRegistryString ObserverLongitude;  ///< degrees, east positive, as typed
-  TRegistryString ObserverHeight;     ///< metres, as typed; see ReplaceUnsavedHeight
-  TRegistryString MinPassElevation;   ///< degrees, as typed
-  TRegistryBoolean SavePassDetails;
-  TRegistryBoolean ShowOverlay;
-  TRegistryBoolean OverlayLinesOnly;            ///< boundaries and grid only, and those always
-  std::array<TRegistryInteger, 3> OvlTextLine;  ///< item bits of the overlay's text lines
-  TRegistryString TwoLineDataPath;              ///< folder of the element files
-  TRegistryString ResultsPath;                  ///< folder of the results
-  TRegistryString SatelliteList;                ///< comma text: the active satellites
-  TRegistryString PrimarySatellite;             ///< empty when none is chosen
-  TRegistryInteger FootprintShowLevel;          ///< 0 none, 1 the selected satellite's, 2 all
-  TRegistryInteger UpdateInterval;              ///< seconds between the map's steps
-  TRegistryString ImagePathList;                ///< comma text: folders of received pictures
-  TRegistryString ClockCorrections;             ///< of the recorders; see overlay/time_correction.h
+  const DefaultFolders Defaults;
 
- private:
-  class Maker;
-  Settings(const Maker& make, const DefaultFolders& folders);
+  /// Degrees, north and east positive, metres, degrees; all as typed. The height may be one that nobody
+  /// saved: see StationTexts.
+  TRegistryString ObserverLatitude{*this, "ObserverLatitude", QStringLiteral("55.905")};
+  TRegistryString ObserverLongitude{*this, "ObserverLongitude", QStringLiteral("-3.2")};
+  TRegistryString ObserverHeight{*this, "ObserverHeight", QString::fromUtf16(kHeightNeverSaved)};
+  TRegistryString MinPassElevation{*this, "MinPassElevation", QStringLiteral("1.5")};
+  TRegistryBoolean SavePassDetails{*this, "SavePassDetails", false};
+  TRegistryBoolean ShowOverlay{*this, "ShowOverlay", false};
+  TRegistryBoolean OverlayLinesOnly{*this, "OverlayLinesOnly", false};  ///< coasts and grid only, always
+  /// Item bits of the overlay's text lines.
+  std::array<TRegistryInteger, 3> OvlTextLine{
+      {{*this, "OvlTextLine1", 0}, {*this, "OvlTextLine2", 0}, {*this, "OvlTextLine3", 0}}};
+  TRegistryString TwoLineDataPath{*this, "TwoLineDataPath", Defaults.Elements};  ///< folder of element files
+  TRegistryString ResultsPath{*this, "ResultsPath", Defaults.Results};           ///< folder of the results
+  TRegistryString SatelliteList{*this, "SatelliteList", {}};        ///< comma text: the active satellites
+  TRegistryString PrimarySatellite{*this, "PrimarySatellite", {}};  ///< empty when none is chosen
+  TRegistryInteger FootprintShowLevel{*this, "FootprintShowLevel",
+                                      1};                       ///< 0 none, 1 the selected one's, 2 all
+  TRegistryInteger UpdateInterval{*this, "UpdateInterval", 5};  ///< seconds between the map's steps
+  /// Comma text: folders of received pictures.
+  TRegistryString ImagePathList{*this, "ImagePathList", QStringLiteral("C:\\Dunlow\\BMP\\")};
+  TRegistryString ClockCorrections{*this, "ClockCorrections", {}};  ///< see swath/time_correction.h
+  TRegistryString WindowPlace{*this, "Window\\Place", {}};          ///< on the screen, as Qt saves it
+  TRegistryInteger WindowColours{*this, "Window\\Colours", 0};      ///< a desktop::Look
+  /// A mirror of the element service; empty for the public one.
+  TRegistryString ElementsAddress{*this, "Network\\ElementsAddress", {}, WrittenBy::User};
+
+  /// The station as it was saved, with the height that a first run begins with.
+  StationTexts Station() const;
 };
 
-/// The same settings as plain values, for programs that only look.
-struct SettingsSnapshot {
-  StationTexts Station;  ///< with a usable height
-  bool SavePassDetails = false;
-  bool ShowOverlay = false;
-  std::array<int, 3> OvlTextLine{};
-  QString TwoLineDataPath, ResultsPath;
-  QStringList SatelliteList;
-  QString PrimarySatellite;
-  int FootprintShowLevel = 0;
-  int UpdateInterval = 0;
-  QStringList ImagePathList;
-};
-
-/// What the program of that name saved last, or the defaults. Writes nothing.
-SettingsSnapshot ReadSettings(const RegistryStore& store, const QString& programName,
-                              const DefaultFolders& folders);
+/// Where a program keeps its settings: "\Software\Quillfen\" and the program's name. A copy of the program
+/// under another name has settings of its own.
+QString SettingsKeyPath(const QString& programName);
 
 /// Notes in the store where the program lies: key "\Software\Quillfen\App Paths", the program's name, the
 /// executable's full path.

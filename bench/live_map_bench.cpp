@@ -14,7 +14,7 @@
 #include <cstdio>
 #include <vector>
 
-#include "app/registry_values.h"
+#include "app/settings.h"
 #include "desktop/form_main.h"
 #include "overlay/overlay_outputs.h"
 #include "session/qt_prompts.h"
@@ -52,11 +52,12 @@ int main(int argc, char** argv) {
   QFile::link(QStringLiteral(PELORIN_BUILT_DATA), folder.filePath(QStringLiteral("share/pelorin")));
   QFile::copy(QStringLiteral(PELORIN_DEMO_ELEMENTS), folder.filePath(QStringLiteral("bin/weather.2li")));
   const app::RegistryStore store(folder.filePath(QStringLiteral("config")));
-  const QString keyPath = app::SettingsKeyPath(QStringLiteral("pelorin"));
-  store.WriteString(keyPath, QStringLiteral("ObserverHeight"), QStringLiteral("150"));
-  store.WriteString(keyPath, QStringLiteral("SatelliteList"), QStringLiteral("\"NOAA 19\""));
-  store.WriteInteger(keyPath, QStringLiteral("ShowOverlay"), 1);
-  store.WriteInteger(keyPath, QStringLiteral("SavePassDetails"), 1);
+  app::Settings settings(store, QStringLiteral("pelorin"), {});
+  settings.ObserverHeight.Value = QStringLiteral("150");
+  settings.TwoLineDataPath.Value = settings.ResultsPath.Value = folder.filePath(QStringLiteral("bin/"));
+  settings.SatelliteList.Value = QStringLiteral("\"NOAA 19\"");
+  settings.ShowOverlay.Value = settings.SavePassDetails.Value = true;
+  settings.Save();
   session::QtPrompts boxes(QStringLiteral("Pelorin"), [](int) {});
   desktop::TFormMain form({store,
                            folder.filePath(QStringLiteral("bin/pelorin")),

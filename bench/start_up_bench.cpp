@@ -16,7 +16,7 @@
 #include <string_view>
 #include <vector>
 
-#include "app/registry_values.h"
+#include "app/settings.h"
 #include "desktop/program.h"
 
 namespace {
@@ -92,12 +92,11 @@ int main(int argc, char** argv) {
   const QTemporaryDir folder;
   WriteElements(folder.filePath(QStringLiteral("many.tle")));
   const pelorin::app::RegistryStore store(folder.path());
-  const QString keyPath = pelorin::app::SettingsKeyPath(QStringLiteral("start_up_bench"));
-  store.WriteString(keyPath, QStringLiteral("ObserverHeight"), QStringLiteral("150"));
-  store.WriteString(keyPath, QStringLiteral("TwoLineDataPath"), folder.path() + u'/');
-  store.WriteString(keyPath, QStringLiteral("ResultsPath"), folder.path() + u'/');
-  store.WriteString(keyPath, QStringLiteral("SatelliteList"),
-                    QStringLiteral("\"NOAA 15 10023\",\"NOAA 19 10034\""));
+  pelorin::app::Settings settings(store, QStringLiteral("start_up_bench"), {});
+  settings.ObserverHeight.Value = QStringLiteral("150");
+  settings.TwoLineDataPath.Value = settings.ResultsPath.Value = folder.path() + u'/';
+  settings.SatelliteList.Value = QStringLiteral("\"NOAA 15 10023\",\"NOAA 19 10034\"");
+  settings.Save();
   qputenv("PELORIN_CONFIG_DIR", folder.path().toUtf8());
   qputenv("PELORIN_DATA_DIR", folder.path().toUtf8());
 

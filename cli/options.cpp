@@ -59,7 +59,7 @@ void Say(const QString& text) { std::fputs((text + QLatin1Char('\n')).toUtf8().c
 
 Arguments::Arguments(const QString& command, const QString& description, const std::vector<Option>& options,
                      const QStringList& arguments)
-    : settings_(app::ReadSettings(app::RegistryStore(), kDesktopName, app::FoldersFor())) {
+    : settings_(app::RegistryStore(), kDesktopName, app::FoldersFor()) {
   parser_.setApplicationDescription(description);
   const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
                                 QStringLiteral("Show this help."));
@@ -125,7 +125,7 @@ QString Arguments::Choice(const QString& name, const QStringList& choices) const
 
 app::Station Arguments::Station() const {
   const QString minElevation = QStringLiteral("min-elevation");
-  app::StationTexts texts = settings_.Station;
+  app::StationTexts texts = settings_.Station();
   if (parser_.isSet(QStringLiteral("station"))) {
     const QStringList parts = parser_.value(QStringLiteral("station")).split(QLatin1Char(','));
     std::array<double, 3> numbers{};
@@ -150,7 +150,7 @@ app::Station Arguments::Station() const {
 }
 
 QString Arguments::ElementsPath() const {
-  return Text(QStringLiteral("elements"), settings_.TwoLineDataPath);
+  return Text(QStringLiteral("elements"), settings_.TwoLineDataPath.Value);
 }
 
 std::vector<orbit::TSatellite> Arguments::ElementSets() const {

@@ -44,7 +44,7 @@ class Arguments {
   Arguments(const QString& command, const QString& description, const std::vector<Option>& options,
             const QStringList& arguments);
 
-  const app::SettingsSnapshot& Settings() const { return settings_; }
+  const app::Settings& Settings() const { return settings_; }
   bool Has(const QString& name) const { return parser_.isSet(name); }
   QString Text(const QString& name, const QString& otherwise = {}) const;
   QStringList Texts(const QString& name) const { return parser_.values(name); }
@@ -67,7 +67,7 @@ class Arguments {
 
  private:
   QCommandLineParser parser_;
-  app::SettingsSnapshot settings_;
+  const app::Settings settings_;
 };
 
 /// The options that Station, ElementSets and the choice of a set read.

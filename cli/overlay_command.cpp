@@ -28,7 +28,7 @@ QStringList NamesForPass(const Arguments& arguments, const std::vector<orbit::TS
   QStringList names = arguments.Texts(QStringLiteral("satellite"));
   if (names.isEmpty()) {
     // An active satellite may have left the element files since.
-    for (const QString& name : arguments.Settings().SatelliteList) {
+    for (const QString& name : app::FromCommaText(arguments.Settings().SatelliteList.Value)) {
       if (orbit::NewestElementSet(sets, name.toStdString())) names.append(name);
     }
   }
@@ -177,7 +177,7 @@ void RunOverlay(const QStringList& list) {
   if (arguments.Has(QStringLiteral("lines")) && arguments.Has(QStringLiteral("picture"))) {
     throw UsageError(QStringLiteral("--lines and --picture exclude each other"));
   }
-  const app::SettingsSnapshot& settings = arguments.Settings();
+  const app::Settings& settings = arguments.Settings();
   int lines = arguments.Whole(QStringLiteral("lines"), 0, 1, 20000);
   int width = overlay::kUsualLineWidth;
   if (arguments.Has(QStringLiteral("picture"))) {
@@ -190,15 +190,15 @@ void RunOverlay(const QStringList& list) {
       arguments.Number(QStringLiteral("time-correction"), 0, -90, 90) / orbit::kSecondsPerDay;
   request.LineLimit = lines;
   request.Width = width;
-  if (settings.ShowOverlay || arguments.Has(QStringLiteral("show-overlay"))) {
+  if (settings.ShowOverlay.Value || arguments.Has(QStringLiteral("show-overlay"))) {
     request.Overlay = overlay::Marks::All;
   }
-  request.PassDetails = settings.SavePassDetails || arguments.Has(QStringLiteral("pass-details")) ||
+  request.PassDetails = settings.SavePassDetails.Value || arguments.Has(QStringLiteral("pass-details")) ||
                         arguments.Has(QStringLiteral("pass"));
   for (std::size_t i = 0; i < request.TextItems.size(); ++i) {
-    request.TextItems[i] = overlay::MaskItems(settings.OvlTextLine[i]);
+    request.TextItems[i] = overlay::MaskItems(settings.OvlTextLine[i].Value);
   }
-  const QString results = arguments.Text(QStringLiteral("results"), settings.ResultsPath);
+  const QString results = arguments.Text(QStringLiteral("results"), settings.ResultsPath.Value);
   if (!QDir(results).exists()) {
     throw Failure(QStringLiteral("There is no results folder %1; make it, or name another with --results")
                       .arg(results));

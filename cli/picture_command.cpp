@@ -24,7 +24,7 @@ void RunPicture(const QStringList& list) {
   const QStringList folders =
       arguments.Has(QStringLiteral("folders"))
           ? arguments.Text(QStringLiteral("folders")).split(QLatin1Char(','), Qt::SkipEmptyParts)
-          : arguments.Settings().ImagePathList;
+          : app::FromCommaText(arguments.Settings().ImagePathList.Value);
   // A picture's name has no year.
   const app::YearOffsets local = app::LocalTimeZone().OffsetsIn(TakeApart(orbit::NowUTC()).Year);
   QString found;

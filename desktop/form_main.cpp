@@ -57,20 +57,12 @@ constexpr QSize kFrameRoom(16, 48);
 
 QString NameOf(const QString& programPath) { return QFileInfo(programPath).completeBaseName(); }
 
-/// The window's own affairs lie beside the program's settings.
-QString WindowKeyPath(const QString& programPath) {
-  return app::SettingsKeyPath(NameOf(programPath)) + QStringLiteral("\\Window");
-}
-
 }  // namespace
 
 TFormMain::TFormMain(Surroundings surroundings)
     : surroundings_(std::move(surroundings)),
       programFolder_(QFileInfo(surroundings_.ProgramPath).absolutePath() + u'/'),
       settings_(surroundings_.Store, NameOf(surroundings_.ProgramPath), app::FoldersFor(programFolder_)),
-      place_(surroundings_.Store, WindowKeyPath(surroundings_.ProgramPath), QStringLiteral("Place"),
-             QString()),
-      look_(surroundings_.Store, WindowKeyPath(surroundings_.ProgramPath), QStringLiteral("Colours"), 0),
       unattended_(surroundings_.Parameters.isEmpty() ? nullptr
                                                      : std::make_unique<session::UnattendedPrompts>(
                                                            surroundings_.Boxes, surroundings_.TellCaller)),
@@ -78,7 +70,7 @@ TFormMain::TFormMain(Surroundings surroundings)
   setObjectName(QStringLiteral("FormMain"));
   setWindowIcon(ApplicationIcon());
   UpdateCaption();
-  if (surroundings_.ApplyLook) surroundings_.ApplyLook(static_cast<Look>(look_.Value));
+  if (surroundings_.ApplyLook) surroundings_.ApplyLook(static_cast<Look>(settings_.WindowColours.Value));
   ui_.Build(this);
   BuildPages();
   ConnectHandlers();
@@ -144,7 +136,7 @@ void TFormMain::FormCreate() {
   TabSheetSetup->Restore();
   session.Map.PacificCentred = map::IsPacificCentred(session.Station.Texts.Longitude.toDouble());
 
-  MakeDefaultFolders(session, app::FoldersFor(programFolder_));
+  MakeDefaultFolders(settings_);
   LoadSatelliteData(session, tellStatus);
   if (isFirstRun && !session.Run.CommandLineMode) {
     OfferDemonstrationElements(session, programFolder_, tellStatus);
@@ -184,7 +176,7 @@ void TFormMain::RestoreMenus() {
   for (std::size_t index = 0; index < ui_.MenuInterval.size(); ++index) {
     ui_.MenuInterval[index]->setChecked(map::kUpdateIntervals[index] == settings_.UpdateInterval.Value);
   }
-  const auto look = static_cast<std::size_t>(look_.Value);
+  const auto look = static_cast<std::size_t>(settings_.WindowColours.Value);
   if (look < ui_.MenuLook.size()) ui_.MenuLook[look]->setChecked(true);
   TabSheetMap->IntervalChanged();
 }
@@ -192,7 +184,7 @@ void TFormMain::RestoreMenus() {
 void TFormMain::RestoreWindow() {
   resize(kFirstSize.boundedTo(screen()->availableSize() - kFrameRoom));
   setMinimumSize(minimumSizeHint().expandedTo(QSize(640, 480)));
-  restoreGeometry(QByteArray::fromBase64(place_.Value.toLatin1()));
+  restoreGeometry(QByteArray::fromBase64(settings_.WindowPlace.Value.toLatin1()));
   PageControlChange();
 }
 
@@ -217,9 +209,8 @@ void TFormMain::CreateForms() {
   FormOverlayTextOptions = new TFormOverlayTextOptions(*session_, this);
   AboutBoxQuillfen = session::Named(new TAboutBoxQuillfen(this), "AboutBoxQuillfen");
   FormEphemeris = new TFormEphemeris(*session_, this);
-  FormUpdateKeplers = new TFormUpdateKeplers(
-      *session_, app::ElementAddress(surroundings_.Store, NameOf(surroundings_.ProgramPath)),
-      app::UserDataFolder(), this);
+  FormUpdateKeplers =
+      new TFormUpdateKeplers(*session_, app::ElementAddress(settings_), app::UserDataFolder(), this);
 }
 
 void TFormMain::FormShow() {
@@ -280,22 +271,9 @@ void TFormMain::FormCloseQuery() { session_->Run.Closing = true; }
 
 void TFormMain::FormDestroy() {
   session_->Run.Closing = true;
-  place_.Value = QString::fromLatin1(saveGeometry().toBase64());
-  settings_.SatelliteList.Release();
-  settings_.PrimarySatellite.Release();
-  settings_.FootprintShowLevel.Release();
-  settings_.UpdateInterval.Release();
-  settings_.TwoLineDataPath.Release();
+  settings_.WindowPlace.Value = QString::fromLatin1(saveGeometry().toBase64());
   TabSheetSetup->Store();
-  settings_.ResultsPath.Release();
-  settings_.ObserverLatitude.Release();
-  settings_.ObserverLongitude.Release();
-  settings_.ObserverHeight.Release();
-  settings_.MinPassElevation.Release();
-  settings_.SavePassDetails.Release();
-  settings_.ShowOverlay.Release();
-  for (app::TRegistryInteger& line : settings_.OvlTextLine) line.Release();
-  settings_.ImagePathList.Release();
+  settings_.Save();
   // Pages and dialogs look at the session until they are gone.
   for (QDialog* form : findChildren<QDialog*>(Qt::FindDirectChildrenOnly)) delete form;
   delete takeCentralWidget();

@@ -126,8 +126,6 @@ class TFormMain : public QMainWindow, public session::Shell {
   Surroundings surroundings_;
   QString programFolder_;
   app::Settings settings_;
-  app::TRegistryString place_;  ///< of the window on the screen, as Qt saves it
-  app::TRegistryInteger look_;
   std::unique_ptr<session::UnattendedPrompts> unattended_;  ///< when started with a pass
   std::unique_ptr<session::Session> session_;
   GroundData ground_;

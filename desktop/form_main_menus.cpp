@@ -80,9 +80,9 @@ void TFormMain::ViewSatelliteDataClick() { FormSatKepsSummary->exec(); }
 
 void TFormMain::LookChanged(QAction* item) {
   for (std::size_t index = 0; index < ui_.MenuLook.size(); ++index) {
-    if (ui_.MenuLook[index] == item) look_.Value = static_cast<int>(index);
+    if (ui_.MenuLook[index] == item) settings_.WindowColours.Value = static_cast<int>(index);
   }
-  if (surroundings_.ApplyLook) surroundings_.ApplyLook(static_cast<Look>(look_.Value));
+  if (surroundings_.ApplyLook) surroundings_.ApplyLook(static_cast<Look>(settings_.WindowColours.Value));
 }
 
 void TFormMain::HelpIntroductionClick() { Boxes().Help(kHelpIntroduction); }

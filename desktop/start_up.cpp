@@ -27,10 +27,11 @@ overlay::OverlaySources GroundData::Sources() const {
           Master ? &*Master : nullptr};
 }
 
-void MakeDefaultFolders(session::Session& session, const app::DefaultFolders& defaults) {
+void MakeDefaultFolders(const app::Settings& settings) {
   // A folder that the user chose and that is gone is the user's affair: a disk may be missing.
-  if (session.Settings.TwoLineDataPath.Value == defaults.Elements) QDir().mkpath(defaults.Elements);
-  if (session.Settings.ResultsPath.Value == defaults.Results) QDir().mkpath(defaults.Results);
+  const app::DefaultFolders& defaults = settings.Defaults;
+  if (settings.TwoLineDataPath.Value == defaults.Elements) QDir().mkpath(defaults.Elements);
+  if (settings.ResultsPath.Value == defaults.Results) QDir().mkpath(defaults.Results);
 }
 
 void LoadSatelliteData(session::Session& session, const TellStatus& tellStatus) {

@@ -31,7 +31,7 @@ struct GroundData {
 };
 
 /// Makes the default folders for elements and results that the settings still name and that are missing.
-void MakeDefaultFolders(session::Session& session, const app::DefaultFolders& defaults);
+void MakeDefaultFolders(const app::Settings& settings);
 
 /// Reads the element folder of the settings.
 void LoadSatelliteData(session::Session& session, const TellStatus& tellStatus);

@@ -3,11 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
-#include <QLockFile>
 #include <QTemporaryDir>
 #include <iterator>
 
 #include "files/atomic_file.h"
+#include "files/folder_lock.h"
 #include "files/read_file.h"
 
 namespace pelorin::app {
@@ -22,6 +22,16 @@ const QByteArray kHead = "Pelorin settings 1\n\n" + kKeyLine;
 
 class RegistryStoreTest : public testing::Test {
  protected:
+  static void SetIn(const RegistryStore& store, const QString& keyPath, const QString& name,
+                    const RegistryDocument::Value& value) {
+    store.Update([&](RegistryDocument& document) { document.Set(keyPath, name, value); });
+  }
+  void Set(const RegistryDocument::Value& value) const { SetIn(store_, kKey, kName, value); }
+  std::optional<QString> Text() const { return store_.Read().Find<QString>(kKey, kName); }
+  std::optional<int> Integer(const QString& name) const {
+    return store_.Read().Find<std::int32_t>(kKey.toLower() + u'\\', name);
+  }
+
   const QTemporaryDir folder_;
   const RegistryStore store_{folder_.path()};
   const QString path_ = folder_.filePath(u"registry.reg"_s);
@@ -30,14 +40,14 @@ class RegistryStoreTest : public testing::Test {
 TEST_F(RegistryStoreTest, KindsStayApartAndCaseDoesNot) {
   const QByteArray other = "Pelorin settings 1\n\n[A\\\\B]\n\"Depth\"=dword:00000007\n\n";
   files::ReplaceFile(path_, QByteArray(other).replace('\n', "\r\n"));
-  store_.WriteString(kKey, kName, u"C:\\\"\r\n"_s);
+  Set(u"C:\\\"\r\n"_s);
   EXPECT_EQ(files::ReadFile(path_), other + kKeyLine + "\"Name\"=\"C:\\\\\\\"\\r\\n\"\n");
-  EXPECT_EQ(store_.ReadString(kKey, kName), u"C:\\\"\r\n"_s);
-  EXPECT_EQ(store_.ReadInteger(kKey, kName), std::nullopt);
-  store_.WriteInteger(kKey.toUpper(), kName.toUpper(), -2);
+  EXPECT_EQ(Text(), u"C:\\\"\r\n"_s);
+  EXPECT_EQ(Integer(kName), std::nullopt);
+  SetIn(store_, kKey.toUpper(), kName.toUpper(), -2);
   EXPECT_EQ(files::ReadFile(path_), other + kKeyLine + "\"Name\"=dword:fffffffe\n");
-  EXPECT_EQ(store_.ReadString(kKey, kName), std::nullopt);
-  EXPECT_EQ(store_.ReadInteger(kKey.toLower() + u'\\', kName.toLower()), -2);
+  EXPECT_EQ(Text(), std::nullopt);
+  EXPECT_EQ(Integer(kName.toLower()), -2);
   EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files).size(), 1) << "no lock, no damaged file";
 }
 
@@ -60,23 +70,36 @@ TEST_F(RegistryStoreTest, DamagedFileIsReadAsFarAsItGoesAndKept) {
   int count = 0;
   for (const auto& row : rows) {
     files::ReplaceFile(path_, row.Content);
-    EXPECT_EQ(store_.ReadString(kKey, kName), std::nullopt) << row.Label;
-    for (const QString& text : {u"new"_s, u"newer"_s}) store_.WriteString(kKey, kName, text);
-    EXPECT_EQ(store_.ReadString(kKey, kName), u"newer"_s) << row.Label;
-    EXPECT_EQ(store_.ReadInteger(kKey, u"Good"_s).value_or(0), row.Good) << row.Label;
+    EXPECT_EQ(Text(), std::nullopt) << row.Label;
+    for (const QString& text : {u"new"_s, u"newer"_s}) Set(text);
+    EXPECT_EQ(Text(), u"newer"_s) << row.Label;
+    EXPECT_EQ(Integer(u"Good"_s).value_or(0), row.Good) << row.Label;
     const QString kept = path_ + (++count > 1 ? u".damaged%1"_s.arg(count) : u".damaged"_s);
     EXPECT_EQ(files::ReadFile(kept), row.Content) << row.Label;
   }
   EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files).size(), std::ssize(rows) + 1) << "each is kept once";
 }
 
-TEST_F(RegistryStoreTest, FailuresAreSilentAndDestroyNothing) {
-  store_.WriteInteger(kKey, kName, 2);
-  QLockFile other(path_ + u".lock"_s);
-  ASSERT_TRUE(other.tryLock(0));
-  store_.WriteInteger(kKey, kName, 3);
-  EXPECT_EQ(store_.ReadInteger(kKey, kName), 2);
-  EXPECT_NO_THROW(RegistryStore(path_).WriteInteger(kKey, kName, 1)) << "a file where its folder should be";
+TEST_F(RegistryStoreTest, NoLockCostsAValueAndNoFailureIsLoud) {
+  // What earlier versions took for a lock, of a program that may still run.
+  files::ReplaceFile(path_ + u".lock"_s, "1\npelorin\nanother.host\n");
+  Set(2);
+  EXPECT_EQ(Integer(kName), 2);
+  const files::FolderLock stuck(folder_.path(), 0);
+  Set(3);
+  EXPECT_EQ(Integer(kName), 3) << "somebody who never lets go";
+  EXPECT_NO_THROW(SetIn(RegistryStore(path_), kKey, kName, 1)) << "a file where its folder should be";
+}
+
+/// While one program reads, changes and writes, another one waits.
+TEST_F(RegistryStoreTest, ProgramsWriteOneAfterTheOther) {
+  bool isFree = true;
+  store_.Update([&](RegistryDocument& document) {
+    document.Set(kKey, kName, 1);
+    isFree = files::FolderLock(folder_.path(), 0).IsHeld();
+  });
+  EXPECT_FALSE(isFree);
+  EXPECT_TRUE(files::FolderLock(folder_.path(), 0).IsHeld()) << "and it ends";
 }
 
 }  // namespace

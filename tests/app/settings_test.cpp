@@ -5,41 +5,86 @@
 #include <QDir>
 #include <QTemporaryDir>
 
+#include "app/element_address.h"
+
 namespace pelorin::app {
 namespace {
 
 using namespace Qt::StringLiterals;
 
-const QString kProgram = u"Pelorin"_s;
+const QString kKey = u"\\Software\\Quillfen\\Pelorin"_s;
 const DefaultFolders kFolders{u"/opt/pelorin/"_s, u"/tmp/results/"_s};
 
-TEST(Settings, WhatOneRunChangesTheNextOneFinds) {
-  const QTemporaryDir folder;
-  const RegistryStore store(folder.path());
-  const SettingsSnapshot first = ReadSettings(store, kProgram, kFolders);
-  EXPECT_EQ(first.Station.Height, u"150"_s);
-  EXPECT_EQ(first.TwoLineDataPath, kFolders.Elements);
-  EXPECT_TRUE(QDir(folder.path()).isEmpty()) << "looking writes nothing";
-  const QString keyPath = u"\\Software\\Quillfen\\Pelorin"_s;
-  store.WriteString(keyPath, u"FootprintShowLevel"_s, u"2"_s);
-  store.WriteInteger(keyPath, u"MinPassElevation"_s, 40);
-  store.WriteString(keyPath, u"ResultsPath"_s, QString());
-  {
-    Settings settings(store, kProgram, kFolders);
-    EXPECT_EQ(settings.FootprintShowLevel.Value, 1) << "a text is no number";
-    EXPECT_EQ(settings.MinPassElevation.Value, u"1.5"_s) << "a number is no text";
-    EXPECT_EQ(settings.ResultsPath.Value, QString()) << "an empty text counts";
-    settings.OvlTextLine[2].Value = 33;
-    settings.SatelliteList.Value = ToCommaText({u"NOAA 15"_s, u"ISS"_s});
-    settings.ObserverLongitude.Value = u" 12,5"_s;
+class SettingsTest : public testing::Test {
+ protected:
+  std::unique_ptr<Settings> Read(const QString& program = u"Pelorin"_s) const {
+    return std::make_unique<Settings>(store_, program, kFolders);
   }
-  EXPECT_EQ(store.ReadInteger(keyPath, u"FootprintShowLevel"_s), 1);
-  EXPECT_EQ(store.ReadInteger(keyPath, u"OvlTextLine3"_s), 33);
-  EXPECT_EQ(store.ReadString(keyPath, u"SatelliteList"_s), u"\"NOAA 15\",ISS"_s);
-  EXPECT_EQ(store.ReadString(keyPath, u"ImagePathList"_s), u"C:\\Dunlow\\BMP\\"_s) << "defaults too";
-  const SettingsSnapshot snapshot = ReadSettings(store, kProgram, kFolders);
-  EXPECT_EQ(snapshot.SatelliteList, QStringList({u"NOAA 15"_s, u"ISS"_s}));
-  EXPECT_EQ(snapshot.Station.Longitude, u" 12,5"_s);
+  void Give(const QString& name, const RegistryDocument::Value& value) const {
+    store_.Update([&](RegistryDocument& document) { document.Set(kKey, name, value); });
+  }
+  std::optional<QString> Text(const QString& name) const { return store_.Read().Find<QString>(kKey, name); }
+  std::optional<int> Number(const QString& name) const {
+    return store_.Read().Find<std::int32_t>(kKey, name);
+  }
+
+  const QTemporaryDir folder_;
+  const RegistryStore store_{folder_.path()};
+};
+
+TEST_F(SettingsTest, WhatOneRunChangesTheNextOneFinds) {
+  EXPECT_EQ(Read()->Station().Height, u"150"_s);
+  EXPECT_EQ(Read()->TwoLineDataPath.Value, kFolders.Elements);
+  EXPECT_TRUE(QDir(folder_.path()).isEmpty()) << "looking writes nothing";
+  Give(u"FootprintShowLevel"_s, u"2"_s);
+  Give(u"MinPassElevation"_s, 40);
+  Give(u"ResultsPath"_s, QString());
+  const auto settings = Read();
+  EXPECT_EQ(settings->FootprintShowLevel.Value, 1) << "a text is no number";
+  EXPECT_EQ(settings->MinPassElevation.Value, u"1.5"_s) << "a number is no text";
+  EXPECT_EQ(settings->ResultsPath.Value, QString()) << "an empty text counts";
+  settings->OvlTextLine[2].Value = 33;
+  settings->SavePassDetails.Value = true;
+  settings->SatelliteList.Value = ToCommaText({u"NOAA 15"_s, u"ISS"_s});
+  settings->ObserverLongitude.Value = u" 12,5"_s;
+  settings->Save();
+  EXPECT_EQ(Number(u"FootprintShowLevel"_s), 1) << "of its kind again";
+  EXPECT_EQ(Number(u"OvlTextLine3"_s), 33);
+  EXPECT_EQ(Number(u"SavePassDetails"_s), 1);
+  EXPECT_EQ(Text(u"SatelliteList"_s), u"\"NOAA 15\",ISS"_s);
+  EXPECT_EQ(Text(u"ImagePathList"_s), u"C:\\Dunlow\\BMP\\"_s) << "defaults too";
+  EXPECT_EQ(Text(u"ElementsAddress"_s), std::nullopt) << "the user's own";
+  EXPECT_EQ(Read()->Station().Longitude, u" 12,5"_s);
+  EXPECT_EQ(Read(u"other"_s)->Station().Longitude, u"-3.2"_s);
+}
+
+TEST_F(SettingsTest, TwoProgramsKeepWhatTheOtherOneChanged) {
+  const auto first = Read(), second = Read();
+  first->ResultsPath.Value = u"/mine/"_s;
+  first->FootprintShowLevel.Value = 0;
+  second->FootprintShowLevel.Value = 2;
+  first->Save();
+  second->Save();
+  EXPECT_EQ(Text(u"ResultsPath"_s), u"/mine/"_s) << "the second one did not touch it";
+  EXPECT_EQ(Number(u"FootprintShowLevel"_s), 2) << "the last word counts";
+}
+
+TEST_F(SettingsTest, ElementAddressComesFromTheNearestOfThree) {
+  const QByteArray before = qgetenv("PELORIN_ELEMENTS_URL");
+  const struct {
+    const char* Variable;
+    QString Setting, Address;
+  } rows[] = {{"http://here", u"https://mirror/e"_s, u"http://here/"_s},
+              {" ", u" https://mirror/e "_s, u"https://mirror/e/"_s},
+              {"", u""_s, u"http://celestrak.org/NORAD/elements/"_s}};
+  for (const auto& row : rows) {
+    qputenv("PELORIN_ELEMENTS_URL", row.Variable);
+    store_.Update([&row](RegistryDocument& document) {
+      document.Set(kKey + u"\\Network"_s, u"ElementsAddress"_s, row.Setting);
+    });
+    EXPECT_EQ(ElementAddress(*Read()), row.Address);
+  }
+  qputenv("PELORIN_ELEMENTS_URL", before);
 }
 
 }  // namespace

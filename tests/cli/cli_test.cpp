@@ -193,14 +193,14 @@ TEST_F(Cli, APassBecomesItsOverlay) {
 }
 
 TEST_F(Cli, DefaultsAreTheUsersSettings) {
-  const app::RegistryStore store(Path("config"));
-  const QString key = app::SettingsKeyPath(QStringLiteral("Pelorin"));
+  app::Settings settings(app::RegistryStore(Path("config")), QStringLiteral("Pelorin"), {});
   QDir(Path("")).mkpath(QStringLiteral("my elements"));
   QFile::copy(kDemoElements, Path("my elements/a.2LI"));
-  store.WriteString(key, QStringLiteral("TwoLineDataPath"), Path("my elements"));
-  store.WriteString(key, QStringLiteral("ObserverLatitude"), QStringLiteral("-33.9"));
-  store.WriteString(key, QStringLiteral("ObserverLongitude"), QStringLiteral("18.4"));
-  store.WriteString(key, QStringLiteral("ImagePathList"), QStringLiteral("\"%1\"").arg(Path("my elements")));
+  settings.TwoLineDataPath.Value = Path("my elements");
+  settings.ObserverLatitude.Value = QStringLiteral("-33.9");
+  settings.ObserverLongitude.Value = QStringLiteral("18.4");
+  settings.ImagePathList.Value = app::ToCommaText({Path("my elements")});
+  settings.Save();
   const QString before =
       QString::fromUtf8(files::ReadLines(Path("config/registry.reg")).join(QLatin1Char('\n')).toUtf8());
   const QStringList fromSettings = Run("passes --from 2022-02-23 --satellite NOAA_18").Lines();

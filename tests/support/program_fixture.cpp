@@ -9,7 +9,7 @@
 #include <QTimer>
 #include <QTimerEvent>
 
-#include "app/registry_values.h"
+#include "app/settings.h"
 
 namespace pelorin::tests {
 namespace {
@@ -36,18 +36,16 @@ void ProgramFixture::GiveElements() {
   QFile::copy(QStringLiteral(PELORIN_DEMO_ELEMENTS), Path(QStringLiteral("bin/weather.2li")));
 }
 
-void ProgramFixture::Set(const QString& name, const QString& value) {
-  store_->WriteString(kKeyPath, name, value);
+void ProgramFixture::Set(const QString& name, const app::RegistryDocument::Value& value) {
+  store_->Update([&](app::RegistryDocument& document) { document.Set(kKeyPath, name, value); });
 }
 
-void ProgramFixture::Set(const QString& name, int value) { store_->WriteInteger(kKeyPath, name, value); }
-
 QString ProgramFixture::SavedText(const QString& name) const {
-  return store_->ReadString(kKeyPath, name).value_or(QStringLiteral("(none)"));
+  return store_->Read().Find<QString>(kKeyPath, name).value_or(QStringLiteral("(none)"));
 }
 
 std::optional<int> ProgramFixture::SavedNumber(const QString& name) const {
-  return store_->ReadInteger(kKeyPath, name);
+  return store_->Read().Find<std::int32_t>(kKeyPath, name);
 }
 
 void ProgramFixture::GiveOrdinarySettings(const QString& activeSatellites) {

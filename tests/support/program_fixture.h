@@ -27,8 +27,7 @@ class ProgramFixture {
   /// Puts the demonstration's element sets where the program looks for them: 45 satellites of February 2022.
   void GiveElements();
   /// A setting of the program, as an earlier run would have left it; without them a start is the first one.
-  void Set(const QString& name, const QString& value);
-  void Set(const QString& name, int value);
+  void Set(const QString& name, const app::RegistryDocument::Value& value);
   QString SavedText(const QString& name) const;
   std::optional<int> SavedNumber(const QString& name) const;
   /// A station, a list of active satellites and elements: an ordinary start.

@@ -8,6 +8,12 @@
 #include <QTabWidget>
 #include <QTest>
 #include <QTimer>
+#include <array>
+#include <cstring>
+#include <functional>
+
+#include <sys/inotify.h>
+#include <unistd.h>
 
 #include "session/list_box.h"
 #include "tests/support/program_fixture.h"
@@ -23,6 +29,24 @@ void WriteFile(const QString& path, const QByteArray& content) {
   QFile file(path);
   ASSERT_TRUE(file.open(QIODevice::WriteOnly));
   file.write(content);
+}
+
+/// The files of a folder that are replaced while something is done, as often as they are.
+QStringList ReplacedWhile(const QString& folder, const std::function<void()>& work) {
+  const int watch = inotify_init1(IN_NONBLOCK);
+  inotify_add_watch(watch, QFile::encodeName(folder).constData(), IN_MOVED_TO);
+  work();
+  std::array<char, 65536> buffer{};
+  const ssize_t size = read(watch, buffer.data(), buffer.size());
+  close(watch);
+  QStringList names;
+  for (ssize_t at = 0; at < size;) {
+    inotify_event event{};
+    std::memcpy(&event, buffer.data() + at, sizeof event);
+    names.append(QFile::decodeName(buffer.data() + at + sizeof event));
+    at += static_cast<ssize_t>(sizeof event + event.len);
+  }
+  return names;
 }
 
 TEST(StartUp, SecondStartFindsWhatTheFirstOneLeft) {
@@ -51,7 +75,9 @@ TEST(StartUp, SecondStartFindsWhatTheFirstOneLeft) {
   program.Find<QAction>("MenuFootprint2")->trigger();
   program.Find<QAction>("MenuInterval20")->trigger();
   program.Form->resize(1010, 707);
-  program.Close();
+  EXPECT_EQ(ReplacedWhile(program.Path(u"config"_s), [&program] { program.Close(); }),
+            QStringList(u"registry.reg"_s))
+      << "a kill leaves all old values or all new ones";
 
   EXPECT_EQ(program.SavedText(u"ObserverLatitude"_s), u"48,25"_s) << "as typed";
   EXPECT_EQ(program.SavedText(u"SatelliteList"_s), u"\"METEOR M2\",\"NOAA 19\""_s);

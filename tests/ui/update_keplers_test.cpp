@@ -10,7 +10,6 @@
 #include <QTimer>
 #include <QTreeWidget>
 
-#include "app/element_address.h"
 #include "files/atomic_file.h"
 #include "files/read_file.h"
 #include "session/qt_prompts.h"
@@ -170,17 +169,6 @@ TEST(Questions, EnterGivesThePreselectedAnswer) {
     });
     EXPECT_EQ(boxes.Confirm(u"Sure?"_s, 0, answer), answer == session::Answer::Yes);
   }
-}
-
-TEST_F(UpdateKeplers, AddressComesFromTheNearestOfThree) {
-  const app::RegistryStore store(program.Path(u"config"_s));
-  const auto address = [&store] { return app::ElementAddress(store, u"pelorin"_s); };
-  store.WriteString(u"\\Software\\Quillfen\\pelorin\\Network"_s, u"ElementsAddress"_s,
-                    u" https://mirror/e "_s);
-  EXPECT_EQ(address(), server.Base());
-  qunsetenv("PELORIN_ELEMENTS_URL");
-  EXPECT_EQ(address(), u"https://mirror/e/"_s);
-  EXPECT_TRUE(app::ElementAddress(store, u"other"_s).endsWith(u"/NORAD/elements/"_s));
 }
 
 }  // namespace
