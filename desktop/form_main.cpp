@@ -2,8 +2,8 @@
 
 #include <QAction>
 #include <QActionGroup>
+#include <QApplication>
 #include <QCloseEvent>
-#include <QCoreApplication>
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QLabel>
@@ -45,11 +45,11 @@ using session::Timeframe;
 
 const QString kCaption = QStringLiteral("Pelorin - Quillfen's Satellite Tracker and Ground Image Generator");
 
-/// What a caller reads who gave a pass and got no map.
-const QString kClosedTooEarly = QStringLiteral("the program was closed before the map was made");
-
 /// Selected on the ground-path page at the start, where it is active.
 const QString kUsualPictureSatellite = QStringLiteral("NOAA 15");
+
+/// How long a run that found nothing to do waits for somebody to read why.
+constexpr int kUnattendedMinutes = 10;
 
 constexpr QSize kFirstSize(1120, 760);
 /// What the desktop puts round a window.
@@ -63,10 +63,10 @@ TFormMain::TFormMain(Surroundings surroundings)
     : surroundings_(std::move(surroundings)),
       programFolder_(QFileInfo(surroundings_.ProgramPath).absolutePath() + u'/'),
       settings_(surroundings_.Store, NameOf(surroundings_.ProgramPath), app::FoldersFor(programFolder_)),
-      unattended_(surroundings_.Parameters.isEmpty() ? nullptr
-                                                     : std::make_unique<session::UnattendedPrompts>(
-                                                           surroundings_.Boxes, surroundings_.TellCaller)),
-      session_(std::make_unique<session::Session>(settings_, Boxes(), *this, surroundings_.Now)) {
+      session_(std::make_unique<session::Session>(
+          settings_,
+          surroundings_.Unattended != nullptr ? surroundings_.Unattended->Boxes() : surroundings_.Boxes,
+          *this, surroundings_.Now, surroundings_.Unattended)) {
   setObjectName(QStringLiteral("FormMain"));
   setWindowIcon(ApplicationIcon());
   UpdateCaption();
@@ -74,15 +74,13 @@ TFormMain::TFormMain(Surroundings surroundings)
   ui_.Build(this);
   BuildPages();
   ConnectHandlers();
+  if (session_->Unattended != nullptr) {
+    Handle(session_->Unattended, &session::UnattendedRun::GivenUp, this, &TFormMain::CloseWindow);
+  }
   FormCreate();
 }
 
 TFormMain::~TFormMain() { FormDestroy(); }
-
-session::Prompts& TFormMain::Boxes() const {
-  if (unattended_ != nullptr) return *unattended_;
-  return surroundings_.Boxes;
-}
 
 void TFormMain::BuildPages() {
   session::Session& session = *session_;
@@ -130,15 +128,13 @@ void TFormMain::FormCreate() {
   const TellStatus& tellStatus = surroundings_.TellSplash;
   app::RegisterAppPath(surroundings_.Store, NameOf(surroundings_.ProgramPath), surroundings_.ProgramPath);
   const bool isFirstRun = app::ReplaceUnsavedHeight(settings_.ObserverHeight.Value);
-  session.Run.CommandLineMode = !surroundings_.Parameters.isEmpty();
-  if (session.Run.CommandLineMode) session.Run.AutomaticFailure = kClosedTooEarly;
   ShowPage(isFirstRun ? Page::Setup : Page::WorldMap);
   TabSheetSetup->Restore();
   session.Map.PacificCentred = map::IsPacificCentred(session.Station.Texts.Longitude.toDouble());
 
   MakeDefaultFolders(settings_);
   LoadSatelliteData(session, tellStatus);
-  if (isFirstRun && !session.Run.CommandLineMode) {
+  if (isFirstRun && session.Unattended == nullptr) {
     OfferDemonstrationElements(session, programFolder_, tellStatus);
   }
   RestoreMenus();
@@ -191,9 +187,9 @@ void TFormMain::RestoreWindow() {
 void TFormMain::SetStartTime() {
   session::Session& session = *session_;
   session.Map.CurrentTime = session.Now();
-  if (session.Run.CommandLineMode) {
+  if (session.Unattended != nullptr) {
     try {
-      const std::string passString = surroundings_.Parameters.constFirst().toStdString();
+      const std::string passString = session.Unattended->PassString().toStdString();
       session.Map.CurrentTime = orbit::ParseTimeString(passString, session.Map.CurrentTime);
     } catch (const orbit::ConvertError&) {
       // The window, once it is seen, says that this is no pass.
@@ -214,50 +210,46 @@ void TFormMain::CreateForms() {
 }
 
 void TFormMain::FormShow() {
-  if (!session_->Run.CommandLineMode) {
+  if (session_->Unattended == nullptr) {
     CheckStaleElements();
     SetTimeframe(Timeframe::RealTime);
     return;
   }
   SetTimeframe(Timeframe::Manual);
-  const bool found =
-      Guarded(Boxes(), [this] { FindPassOfCommandLine(surroundings_.Parameters.constFirst()); }) &&
-      session_->Run.AutomaticRun;
-  if (!found && !session_->Run.Closing) SetTimeframe(Timeframe::RealTime);
+  try {
+    FindPassOfCommandLine(session_->Unattended->PassString());
+  } catch (const std::exception& error) {
+    HandOver(QString::fromUtf8(error.what()), &session::Prompts::Error);
+  }
+  if (!session_->MakesMapUnattended() && !session_->Run.Closing) SetTimeframe(Timeframe::RealTime);
 }
 
 void TFormMain::FindPassOfCommandLine(const QString& passString) {
   session::Session& session = *session_;
   TGroupBoxPasses& passes = TabSheetSetup->Passes();
   while (!session.Run.PassListMade && !passes.IsSettled() && !session.Run.Closing) {
-    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    QApplication::processEvents(QEventLoop::WaitForMoreEvents);
   }
   if (session.Run.Closing) return;
   app::PassMatch match;
   try {
     match = app::FindPassByString(passString, passes.Entries(), session.Now());
   } catch (const orbit::ConvertError& error) {
-    HandOverToUser();
-    Boxes().Error(
+    return HandOver(
         QStringLiteral("The pass string %1 is no time: %2. It must be of the form mmddhhnn or mmddhhnnss, "
                        "with or without the year before it.")
-            .arg(passString, QString::fromUtf8(error.what())));
-    return;
+            .arg(passString, QString::fromUtf8(error.what())),
+        &session::Prompts::Error);
   }
   session.Map.CurrentTime = match.Time;
-  if (match.Index < 0) {
-    HandOverToUser();
-    Boxes().Message(app::NoMatchText(passString, match.Key));
-    return;
-  }
+  if (match.Index < 0) return HandOver(app::NoMatchText(passString, match.Key), &session::Prompts::Message);
   passes.SelectPass(match.Index);
   passes.ButtonPicFromPassClick();
-  session.Run.AutomaticRun = true;
+  session.Unattended->PassFound();
 }
 
-void TFormMain::HandOverToUser() {
-  session_->Run.AutomaticFailure.clear();
-  unattended_->Attend();
+void TFormMain::HandOver(const QString& reason, session::UnattendedRun::Box box) {
+  session_->Unattended->HandOver(reason, box, kUnattendedMinutes);
 }
 
 void TFormMain::CheckStaleElements() {
@@ -323,7 +315,13 @@ QPrinter& TFormMain::Printer() {
   return *printer_;
 }
 
-void TFormMain::CloseWindow() { close(); }
+void TFormMain::CloseWindow() {
+  // A box that waits holds the message loop.
+  for (QWidget* box = QApplication::activeModalWidget(); box != nullptr && box->close();) {
+    box = QApplication::activeModalWidget();
+  }
+  close();
+}
 
 bool TFormMain::AskFlightStart(orbit::TDateTime& start) {
   if (FormSetFlightTime->exec() != QDialog::Accepted) return false;

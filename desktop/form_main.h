@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QMainWindow>
-#include <QStringList>
 #include <functional>
 #include <memory>
 
@@ -12,7 +11,7 @@
 #include "desktop/start_up.h"
 #include "session/session.h"
 #include "session/shell.h"
-#include "session/unattended_prompts.h"
+#include "session/unattended_run.h"
 
 namespace pelorin::desktop {
 
@@ -31,13 +30,12 @@ class TTabSheetSetup;
 /// What the main window stands on: the computer, the user's settings, the clock.
 struct Surroundings {
   const app::RegistryStore& Store;
-  QString ProgramPath;     ///< the executable
-  QStringList Parameters;  ///< of the command line, without options
-  session::Prompts& Boxes;
+  QString ProgramPath;                 ///< the executable
+  session::Prompts& Boxes;             ///< the user's
+  session::UnattendedRun* Unattended;  ///< null unless started with a pass
   session::Session::Clock Now;
   app::TimeZone TimeZone;
   TellStatus TellSplash;  ///< start-up's progress
-  TellStatus TellCaller;  ///< what a run for a pass has to say while no box may wait
   std::function<void(Look)> ApplyLook;
 };
 
@@ -56,8 +54,7 @@ class TFormMain : public QMainWindow, public session::Shell {
   void CreateForms();
 
   session::Session& Shared() { return *session_; }
-  /// The user's, unless a pass was given and is not yet known to be missing.
-  session::Prompts& Boxes() const;
+  session::Prompts& Boxes() const { return session_->Boxes; }
 
   void ShowPage(session::Page page) override;
   session::Page CurrentPage() const override;
@@ -96,8 +93,8 @@ class TFormMain : public QMainWindow, public session::Shell {
   void RestoreWindow();
   void SetStartTime();
   void FindPassOfCommandLine(const QString& passString);
-  /// There is no map to make: from now on boxes wait for the user.
-  void HandOverToUser();
+  /// There is no map to make, for this reason.
+  void HandOver(const QString& reason, session::UnattendedRun::Box box);
   void CheckStaleElements();
   void UpdateCaption();
 
@@ -126,7 +123,6 @@ class TFormMain : public QMainWindow, public session::Shell {
   Surroundings surroundings_;
   QString programFolder_;
   app::Settings settings_;
-  std::unique_ptr<session::UnattendedPrompts> unattended_;  ///< when started with a pass
   std::unique_ptr<session::Session> session_;
   GroundData ground_;
   FormMainLayout ui_;

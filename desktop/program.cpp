@@ -156,11 +156,15 @@ int RunProgram(int argc, char** argv) {
   const auto applyLook = [&application, desktopIsDark](Look look) {
     ApplyLook(application, look, desktopIsDark);
   };
+  std::unique_ptr<session::UnattendedRun> unattended;
+  if (!line.Parameters.isEmpty()) {
+    unattended = std::make_unique<session::UnattendedRun>(line.Parameters.constFirst(), boxes, tellCaller);
+  }
   std::unique_ptr<TFormMain> formMain;
-  const bool isMade = session::Guarded(boxes, [&] {
-    formMain = std::make_unique<TFormMain>(Surroundings{store, programPath, line.Parameters, boxes,
+  const bool isMade = session::Guarded(unattended ? unattended->Boxes() : boxes, [&] {
+    formMain = std::make_unique<TFormMain>(Surroundings{store, programPath, boxes, unattended.get(),
                                                         [] { return orbit::NowUTC(); }, app::LocalTimeZone(),
-                                                        tellSplash, tellCaller, applyLook});
+                                                        tellSplash, applyLook});
     formMain->CreateForms();
   });
   if (!isMade) return EXIT_FAILURE;
@@ -171,9 +175,8 @@ int RunProgram(int argc, char** argv) {
   formMain->show();
   splash.close();
   status = QApplication::exec();
-  const QString failure = formMain->Shared().Run.AutomaticFailure;
-  if (failure.isEmpty()) return status;
-  tellCaller(failure);
+  if (!unattended || unattended->Failure().isEmpty()) return status;
+  tellCaller(unattended->Failure());
   return EXIT_FAILURE;
 }
 

@@ -5,11 +5,12 @@
 
 namespace pelorin::session {
 
-Session::Session(app::Settings& settings, Prompts& boxes, Shell& window, Clock now)
+Session::Session(app::Settings& settings, Prompts& boxes, Shell& window, Clock now, UnattendedRun* unattended)
     : Settings(settings),
       Boxes(boxes),
       Window(window),
       Now(std::move(now)),
+      Unattended(unattended),
       satellites_(std::make_unique<elements::TSatelliteList>(std::filesystem::path())),
       following_(std::make_unique<session::ActiveSatellites>(*satellites_)) {}
 

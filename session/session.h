@@ -13,6 +13,7 @@
 #include "session/active_satellites.h"
 #include "session/prompts.h"
 #include "session/shell.h"
+#include "session/unattended_run.h"
 
 namespace pelorin::session {
 
@@ -36,13 +37,10 @@ struct MapMoment {
 };
 
 struct RunFlags {
-  bool CommandLineMode = false;  ///< started with a pass to make
-  bool PassListMade = false;     ///< there has been a pass list
-  bool AutomaticRun = false;     ///< the pass of the command line was found: make its map, then close
-  QString AutomaticFailure;      ///< why that map was not made or not written; empty if all went well
-  bool Closing = false;          ///< the window goes; long loops end
-  bool AbortRequested = false;   ///< Escape was pressed in the main window
-  bool MakingMap = false;        ///< the ground path makes a map; flights wait
+  bool PassListMade = false;    ///< there has been a pass list
+  bool Closing = false;         ///< the window goes; long loops end
+  bool AbortRequested = false;  ///< Escape was pressed in the main window
+  bool MakingMap = false;       ///< the ground path makes a map; flights wait
 };
 
 /// What the pages share: one for the main window's life, made by it. Records are read and written freely;
@@ -55,12 +53,14 @@ class Session : public QObject {
   /// The clock, in UTC.
   using Clock = std::function<orbit::TDateTime()>;
 
-  Session(app::Settings& settings, Prompts& boxes, Shell& window, Clock now);
+  /// `unattended` is the run that the program was started for, null when a user has started it.
+  Session(app::Settings& settings, Prompts& boxes, Shell& window, Clock now, UnattendedRun* unattended);
 
   app::Settings& Settings;
   Prompts& Boxes;
   Shell& Window;
   const Clock Now;
+  UnattendedRun* const Unattended;  ///< borrowed, or null
 
   app::Station Station;
   app::TimeZone TimeZone;
@@ -100,6 +100,8 @@ class Session : public QObject {
   /// key.
   void ChooseSatellite(int index);
 
+  /// The map in hand is the one that the program was started for.
+  bool MakesMapUnattended() const { return Unattended != nullptr && Unattended->IsMaking(); }
   /// True, and the user is told so, while a map is being made: what it is made for stays as it is.
   bool RefusesWhileMakingMap() const;
 

@@ -9,7 +9,9 @@ UnattendedPrompts::UnattendedPrompts(Prompts& attended, std::function<void(const
 
 void UnattendedPrompts::Attend() {
   isAttended_ = true;
-  for (const auto& show : std::exchange(kept_, {})) show();
+  for (const auto& show : std::exchange(kept_, {})) {
+    if (isAttended_) show();
+  }
 }
 
 void UnattendedPrompts::Say(const QString& text, std::function<void()> show) {

@@ -12,13 +12,17 @@ namespace pelorin::session {
 /// changing what is the user's.
 ///
 /// Once it is known that somebody has to look, `Attend` hands over to the real boxes: they show what was said
-/// until then, and everything that follows.
+/// until then, and everything that follows, unless `Leave` comes first.
 class UnattendedPrompts : public Prompts {
  public:
   /// `attended` must outlive this object.
   UnattendedPrompts(Prompts& attended, std::function<void(const QString&)> tell);
 
+  /// Returns when what was said has been read.
   void Attend();
+  /// Nobody is there after all.
+  void Leave() { isAttended_ = false; }
+  bool IsAttended() const { return isAttended_; }
 
   void Message(const QString& text) override;
   void Error(const QString& text) override;

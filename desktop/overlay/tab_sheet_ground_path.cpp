@@ -85,7 +85,7 @@ void TTabSheetGroundPath::ShowFor(orbit::TDateTime moment, int satellite) {
   SetPassTime(moment);
   ChooseSatellite(satellite);
   session_.PictureKey = Stamp(passTime_);
-  if (session_.Run.CommandLineMode) {
+  if (session_.Unattended != nullptr) {
     ui_.TimerLoad->start();
   } else {
     LoadPicture(session_.PictureKey);
@@ -210,7 +210,7 @@ void TTabSheetGroundPath::RadioGroupPrefPicChannelClick() {
 
 void TTabSheetGroundPath::TimerLoadTimer() {
   if (session_.Run.Closing || IsBusy()) return;
-  if (session_.Run.AutomaticRun) {
+  if (session_.MakesMapUnattended()) {
     ButtonGenTopoClick();
   } else {
     LoadPicture(CurrentKey());

@@ -9,7 +9,6 @@
 #include <QSpinBox>
 #include <QTimer>
 #include <algorithm>
-#include <exception>
 #include <utility>
 
 #include "desktop/overlay/overlay_choices.h"
@@ -45,12 +44,12 @@ overlay::OverlayRequest TTabSheetGroundPath::Request() const {
   request.Start = {passTime_.Days + ui_.GroupBoxTimeCorrection->Seconds() / orbit::kSecondsPerDay};
   request.DurationMinutes = ui_.SpinEditPassDuration->value();
   request.SouthBound = session_.Pass.SouthBound;
-  if (hasPictureOfPass_ && !session_.Run.AutomaticRun) {
+  if (hasPictureOfPass_ && !session_.MakesMapUnattended()) {
     request.LineLimit = ui_.Panes->Picture().height();
     request.Width = overlay::MapWidthFor(ui_.Panes->Picture().width());
   }
   request.Overlay = ChosenMarks(settings);
-  request.PassDetails = settings.SavePassDetails.Value || session_.Run.AutomaticRun;
+  request.PassDetails = settings.SavePassDetails.Value || session_.MakesMapUnattended();
   for (std::size_t line = 0; line < request.TextItems.size(); ++line) {
     request.TextItems[line] = overlay::MaskItems(settings.OvlTextLine[line].Value);
   }
@@ -69,17 +68,11 @@ void TTabSheetGroundPath::ButtonGenTopoClick() {
       MakeMap();
     } while (againRequested_ && !session_.Run.Closing);
   };
-  if (!session_.Run.AutomaticRun) {
+  if (!session_.MakesMapUnattended()) return make();
+  session_.Unattended->Make([&] {
     make();
-    return;
-  }
-  // Nobody may be there to read a box.
-  try {
-    make();
-    session_.Run.AutomaticFailure.clear();
-  } catch (const std::exception& error) {
-    session_.Run.AutomaticFailure = QString::fromUtf8(error.what());
-  }
+    return !session_.Run.Closing;
+  });
   session_.Window.CloseWindow();
 }
 
@@ -103,7 +96,7 @@ void TTabSheetGroundPath::MakeMap() {
   });
   EnableControls();
   // A map can be made without a picture, too.
-  if (!session_.Run.AutomaticRun) session::Guarded(Boxes(), [this] { LoadPicture(CurrentKey()); });
+  if (!session_.MakesMapUnattended()) session::Guarded(Boxes(), [this] { LoadPicture(CurrentKey()); });
   GenerateLive(Request());
   ui_.TimerSaveResults->stop();
   SaveResults();

@@ -134,7 +134,7 @@ bool TGroupBoxPasses::BuildPassList() {
                                session_.Station.MinElevationDeg});
   ui_.ListBoxPasses->SetEmptyText(NoPassesText());
   ui_.ListBoxPasses->SetItems(entries);
-  if (!session_.Run.CommandLineMode) {
+  if (session_.Unattended == nullptr) {
     passes::SavePassList(session_.Settings.ResultsPath.Value, entries);
   }
   session_.Run.PassListMade = true;

@@ -55,17 +55,21 @@ void ProgramFixture::GiveOrdinarySettings(const QString& activeSatellites) {
   Set(QStringLiteral("ImagePathList"), Path(QStringLiteral("pictures")));
 }
 
-void ProgramFixture::Start(const QStringList& parameters) {
+void ProgramFixture::Start(const QString& passString) {
   SplashTexts.clear();
+  Unattended.reset();
+  if (!passString.isEmpty()) {
+    Unattended = std::make_unique<session::UnattendedRun>(
+        passString, *UserBoxes, [this](const QString& text) { CallerTexts.append(text); });
+  }
   Form = std::make_unique<desktop::TFormMain>(
       desktop::Surroundings{*store_,
                             ProgramPath(),
-                            parameters,
-                            Boxes,
+                            *UserBoxes,
+                            Unattended.get(),
                             [this] { return Now; },
                             TimeZone,
                             [this](const QString& text) { SplashTexts.append(text); },
-                            [this](const QString& text) { CallerTexts.append(text); },
                             {}});
   Form->CreateForms();
   Form->show();

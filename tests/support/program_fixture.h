@@ -34,7 +34,7 @@ class ProgramFixture {
   void GiveOrdinarySettings(const QString& activeSatellites);
 
   /// Starts the program, shows its window and waits until that has settled.
-  void Start(const QStringList& parameters = {});
+  void Start(const QString& passString = {});
   /// Closes the window and ends the program.
   void Close();
 
@@ -50,9 +50,11 @@ class ProgramFixture {
   void Fire(const char* timer) const;
 
   RecordingPrompts Boxes;
+  session::Prompts* UserBoxes = &Boxes;  ///< of the next start
   orbit::TDateTime Now;
   app::TimeZone TimeZone{QTimeZone("Europe/London")};
   QStringList SplashTexts, CallerTexts;
+  std::unique_ptr<session::UnattendedRun> Unattended;  ///< of a program started with a pass
   std::unique_ptr<desktop::TFormMain> Form;
 
  private:

@@ -351,17 +351,17 @@ TEST_F(GroundPathTest, AnAutomaticRunWritesFourFilesAndCloses) {
   ASSERT_EQ(found.size(), 1);
   program.Close();
   program.Boxes.Take();
-  program.Start({found.first().left(10)});
+  program.Start(found.first().left(10));
   EXPECT_TRUE(QTest::qWaitFor([this] { return !program.Form->isVisible(); }, 5000));
   for (const QString& name : {u"Result.jpg"_s, u"ovl.bmp"_s, u"pass.dat"_s, u"ovl.txt"_s}) {
     EXPECT_TRUE(QFile::exists(program.Path(u"bin/"_s + name))) << name.toStdString();
   }
-  EXPECT_EQ(program.Form->Shared().Run.AutomaticFailure, QString());
+  EXPECT_EQ(program.Unattended->Failure(), QString());
   const qsizetype lines = files::ReadLines(program.Path(u"bin/pass.dat"_s)).size();
   program.Close();
 
   // Turned midway it begins anew, and closes with a whole map only.
-  program.Start({found.first().left(10)});
+  program.Start(found.first().left(10));
   WhileMaking([this] { program.Click("ButtonPassDirection"); });
   EXPECT_TRUE(QTest::qWaitFor([this] { return !program.Form->isVisible(); }, 5000));
   EXPECT_EQ(files::ReadLines(program.Path(u"bin/pass.dat"_s)).size(), lines);
@@ -370,9 +370,9 @@ TEST_F(GroundPathTest, AnAutomaticRunWritesFourFilesAndCloses) {
 
   // What goes wrong is for the caller to know; no box waits.
   program.Set(u"ResultsPath"_s, program.Path(u"gone/"_s));
-  program.Start({found.first().left(10)});
+  program.Start(found.first().left(10));
   EXPECT_TRUE(QTest::qWaitFor([this] { return !program.Form->isVisible(); }, 5000));
-  EXPECT_TRUE(program.Form->Shared().Run.AutomaticFailure.startsWith(u"Cannot write "_s));
+  EXPECT_TRUE(program.Unattended->Failure().startsWith(u"Cannot write "_s));
   EXPECT_EQ(program.Boxes.Take(), QStringList());
   program.Close();
 }
