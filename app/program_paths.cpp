@@ -21,6 +21,8 @@ QString UserDataFolder() {
   return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + kOwnPlace;
 }
 
+QString ElementArchiveFolder() { return QDir(UserDataFolder()).filePath(QStringLiteral("archive")); }
+
 DefaultFolders FoldersFor(const QString& programFolder) {
   if (QFileInfo(programFolder).isWritable())
     return {WithSeparator(programFolder), WithSeparator(programFolder)};

@@ -13,6 +13,9 @@ QString ProgramFolder();
 /// folder. Need not exist.
 QString UserDataFolder();
 
+/// Where element sets go that an update replaces: "archive" in the user's own data. Need not exist.
+QString ElementArchiveFolder();
+
 /// Where element files are looked for and results go until the user says otherwise, each with a "/" at its
 /// end: the program's folder if it can be written, or else folders in the user's data. Makes none of them.
 struct DefaultFolders {

@@ -11,7 +11,7 @@ using namespace pelorin;
 /// `count` near-Earth satellites, no two at one place.
 std::vector<orbit::TSatellite> Fleet(int count) {
   std::vector<orbit::RejectedSet> rejected;
-  auto sets = orbit::NewestOfEach(orbit::ReadAllElementSets(PELORIN_DEMO_ELEMENTS, rejected));
+  auto sets = orbit::ReadAllElementSets(PELORIN_DEMO_ELEMENTS, rejected);
   std::vector<orbit::TSatellite> fleet;
   for (int i = 0; i < count; ++i) {
     fleet.push_back(sets[static_cast<std::size_t>(i) % sets.size()]);

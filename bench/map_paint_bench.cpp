@@ -35,7 +35,7 @@ class MapLayers : public QWidget {
     grid_.SetBackdrop(backdrop_);
 
     std::vector<orbit::RejectedSet> rejected;
-    const auto sets = orbit::NewestOfEach(orbit::ReadAllElementSets(PELORIN_DEMO_ELEMENTS, rejected));
+    const auto sets = orbit::ReadAllElementSets(PELORIN_DEMO_ELEMENTS, rejected);
     std::vector<const orbit::TSatellite*> active;
     fleet_.reserve(static_cast<std::size_t>(satellites));
     for (int i = 0; i < satellites; ++i) {

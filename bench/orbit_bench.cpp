@@ -5,7 +5,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "elements/satellite_list.h"
+#include "elements/known_sets.h"
 #include "orbit/element_file.h"
 #include "orbit/julian_date.h"
 #include "orbit/look_angles.h"
@@ -17,10 +17,7 @@ namespace {
 using namespace pelorin::orbit;
 namespace elements = pelorin::elements;
 
-TSatellite Named(const char* file, const char* name) {
-  std::vector<RejectedSet> rejected;
-  return *NewestElementSet(ReadAllElementSets(file, rejected), name);
-}
+TSatellite Named(const char* file, const char* name) { return *elements::KnownSets(file, {}).Find(name); }
 
 /// The yardstick of this machine and this run: a sine and a cosine of the same angle.
 void SineAndCosine(benchmark::State& state) {
@@ -62,7 +59,7 @@ BENCHMARK(ElevationFunction);
 
 void PassListOfTenSatellitesFor28Days(benchmark::State& state) {
   std::vector<RejectedSet> rejected;
-  auto sets = NewestOfEach(ReadAllElementSets(PELORIN_DEMO_ELEMENTS, rejected));
+  auto sets = ReadAllElementSets(PELORIN_DEMO_ELEMENTS, rejected);
   std::erase_if(sets, [](const TSatellite& set) { return set.IsDeepSpace; });
   sets.resize(10);
   const Observer observer = ObserverFromDegrees(55.905, -3.2, 150);
@@ -116,7 +113,7 @@ void LoadElementFolder(benchmark::State& state, const char* fileName) {
   std::filesystem::create_directories(folder);
   std::ofstream(folder / fileName, std::ios::binary) << ElementFile(fileName, state.range(0));
   int count = 0;
-  for (auto _ : state) count = elements::TSatelliteList(folder).Count();
+  for (auto _ : state) count = elements::KnownSets(folder, {}).Satellites().Count();
   state.counters["sets"] = count;
   std::filesystem::remove_all(folder);
 }

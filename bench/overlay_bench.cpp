@@ -2,7 +2,7 @@
 
 #include <QTemporaryDir>
 
-#include "orbit/element_file.h"
+#include "elements/known_sets.h"
 #include "orbit/julian_date.h"
 #include "overlay/flight_replay.h"
 #include "overlay/overlay_generator.h"
@@ -22,8 +22,7 @@ const QString kCountries = QStringLiteral(PELORIN_BUILT_DATA "/Countries.dat");
 bool AnyMemory(const QString&) { return true; }
 
 orbit::TSatellite Noaa19() {
-  std::vector<orbit::RejectedSet> rejected;
-  return *orbit::NewestElementSet(orbit::ReadAllElementSets(PELORIN_DEMO_ELEMENTS, rejected), "NOAA 19");
+  return *pelorin::elements::KnownSets(PELORIN_DEMO_ELEMENTS, {}).Find("NOAA 19");
 }
 
 /// Master, topography and request of a quarter of an hour with everything on.

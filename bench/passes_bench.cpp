@@ -10,7 +10,7 @@ using namespace pelorin;
 
 passes::EphemerisRequest YearForTwentySatellites() {
   std::vector<orbit::RejectedSet> rejected;
-  auto sets = orbit::NewestOfEach(orbit::ReadAllElementSets(PELORIN_DEMO_ELEMENTS, rejected));
+  auto sets = orbit::ReadAllElementSets(PELORIN_DEMO_ELEMENTS, rejected);
   std::erase_if(sets, [](const orbit::TSatellite& set) { return set.IsDeepSpace; });
   sets.resize(20);
   return {sets, orbit::MakeDateTime(2022, 2, 23), 365, orbit::ObserverFromDegrees(55.905, -3.2, 150), 1.5};

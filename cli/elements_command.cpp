@@ -15,12 +15,13 @@ void RunElements(const QStringList& list) {
   const bool json =
       arguments.Choice(QStringLiteral("format"), {QStringLiteral("csv"), QStringLiteral("json")}) ==
       QStringLiteral("json");
-  const auto sets = arguments.ElementSets();
+  const auto known = arguments.ElementSets();
   const double now = orbit::JulianDateOfDateTime(orbit::NowUTC());
   Table table({QStringLiteral("satellite"), QStringLiteral("catalogue_number"), QStringLiteral("set_number"),
                QStringLiteral("epoch_utc"), QStringLiteral("age_days"), QStringLiteral("file")},
               json);
-  for (const orbit::TSatellite& set : sets) {
+  for (const elements::NamedSet& named : known->Loaded()) {
+    const orbit::TSatellite& set = named.Set;
     table.Add({set.Name, set.CatalogueNumber, set.ElementSetNumber,
                orbit::FormatDateTime("yyyy-mm-ddThh:nn:ssZ", orbit::DateTimeOfJulianDate(set.Epoch)),
                Cell(now - set.Epoch, 1), set.SourceFile});

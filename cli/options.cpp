@@ -153,21 +153,20 @@ QString Arguments::ElementsPath() const {
   return Text(QStringLiteral("elements"), settings_.TwoLineDataPath.Value);
 }
 
-std::vector<orbit::TSatellite> Arguments::ElementSets() const {
+std::unique_ptr<elements::KnownSets> Arguments::ElementSets() const {
   const QString path = ElementsPath();
-  std::vector<orbit::RejectedSet> rejected;
-  auto sets = orbit::ReadAllElementSets(std::filesystem::path(path.toStdU16String()), rejected);
-  for (const orbit::RejectedSet& set : rejected) {
-    Say(QStringLiteral("Left out: %1 in %2, because %3.")
-            .arg(QString::fromStdString(set.Name), QString::fromStdString(set.File),
-                 QString::fromStdString(set.Reason)));
+  // Who names a folder wants the sets of that folder.
+  const QString archive = Has(QStringLiteral("elements")) ? QString() : app::ElementArchiveFolder();
+  auto known = std::make_unique<elements::KnownSets>(std::filesystem::path(path.toStdU16String()), archive);
+  for (const QString& text : elements::LeftOutTexts(known->LeftOut())) {
+    Say(QStringLiteral("Left out: %1.").arg(text));
   }
-  if (sets.empty()) {
+  if (known->Loaded().empty()) {
     throw Failure(QStringLiteral("There are no usable element sets in %1. Name a folder with *.2li, *.tle, "
                                  "*.csv or *.json files, or one such file, with --elements.")
                       .arg(path));
   }
-  return sets;
+  return known;
 }
 
 Option StationOption() {
@@ -180,12 +179,12 @@ Option ElementsOption() {
   return {QStringLiteral("elements"), QStringLiteral("DIR|FILE"),
           QStringLiteral(
               "Folder of element files (*.2li, *.tle; OMM as *.csv, *.json), or one file. Default: the "
-              "settings' folder.")};
+              "settings' folder, and the archive of element updates.")};
 }
 
 Option SatelliteOption() {
   return {QStringLiteral("satellite"), QStringLiteral("NAME"),
-          QStringLiteral("The satellite's name, as in \"NOAA 19\".")};
+          QStringLiteral("The satellite's name, as in \"NOAA 19\", or its catalogue number.")};
 }
 
 Option NewestOption() {
@@ -235,17 +234,22 @@ orbit::TDateTime ParseStart(const QString& text) {
   });
 }
 
-const orbit::TSatellite& FindSet(const std::vector<orbit::TSatellite>& sets, const QString& name, double jd,
-                                 const Arguments& arguments) {
+orbit::TSatellite SetFor(const orbit::TSatellite& satellite, double jd, elements::KnownSets& known,
+                         const Arguments& arguments) {
+  return arguments.WantsNewest() ? satellite : known.Nearest(satellite, jd);
+}
+
+orbit::TSatellite FindSet(elements::KnownSets& known, const QString& name, double jd,
+                          const Arguments& arguments) {
   const std::string wanted = name.toStdString();
-  const orbit::TSatellite* set = arguments.WantsNewest() ? orbit::NewestElementSet(sets, wanted)
-                                                         : orbit::NearestElementSet(sets, wanted, jd);
-  if (!set) {
-    throw Failure(
-        QStringLiteral("There is no satellite \"%1\" in %2; \"pelorin-cli elements\" lists what is there")
-            .arg(name, arguments.ElementsPath()));
+  if (arguments.WantsNewest()) {
+    if (const orbit::TSatellite* newest = known.Find(wanted)) return *newest;
+  } else if (const auto nearest = known.FindNearest(wanted, jd)) {
+    return *nearest;
   }
-  return *set;
+  throw Failure(
+      QStringLiteral("There is no satellite \"%1\" in %2; \"pelorin-cli elements\" lists what is there")
+          .arg(name, arguments.ElementsPath()));
 }
 
 void WarnOfAge(double days) {
@@ -256,9 +260,9 @@ void WarnOfAge(double days) {
           .arg(std::fabs(days), 0, 'f', 0));
 }
 
-orbit::TSatellite ChooseSet(const std::vector<orbit::TSatellite>& sets, const QString& name, double jd,
+orbit::TSatellite ChooseSet(elements::KnownSets& known, const QString& name, double jd,
                             const Arguments& arguments) {
-  const orbit::TSatellite& set = FindSet(sets, name, jd, arguments);
+  const orbit::TSatellite set = FindSet(known, name, jd, arguments);
   const double age = jd - set.Epoch;
   Say(QStringLiteral("Elements: %1, number %2, set %3 from %4, epoch %5, %6 days %7 the time asked for.")
           .arg(QString::fromStdString(set.Name), QString::fromStdString(set.CatalogueNumber),

@@ -2,11 +2,13 @@
 
 #include <QCommandLineParser>
 #include <QStringList>
+#include <memory>
 #include <stdexcept>
 #include <vector>
 
 #include "app/settings.h"
 #include "app/station_entry.h"
+#include "elements/known_sets.h"
 #include "orbit/date_time.h"
 #include "orbit/satellite.h"
 
@@ -62,8 +64,9 @@ class Arguments {
   bool WantsNewest() const { return parser_.optionNames().contains(QStringLiteral("newest")); }
   /// --elements, or the settings' folder.
   QString ElementsPath() const;
-  /// Every usable set of ElementsPath; says which are left out. Raises Failure when there is none.
-  std::vector<orbit::TSatellite> ElementSets() const;
+  /// The sets of ElementsPath, behind those of the settings' folder the archive's; says which are left out.
+  /// Raises Failure when there is none.
+  std::unique_ptr<elements::KnownSets> ElementSets() const;
 
  private:
   QCommandLineParser parser_;
@@ -83,14 +86,17 @@ double ParseMoment(const QString& text);
 /// "YYYYMMDDHHMMSS[.fff]".
 orbit::TDateTime ParseStart(const QString& text);
 
-/// The named satellite's set: nearest in time to a Julian date, or with --newest the latest. Raises Failure
-/// when there is none.
-const orbit::TSatellite& FindSet(const std::vector<orbit::TSatellite>& sets, const QString& name, double jd,
-                                 const Arguments& arguments);
+/// A satellite's set: nearest in time to a Julian date, or with --newest the one of the list.
+orbit::TSatellite SetFor(const orbit::TSatellite& satellite, double jd, elements::KnownSets& known,
+                         const Arguments& arguments);
+/// The set of the satellite of that name or catalogue number: nearest in time to a Julian date, or with
+/// --newest the latest. Raises Failure when there is none.
+orbit::TSatellite FindSet(elements::KnownSets& known, const QString& name, double jd,
+                          const Arguments& arguments);
 /// A word of warning when elements are used this many days from their epoch, and that is too many.
 void WarnOfAge(double days);
 /// FindSet, and says which set it is and how old.
-orbit::TSatellite ChooseSet(const std::vector<orbit::TSatellite>& sets, const QString& name, double jd,
+orbit::TSatellite ChooseSet(elements::KnownSets& known, const QString& name, double jd,
                             const Arguments& arguments);
 
 }  // namespace pelorin::cli

@@ -8,7 +8,6 @@
 #include "cli/overlay_sources.h"
 #include "cli/table.h"
 #include "files/file_error.h"
-#include "orbit/element_file.h"
 #include "orbit/julian_date.h"
 #include "orbit/scalar_math.h"
 #include "overlay/overlay_outputs.h"
@@ -24,24 +23,24 @@ using overlay::OverlayRequest;
 
 /// The names that a pass string is matched against: those given, else the settings' active satellites, else
 /// all.
-QStringList NamesForPass(const Arguments& arguments, const std::vector<orbit::TSatellite>& sets) {
+QStringList NamesForPass(const Arguments& arguments, elements::KnownSets& known) {
   QStringList names = arguments.Texts(QStringLiteral("satellite"));
   if (names.isEmpty()) {
     // An active satellite may have left the element files since.
     for (const QString& name : app::FromCommaText(arguments.Settings().SatelliteList.Value)) {
-      if (orbit::NewestElementSet(sets, name.toStdString())) names.append(name);
+      if (known.Find(name.toStdString()) != nullptr) names.append(name);
     }
   }
   if (names.isEmpty()) {
-    for (const orbit::TSatellite& set : sets) names.append(QString::fromStdString(set.Name));
-    names.removeDuplicates();
+    const elements::TSatelliteList& list = known.Satellites();
+    for (int index = 0; index < list.Count(); ++index) names.append(QString::fromStdString(list.Name(index)));
   }
   return names;
 }
 
 /// Finds the pass as the desktop does for its pass string: in the list of the day's passes, by the beginning
 /// of the entry.
-passes::ChosenPass FindPass(const Arguments& arguments, const std::vector<orbit::TSatellite>& sets,
+passes::ChosenPass FindPass(const Arguments& arguments, elements::KnownSets& known,
                             const app::Station& station) {
   const QString passString = arguments.Text(QStringLiteral("pass"));
   const orbit::TDateTime time = [&] {
@@ -52,13 +51,15 @@ passes::ChosenPass FindPass(const Arguments& arguments, const std::vector<orbit:
     }
   }();
   const double jd = orbit::JulianDateOfDateTime(time);
-  std::vector<const orbit::TSatellite*> satellites;
-  for (const QString& name : NamesForPass(arguments, sets)) {
-    satellites.push_back(&FindSet(sets, name, jd, arguments));
+  std::vector<orbit::TSatellite> satellites;
+  for (const QString& name : NamesForPass(arguments, known)) {
+    satellites.push_back(FindSet(known, name, jd, arguments));
   }
+  std::vector<const orbit::TSatellite*> pointers;
+  for (const orbit::TSatellite& satellite : satellites) pointers.push_back(&satellite);
   // Two days: a pass that rises before midnight and culminates after it belongs to the second.
   const orbit::PassRequest day{orbit::DatePart(time), 2, 300, station.MinElevationDeg};
-  const QStringList entries = passes::PassListEntries(satellites, station.Place, day);
+  const QStringList entries = passes::PassListEntries(pointers, station.Place, day);
   const app::PassMatch match = app::FindPassByString(passString, entries, time);
   if (match.Index < 0) {
     throw Failure(
@@ -77,7 +78,7 @@ passes::ChosenPass FindPass(const Arguments& arguments, const std::vector<orbit:
 /// Start, length, direction and elements of the pass, however it was named.
 /// A map of `lines` rows, if that is not 0, is as many minutes long as they take.
 OverlayRequest DescribePass(const Arguments& arguments, const app::Station& station, int lines) {
-  const auto sets = arguments.ElementSets();
+  const auto known = arguments.ElementSets();
   OverlayRequest request;
   request.Station = station.Place;
   const QString direction =
@@ -85,7 +86,7 @@ OverlayRequest DescribePass(const Arguments& arguments, const app::Station& stat
                        {QStringLiteral("auto"), QStringLiteral("north"), QStringLiteral("south")});
   QString name;
   if (arguments.Has(QStringLiteral("pass"))) {
-    const passes::ChosenPass pass = FindPass(arguments, sets, station);
+    const passes::ChosenPass pass = FindPass(arguments, *known, station);
     name = pass.SatelliteName;
     request.Start = pass.PassStart;
     request.SouthBound = pass.SouthBound;
@@ -95,12 +96,12 @@ OverlayRequest DescribePass(const Arguments& arguments, const app::Station& stat
     name = arguments.Required(QStringLiteral("satellite"));
     request.Start = ParseStart(arguments.Required(QStringLiteral("start")));
     const int linesPerMinute =
-        FindSet(sets, name, orbit::JulianDateOfDateTime(request.Start), arguments).LinesPerMinute;
+        FindSet(*known, name, orbit::JulianDateOfDateTime(request.Start), arguments).LinesPerMinute;
     const int usual = lines > 0 ? std::clamp((lines + linesPerMinute - 1) / linesPerMinute, 1, 30) : 15;
     request.DurationMinutes = arguments.Whole(QStringLiteral("minutes"), usual, 1, 30);
   }
   const orbit::TDateTime middle{request.Start.Days + request.DurationMinutes / 2.0 / orbit::kMinutesPerDay};
-  request.Satellite = ChooseSet(sets, name, orbit::JulianDateOfDateTime(middle), arguments);
+  request.Satellite = ChooseSet(*known, name, orbit::JulianDateOfDateTime(middle), arguments);
   if (direction != QStringLiteral("auto")) {
     request.SouthBound = direction == QStringLiteral("south");
   } else if (!arguments.Has(QStringLiteral("pass"))) {

@@ -4,7 +4,6 @@
 #include "cli/commands.h"
 #include "cli/options.h"
 #include "cli/table.h"
-#include "orbit/element_file.h"
 #include "orbit/julian_date.h"
 #include "orbit/pass_search.h"
 #include "passes/pass_details.h"
@@ -34,6 +33,21 @@ void PrintTable(const std::vector<FoundPass>& passes, const orbit::Observer& obs
                std::string(pass.SouthBound ? "S" : "N"), pass.DurationSeconds});
   }
   table.Finish();
+}
+
+/// The satellites that were asked for, or all, with their sets for a Julian date.
+std::vector<orbit::TSatellite> ChosenSatellites(const Arguments& arguments, double jd) {
+  const auto known = arguments.ElementSets();
+  std::vector<orbit::TSatellite> chosen;
+  for (const QString& name : arguments.Texts(QStringLiteral("satellite"))) {
+    chosen.push_back(FindSet(*known, name, jd, arguments));
+  }
+  if (!chosen.empty()) return chosen;
+  const elements::TSatelliteList& list = known->Satellites();
+  for (int index = 0; index < list.Count(); ++index) {
+    chosen.push_back(SetFor(list.Satellite(index), jd, *known, arguments));
+  }
+  return chosen;
 }
 
 }  // namespace
@@ -69,27 +83,18 @@ void RunPasses(const QStringList& list) {
       arguments.Whole(QStringLiteral("days"), 1, 1, 366),
       arguments.Whole(QStringLiteral("min-seconds"), 300, 0, 86400), station.MinElevationDeg};
   const double middle = orbit::JulianDateOfDateTime(request.Start) + request.Days / 2.0;
-  const std::vector<orbit::TSatellite> satellites =
-      arguments.WantsNewest() ? orbit::NewestOfEach(arguments.ElementSets())
-                              : orbit::NearestOfEach(arguments.ElementSets(), middle);
-  std::vector<const orbit::TSatellite*> chosen;
-  for (const QString& name : arguments.Texts(QStringLiteral("satellite"))) {
-    chosen.push_back(&FindSet(satellites, name, middle, arguments));
-  }
-  if (chosen.empty()) {
-    for (const orbit::TSatellite& satellite : satellites) chosen.push_back(&satellite);
-  }
+  const std::vector<orbit::TSatellite> chosen = ChosenSatellites(arguments, middle);
 
   double oldest = 0;
-  for (const orbit::TSatellite* satellite : chosen) {
-    if (std::fabs(middle - satellite->Epoch) > std::fabs(oldest)) oldest = middle - satellite->Epoch;
+  for (const orbit::TSatellite& satellite : chosen) {
+    if (std::fabs(middle - satellite.Epoch) > std::fabs(oldest)) oldest = middle - satellite.Epoch;
   }
   WarnOfAge(oldest);
 
   std::vector<FoundPass> passes;
-  for (const orbit::TSatellite* satellite : chosen) {
-    for (const orbit::Pass& pass : orbit::SearchPasses(*satellite, station.Place, request)) {
-      passes.push_back({pass, satellite});
+  for (const orbit::TSatellite& satellite : chosen) {
+    for (const orbit::Pass& pass : orbit::SearchPasses(satellite, station.Place, request)) {
+      passes.push_back({pass, &satellite});
     }
   }
   std::stable_sort(passes.begin(), passes.end(),

@@ -45,7 +45,7 @@ void RunLine(const QStringList& list) {
       list);
   const QString name = arguments.Required(QStringLiteral("satellite"));
   const double jd = ParseMoment(arguments.Required(QStringLiteral("from")));
-  orbit::TSatellite satellite = ChooseSet(arguments.ElementSets(), name, jd, arguments);
+  orbit::TSatellite satellite = ChooseSet(*arguments.ElementSets(), name, jd, arguments);
   const swath::GroundTrack track = swath::TrackAt(satellite, jd);
   if (!std::isfinite(track.Below.Altitude)) {
     throw Failure(QStringLiteral("The elements give no position for that moment"));

@@ -72,7 +72,7 @@ void RunTrack(const QStringList& list) {
   const double seconds = arguments.Number(QStringLiteral("seconds"), 900, 0, 366 * orbit::kSecondsPerDay);
   const double step = arguments.Number(QStringLiteral("step"), 10, 0.001, orbit::kSecondsPerDay);
   const orbit::Observer observer = arguments.Station().Place;
-  const orbit::TSatellite satellite = ChooseSet(arguments.ElementSets(), name, from, arguments);
+  const orbit::TSatellite satellite = ChooseSet(*arguments.ElementSets(), name, from, arguments);
 
   // Every row before the first is written: a failure must not leave half a table behind.
   const double steps = std::floor(seconds / step + 1e-9);

@@ -137,6 +137,7 @@ void TFormMain::FormCreate() {
   if (isFirstRun && session.Unattended == nullptr) {
     OfferDemonstrationElements(session, programFolder_, tellStatus);
   }
+  ShowLeftOut();
   RestoreMenus();
   session.RestoreActive();
 
@@ -159,6 +160,15 @@ void TFormMain::FormCreate() {
   TabSheetSetup->Passes().StartFirstList();
   RestoreWindow();
   session.Map.ModeToRestore = Timeframe::RealTime;
+}
+
+void TFormMain::ShowLeftOut() {
+  const QStringList texts = elements::LeftOutTexts(session_->LeftOut());
+  ui_.StatusElements->setVisible(!texts.isEmpty());
+  ui_.StatusElements->setText(QStringLiteral("Left out of the elements: %1").arg(texts.size()));
+  const QString tip = texts.join(u'\n');
+  // Names come from files and are no markup.
+  ui_.StatusElements->setToolTip(Qt::mightBeRichText(tip) ? tip.toHtmlEscaped() : tip);
 }
 
 void TFormMain::RestoreMenus() {

@@ -89,6 +89,8 @@ class TFormMain : public QMainWindow, public session::Shell {
 
   void ConnectHandlers();
   void BuildPages();
+  /// A word in the status bar when element sets or files cannot be used.
+  void ShowLeftOut();
   void RestoreMenus();
   void RestoreWindow();
   void SetStartTime();

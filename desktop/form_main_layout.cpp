@@ -131,6 +131,9 @@ void FormMainLayout::Build(QMainWindow* form) {
   StatusText->setTextFormat(Qt::PlainText);
   StatusText->setTextInteractionFlags(Qt::TextSelectableByMouse);
   Named(form->statusBar(), "StatusBar")->addWidget(StatusText, 1);
+  StatusElements = Named(new QLabel(form), "StatusElements");
+  StatusElements->setTextFormat(Qt::PlainText);
+  form->statusBar()->addPermanentWidget(StatusElements);
 }
 
 }  // namespace pelorin::desktop

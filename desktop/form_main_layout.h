@@ -17,6 +17,7 @@ namespace pelorin::desktop {
 struct FormMainLayout {
   QTabWidget* PageControl;
   QLabel* StatusText;
+  QLabel* StatusElements;  ///< hidden unless there is something to say about the element files
 
   QAction *Open1, *FilePrintImage, *FilePrintPassList, *FilePrintSetup, *Exit1;
   std::array<QAction*, 3> MenuFootprint;  ///< by setting "FootprintShowLevel"

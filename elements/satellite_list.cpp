@@ -2,74 +2,77 @@
 
 #include <algorithm>
 #include <unordered_map>
+#include <unordered_set>
 
 #include "orbit/element_fields.h"
 
 namespace pelorin::elements {
 
-/// Takes sets in the order of the files. Looking names and numbers up in tables, and sorting once at the end,
-/// keeps a folder of many thousand sets quick.
+/// Looking names and numbers up in tables, and sorting once at the end, keeps a folder of many thousand sets
+/// quick.
 class TSatelliteList::Loader {
  public:
-  explicit Loader(TSatelliteList& list) : list_(list) {}
+  Loader(std::vector<Entry>& entries, std::vector<orbit::RejectedSet>& leftOut)
+      : entries_(entries), leftOut_(leftOut) {}
 
-  void LoadElementFile(const std::filesystem::path& file) {
-    orbit::ReadElementSets(
-        file, [this](std::string_view name, orbit::TSatellite&& set) { Take(name, std::move(set)); },
-        list_.rejected_);
-  }
-
-  void Finish() {
-    std::erase_if(list_.entries_, [](const Entry& entry) { return !entry.satellite; });
-    std::sort(list_.entries_.begin(), list_.entries_.end(),
-              [](const Entry& a, const Entry& b) { return a.folded < b.folded; });
+  void Take(const NamedSet& named) {
+    const std::string number = named.Set.CatalogueKey();
+    const auto known = number.empty() ? byNumber_.end() : byNumber_.find(number);
+    const bool isNew = known == byNumber_.end();
+    if (!isNew && named.Set.Epoch <= entries_[known->second].Named->Set.Epoch) return;
+    const std::size_t place = isNew ? entries_.size() : known->second;
+    Entry entry{orbit::UpperCased(named.Name), &named};
+    if (const auto [holder, isFree] = byName_.emplace(entry.FoldedName, place);
+        !isFree && holder->second != place) {
+      LeaveOut(named, number);
+      return;
+    }
+    if (isNew) {
+      if (!number.empty()) byNumber_.emplace(number, place);
+      entries_.push_back(std::move(entry));
+      return;
+    }
+    if (entries_[place].FoldedName != entry.FoldedName) byName_.erase(entries_[place].FoldedName);
+    entries_[place] = std::move(entry);
   }
 
  private:
-  void Take(std::string_view name, orbit::TSatellite&& set) {
-    const std::string key = set.CatalogueKey();
-    if (!key.empty()) {
-      if (const auto known = byNumber_.find(key); known != byNumber_.end()) {
-        Entry& older = list_.entries_[known->second];
-        if (set.Epoch <= older.satellite->Epoch) return;
-        byName_.erase(older.folded);
-        byNumber_.erase(known);
-        older.satellite.reset();
-      }
-    }
-    std::string folded = orbit::UpperCased(name);
-    const std::size_t index = list_.entries_.size();
-    if (!byName_.emplace(folded, index).second) return;
-    if (!key.empty()) byNumber_.emplace(key, index);
-    list_.entries_.push_back(
-        {std::string(name), std::move(folded), std::make_unique<orbit::TSatellite>(std::move(set))});
+  /// Once for each satellite, however many sets of it there are.
+  void LeaveOut(const NamedSet& named, const std::string& number) {
+    if (!number.empty() && !leftOutNumbers_.insert(number).second) return;
+    leftOut_.push_back({named.Set.Name, named.Set.SourceFile, "another satellite has that name"});
   }
 
-  TSatelliteList& list_;
+  std::vector<Entry>& entries_;
+  std::vector<orbit::RejectedSet>& leftOut_;
   std::unordered_map<std::string, std::size_t> byNumber_, byName_;
+  std::unordered_set<std::string> leftOutNumbers_;
 };
 
-TSatelliteList::TSatelliteList(const std::filesystem::path& folder) : folder_(folder) {
+TSatelliteList::TSatelliteList(const std::filesystem::path& folder, const std::vector<NamedSet>& sets,
+                               std::vector<orbit::RejectedSet>& leftOut)
+    : folder_(folder) {
   // A trailing separator makes file names follow the folder's text directly.
   if (!folder_.empty() && folder_.has_filename()) folder_ /= "";
-  Loader loader(*this);
-  for (const auto& file : orbit::ElementFilesIn(folder_)) loader.LoadElementFile(file);
-  loader.Finish();
+  Loader loader(entries_, leftOut);
+  for (const NamedSet& named : sets) loader.Take(named);
+  std::sort(entries_.begin(), entries_.end(),
+            [](const Entry& a, const Entry& b) { return a.FoldedName < b.FoldedName; });
 }
 
 int TSatelliteList::IndexOf(std::string_view name) const {
   const std::string folded = orbit::UpperCased(name);
   const auto at =
       std::lower_bound(entries_.begin(), entries_.end(), folded,
-                       [](const Entry& entry, const std::string& text) { return entry.folded < text; });
-  return at != entries_.end() && at->folded == folded ? static_cast<int>(at - entries_.begin()) : -1;
+                       [](const Entry& entry, const std::string& text) { return entry.FoldedName < text; });
+  return at != entries_.end() && at->FoldedName == folded ? static_cast<int>(at - entries_.begin()) : -1;
 }
 
 int TSatelliteList::IndexOfCatalogueNumber(std::string_view number) const {
   if (number.size() != 5) return -1;
   const std::string wanted = orbit::UpperCased(number);
   const auto at = std::find_if(entries_.begin(), entries_.end(), [&](const Entry& entry) {
-    return entry.satellite->CatalogueNumber == wanted;
+    return entry.Named->Set.CatalogueNumber == wanted;
   });
   return at != entries_.end() ? static_cast<int>(at - entries_.begin()) : -1;
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <filesystem>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,39 +10,46 @@
 
 namespace pelorin::elements {
 
+/// A set and the name of its satellite as the file writes it, blanks at the ends cut off.
+struct NamedSet {
+  std::string Name;
+  orbit::TSatellite Set;
+};
+
 /// Every satellite of one element folder, sorted by name (case aside), one set a catalogue number: the one
 /// with the later epoch, of equal epochs the first read. Of two satellites with one name the first read
-/// stays. Owns its satellites; their addresses last as long as the list.
+/// stays. It says which set counts now; KnownSets has the others.
 class TSatelliteList {
  public:
-  /// An empty or missing folder gives an empty list; a file that cannot be read raises ReadError.
-  explicit TSatelliteList(const std::filesystem::path& folder);
+  TSatelliteList() = default;
+  /// Chooses among `sets`, in the order in which they were read; they are borrowed, and their addresses must
+  /// last as long as the list. What goes without a place because its name is taken is added to `leftOut`.
+  TSatelliteList(const std::filesystem::path& folder, const std::vector<NamedSet>& sets,
+                 std::vector<orbit::RejectedSet>& leftOut);
 
+  /// With a separator at its end.
   const std::filesystem::path& Folder() const { return folder_; }
   int Count() const { return static_cast<int>(entries_.size()); }
   /// The name as it stands in its file, blanks at the ends cut off.
-  const std::string& Name(int index) const { return entries_[static_cast<std::size_t>(index)].name; }
+  const std::string& Name(int index) const { return entries_[static_cast<std::size_t>(index)].Named->Name; }
   const orbit::TSatellite& Satellite(int index) const {
-    return *entries_[static_cast<std::size_t>(index)].satellite;
+    return entries_[static_cast<std::size_t>(index)].Named->Set;
   }
   /// −1 when there is no such name; case aside.
   int IndexOf(std::string_view name) const;
   /// First satellite of that 5-character number, upper-cased before the search; −1 for none and for any other
   /// length.
   int IndexOfCatalogueNumber(std::string_view number) const;
-  /// Sets whose elements describe no orbit.
-  const std::vector<orbit::RejectedSet>& Rejected() const { return rejected_; }
 
  private:
   struct Entry {
-    std::string name, folded;
-    std::unique_ptr<orbit::TSatellite> satellite;  // null once a newer set has taken its place
+    std::string FoldedName;
+    const NamedSet* Named;
   };
   class Loader;
 
   std::filesystem::path folder_;
   std::vector<Entry> entries_;
-  std::vector<orbit::RejectedSet> rejected_;
 };
 
 }  // namespace pelorin::elements

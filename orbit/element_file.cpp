@@ -2,9 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <fstream>
-#include <unordered_map>
 
 #include "orbit/element_fields.h"
 #include "orbit/omm.h"
@@ -44,40 +42,6 @@ std::string ReadWhole(const fs::path& file) {
   return text;
 }
 
-bool IsNewer(const TSatellite& a, const TSatellite& b) { return a.Epoch > b.Epoch; }
-
-auto NearerTo(double jd) {
-  return [jd](const TSatellite& a, const TSatellite& b) {
-    return std::fabs(a.Epoch - jd) < std::fabs(b.Epoch - jd);
-  };
-}
-
-template <class Better>
-std::vector<TSatellite> BestOfEach(const std::vector<TSatellite>& sets, Better better) {
-  std::vector<TSatellite> best;
-  std::unordered_map<std::string, std::size_t> byNumber;
-  for (const TSatellite& set : sets) {
-    const std::string key = set.CatalogueKey();
-    const auto [known, isNew] = byNumber.emplace(key, best.size());
-    if (isNew || key.empty()) {
-      best.push_back(set);
-    } else if (better(set, best[known->second])) {
-      best[known->second] = set;
-    }
-  }
-  return best;
-}
-
-template <class Better>
-const TSatellite* BestSet(const std::vector<TSatellite>& sets, std::string_view name, Better better) {
-  const std::string wanted = UpperCased(Trimmed(name));
-  const TSatellite* best = nullptr;
-  for (const TSatellite& set : sets) {
-    if (set.Name == wanted && (!best || better(set, *best))) best = &set;
-  }
-  return best;
-}
-
 }  // namespace
 
 void ReadElementTriples(
@@ -102,14 +66,19 @@ void ReadElementSets(const fs::path& file,
   const auto takeFrom = [&](std::string_view name, const auto& source) {
     TSatellite set;
     set.SetIdentity(name, fileName);
+    std::string reason = kNoOrbit;
     try {
       source(set);
-      take(name, std::move(set));
+      if (CanPropagate(set)) {
+        take(name, std::move(set));
+        return;
+      }
     } catch (const ConvertError& error) {
-      rejected.push_back({set.Name, fileName, error.what()});
+      reason = error.what();
     } catch (const MathError&) {
-      rejected.push_back({set.Name, fileName, kNoOrbit});
+      // The elements describe no orbit.
     }
+    rejected.push_back({set.Name, fileName, reason});
   };
   const auto takeMessage = [&](const OmmRecord& record) {
     takeFrom(Trimmed(record[kOmmName]), [&](TSatellite& set) { TakeOmm(record, set); });
@@ -146,40 +115,32 @@ std::vector<fs::path> ElementFilesIn(const fs::path& folder) {
   return files;
 }
 
-std::vector<TSatellite> ReadAllElementSets(const fs::path& fileOrFolder, std::vector<RejectedSet>& rejected) {
+void ReadElementSetsIn(const fs::path& fileOrFolder,
+                       const std::function<void(std::string_view name, TSatellite&& set)>& take,
+                       std::vector<RejectedSet>& rejected) {
   std::error_code error;
-  const bool folder = fs::is_directory(fileOrFolder, error);
-  if (!folder && !fs::exists(fileOrFolder, error)) {
-    throw ReadError("There is no element file or folder " + PathText(fileOrFolder));
+  if (!fs::is_directory(fileOrFolder, error)) {
+    if (!fs::exists(fileOrFolder, error)) {
+      throw ReadError("There is no element file or folder " + PathText(fileOrFolder));
+    }
+    ReadElementSets(fileOrFolder, take, rejected);
+    return;
   }
+  for (const fs::path& file : ElementFilesIn(fileOrFolder)) {
+    try {
+      ReadElementSets(file, take, rejected);
+    } catch (const ReadError&) {
+      rejected.push_back({{}, PathText(file.filename()), "it cannot be read"});
+    }
+  }
+}
+
+std::vector<TSatellite> ReadAllElementSets(const fs::path& fileOrFolder, std::vector<RejectedSet>& rejected) {
   std::vector<TSatellite> sets;
-  for (const fs::path& file : folder ? ElementFilesIn(fileOrFolder) : std::vector<fs::path>{fileOrFolder}) {
-    const auto take = [&](std::string_view, TSatellite&& set) {
-      if (CanPropagate(set)) {
-        sets.push_back(std::move(set));
-      } else {
-        rejected.push_back({set.Name, set.SourceFile, kNoOrbit});
-      }
-    };
-    ReadElementSets(file, take, rejected);
-  }
+  ReadElementSetsIn(
+      fileOrFolder, [&sets](std::string_view, TSatellite&& set) { sets.push_back(std::move(set)); },
+      rejected);
   return sets;
-}
-
-const TSatellite* NearestElementSet(const std::vector<TSatellite>& sets, std::string_view name, double jd) {
-  return BestSet(sets, name, NearerTo(jd));
-}
-
-const TSatellite* NewestElementSet(const std::vector<TSatellite>& sets, std::string_view name) {
-  return BestSet(sets, name, IsNewer);
-}
-
-std::vector<TSatellite> NewestOfEach(const std::vector<TSatellite>& sets) {
-  return BestOfEach(sets, IsNewer);
-}
-
-std::vector<TSatellite> NearestOfEach(const std::vector<TSatellite>& sets, double jd) {
-  return BestOfEach(sets, NearerTo(jd));
 }
 
 }  // namespace pelorin::orbit

@@ -19,7 +19,7 @@ class ReadError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// A set that was found and left out, and why.
+/// A set that was found and left out, and why. Without a name: the whole file.
 struct RejectedSet {
   std::string Name, File, Reason;
 };
@@ -42,23 +42,14 @@ void ReadElementSets(const std::filesystem::path& file,
 /// order of the names. An empty or missing folder has none.
 std::vector<std::filesystem::path> ElementFilesIn(const std::filesystem::path& folder);
 
-/// Every set of a file, or of a folder's element files, in the order read; several of one satellite are all
-/// kept. What has no orbit goes to `rejected`. Raises ReadError for a file that cannot be read and a folder
-/// that does not exist.
+/// ReadElementSets for a file, or for each element file of a folder. In a folder a file that cannot be read
+/// goes to `rejected`. Raises ReadError for a single file that cannot be read, and for what does not exist.
+void ReadElementSetsIn(const std::filesystem::path& fileOrFolder,
+                       const std::function<void(std::string_view name, TSatellite&& set)>& take,
+                       std::vector<RejectedSet>& rejected);
+
+/// The same as a list, in the order read; several sets of one satellite are all kept.
 std::vector<TSatellite> ReadAllElementSets(const std::filesystem::path& fileOrFolder,
                                            std::vector<RejectedSet>& rejected);
-
-/// The set of the named satellite (case aside) whose epoch is nearest a Julian date, or null. A picture wants
-/// the elements of its own days, not the newest.
-const TSatellite* NearestElementSet(const std::vector<TSatellite>& sets, std::string_view name, double jd);
-
-/// The set of the named satellite with the latest epoch, or null.
-const TSatellite* NewestElementSet(const std::vector<TSatellite>& sets, std::string_view name);
-
-/// One set of each satellite, in the order in which the satellites first appear: the newest, or the one
-/// nearest to a Julian date. Satellites are told apart by TSatellite::CatalogueKey; a set without one stands
-/// for itself.
-std::vector<TSatellite> NewestOfEach(const std::vector<TSatellite>& sets);
-std::vector<TSatellite> NearestOfEach(const std::vector<TSatellite>& sets, double jd);
 
 }  // namespace pelorin::orbit

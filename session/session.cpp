@@ -3,6 +3,9 @@
 #include <filesystem>
 #include <utility>
 
+#include "app/program_paths.h"
+#include "orbit/julian_date.h"
+
 namespace pelorin::session {
 
 Session::Session(app::Settings& settings, Prompts& boxes, Shell& window, Clock now, UnattendedRun* unattended)
@@ -11,8 +14,8 @@ Session::Session(app::Settings& settings, Prompts& boxes, Shell& window, Clock n
       Window(window),
       Now(std::move(now)),
       Unattended(unattended),
-      satellites_(std::make_unique<elements::TSatelliteList>(std::filesystem::path())),
-      following_(std::make_unique<session::ActiveSatellites>(*satellites_)) {}
+      known_(std::make_unique<elements::KnownSets>()),
+      following_(std::make_unique<session::ActiveSatellites>(known_->Satellites())) {}
 
 orbit::TDateTime Session::LocalNow() const {
   const orbit::TDateTime now = Now();
@@ -34,11 +37,25 @@ int Session::SelectedIndex() const {
 }
 
 void Session::LoadSatellites(const QString& folder) {
-  auto satellites =
-      std::make_unique<elements::TSatelliteList>(std::filesystem::path(folder.toStdU16String()));
+  auto known = std::make_unique<elements::KnownSets>(std::filesystem::path(folder.toStdU16String()),
+                                                     app::ElementArchiveFolder());
   selected_ = nullptr;
-  following_ = std::make_unique<session::ActiveSatellites>(*satellites);
-  satellites_ = std::move(satellites);
+  following_ = std::make_unique<session::ActiveSatellites>(known->Satellites());
+  known_ = std::move(known);
+}
+
+orbit::TSatellite Session::SetNear(const orbit::TSatellite& satellite, orbit::TDateTime moment) const {
+  return known_->Nearest(satellite, orbit::JulianDateOfDateTime(moment));
+}
+
+std::vector<orbit::TSatellite> Session::ActiveSetsFor(orbit::TDateTime firstDay, int days) const {
+  const orbit::TDateTime middle{firstDay.Days + days / 2.0};
+  const bool isPast = middle.Days < orbit::DatePart(Now()).Days;
+  std::vector<orbit::TSatellite> sets;
+  for (const NamedSatellite& entry : Active()) {
+    sets.push_back(isPast ? SetNear(*entry.Satellite, middle) : *entry.Satellite);
+  }
+  return sets;
 }
 
 void Session::RestoreActive() {

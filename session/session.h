@@ -8,7 +8,7 @@
 #include "app/settings.h"
 #include "app/station_entry.h"
 #include "app/time_zone.h"
-#include "elements/satellite_list.h"
+#include "elements/known_sets.h"
 #include "orbit/date_time.h"
 #include "session/active_satellites.h"
 #include "session/prompts.h"
@@ -73,7 +73,7 @@ class Session : public QObject {
   orbit::TDateTime LocalNow() const;
 
   /// Never null; empty until LoadSatellites.
-  const elements::TSatelliteList& Satellites() const { return *satellites_; }
+  const elements::TSatelliteList& Satellites() const { return known_->Satellites(); }
   /// The lists of Available and Active.
   const session::ActiveSatellites& Following() const { return *following_; }
   const std::vector<NamedSatellite>& Active() const { return following_->Active(); }
@@ -84,8 +84,18 @@ class Session : public QObject {
   /// Place of the selected satellite in Active(), or −1.
   int SelectedIndex() const;
 
-  /// Reads the folder's element files. Raises orbit::ReadError; the earlier satellites then stay.
+  /// Reads the folder's element files; what cannot be used is in LeftOut().
   void LoadSatellites(const QString& folder);
+  /// Files and sets that LoadSatellites could not use, and why.
+  const std::vector<orbit::RejectedSet>& LeftOut() const { return known_->LeftOut(); }
+
+  /// Of all sets known of that satellite, those of the archive too, the one nearest a moment: what maps and
+  /// flights are made with.
+  orbit::TSatellite SetNear(const orbit::TSatellite& satellite, orbit::TDateTime moment) const;
+  /// The active satellites' sets for the passes of some days, in the order of Active(): those nearest to days
+  /// gone by, the newest for all others.
+  std::vector<orbit::TSatellite> ActiveSetsFor(orbit::TDateTime firstDay, int days) const;
+
   /// Makes active what the settings name. What no file holds any more is dropped, unless there is no
   /// satellite at all.
   void RestoreActive();
@@ -118,7 +128,7 @@ class Session : public QObject {
   void PictureSearched(const QString& baseName);
 
  private:
-  std::unique_ptr<elements::TSatelliteList> satellites_;
+  std::unique_ptr<elements::KnownSets> known_;
   std::unique_ptr<session::ActiveSatellites> following_;
   const orbit::TSatellite* selected_ = nullptr;
 };

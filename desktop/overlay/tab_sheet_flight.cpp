@@ -133,8 +133,9 @@ void TTabSheetFlight::StartFlight() {
     session_.Window.SetStatus(QStringLiteral("No satellite is chosen"));
     return;
   }
-  flight_.Start(*satellite, sources_, ChosenMarks(session_.Settings), session_.Pass.SouthBound, FlightTime(),
-                screen()->size().height());
+  const orbit::TDateTime now = FlightTime();
+  flight_.Start(session_.SetNear(*satellite, now), sources_, ChosenMarks(session_.Settings),
+                session_.Pass.SouthBound, now, screen()->size().height());
   ScrollBoxFlight->setWidgetResizable(false);
   ImageFlight->SetFlight(*flight_.Picture());
   ScrollBoxFlight->verticalScrollBar()->setValue(session_.Pass.SouthBound ? 0 : 9999);

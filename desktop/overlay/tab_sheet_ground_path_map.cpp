@@ -38,7 +38,9 @@ overlay::OverlayRequest TTabSheetGroundPath::Request() const {
   const app::Settings& settings = session_.Settings;
   overlay::OverlayRequest request;
   if (const int chosen = ui_.ComboBoxSatForPic->currentIndex(); chosen >= 0) {
-    request.Satellite = *session_.Active().at(static_cast<std::size_t>(chosen)).Satellite;
+    request.Satellite =
+        session_.SetNear(*session_.Active().at(static_cast<std::size_t>(chosen)).Satellite,
+                         {passTime_.Days + ui_.SpinEditPassDuration->value() / 2.0 / orbit::kMinutesPerDay});
   }
   request.Station = session_.Station.Place;
   request.Start = {passTime_.Days + ui_.GroupBoxTimeCorrection->Seconds() / orbit::kSecondsPerDay};

@@ -105,10 +105,11 @@ void TFormEphemeris::TabSheetEphemerisShow() {
 
 std::vector<orbit::TSatellite> TFormEphemeris::SelectedSatellites() const {
   std::vector<orbit::TSatellite> selected;
-  const std::vector<session::NamedSatellite>& active = session_.Active();
+  const std::vector<orbit::TSatellite> active =
+      session_.ActiveSetsFor(StartDate, ui_.SpinEditNumDays->value());
   for (std::size_t index = 0; index < active.size(); ++index) {
     const QListWidgetItem* item = ui_.ListBoxSatellites->item(static_cast<int>(index));
-    if (item != nullptr && item->isSelected()) selected.push_back(*active[index].Satellite);
+    if (item != nullptr && item->isSelected()) selected.push_back(active[index]);
   }
   return selected;
 }

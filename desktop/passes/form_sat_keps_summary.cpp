@@ -26,6 +26,7 @@ enum SummaryColumn { kSatelliteColumn, kNumberColumn, kEpochColumn, kAgeColumn, 
 constexpr int kTitleCharacters = 60;
 constexpr int kFewestRows = 8;
 constexpr int kMostRows = 30;
+constexpr qsizetype kMostLeftOut = 4;
 /// The most of the screen that the window takes.
 constexpr double kScreenPart = 0.85;
 
@@ -57,7 +58,8 @@ TFormSatKepsSummary::TFormSatKepsSummary(session::Session& session, QWidget* par
       session_(session),
       labelSource_(session::Named(new QLabel(this), "LabelSource")),
       listViewKeps_(session::Named(new QTreeWidget(this), "ListViewKeps")),
-      labelEmpty_(session::Named(new QLabel(listViewKeps_->viewport()), "LabelEmpty")) {
+      labelEmpty_(session::Named(new QLabel(listViewKeps_->viewport()), "LabelEmpty")),
+      labelLeftOut_(session::Named(new QLabel(this), "LabelLeftOut")) {
   session::Named(this, "FormSatKepsSummary");
   setWindowTitle(QStringLiteral("Pelorin - Satellite Kepler data summary"));
 
@@ -85,6 +87,10 @@ TFormSatKepsSummary::TFormSatKepsSummary(session::Session& session, QWidget* par
   labelEmpty_->setForegroundRole(QPalette::PlaceholderText);
   (new QVBoxLayout(listViewKeps_->viewport()))->addWidget(labelEmpty_);
 
+  labelLeftOut_->setTextFormat(Qt::PlainText);
+  labelLeftOut_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  labelLeftOut_->setWordWrap(true);
+
   auto* buttonClose = session::Named(new QPushButton(QStringLiteral("&Close"), this), "ButtonClose");
   buttonClose->setDefault(true);
   connect(buttonClose, &QPushButton::clicked, this, &QDialog::accept);
@@ -99,11 +105,13 @@ TFormSatKepsSummary::TFormSatKepsSummary(session::Session& session, QWidget* par
   auto* layout = new QVBoxLayout(this);
   layout->addLayout(source);
   layout->addWidget(listViewKeps_, 1);
+  layout->addWidget(labelLeftOut_);
   layout->addLayout(buttons);
 }
 
 void TFormSatKepsSummary::FormShow() {
   FillList();
+  ShowLeftOut();
   SizeToList(SizeColumns());
   listViewKeps_->setFocus();
 }
@@ -122,6 +130,18 @@ void TFormSatKepsSummary::FillList() {
   }
   listViewKeps_->addTopLevelItems(items);
   labelEmpty_->setVisible(items.isEmpty());
+}
+
+void TFormSatKepsSummary::ShowLeftOut() {
+  QStringList texts = elements::LeftOutTexts(session_.LeftOut());
+  labelLeftOut_->setVisible(!texts.isEmpty());
+  const QString all = texts.join(u'\n');
+  labelLeftOut_->setToolTip(Qt::mightBeRichText(all) ? all.toHtmlEscaped() : all);
+  if (texts.size() > kMostLeftOut) {
+    const qsizetype more = texts.size() - kMostLeftOut;
+    texts = texts.first(kMostLeftOut) + QStringList(QStringLiteral("and %1 more").arg(more));
+  }
+  labelLeftOut_->setText(QStringLiteral("Left out:\n") + texts.join(u'\n'));
 }
 
 int TFormSatKepsSummary::SizeColumns() {

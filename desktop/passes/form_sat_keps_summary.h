@@ -9,7 +9,7 @@ class QTreeWidget;
 
 namespace pelorin::desktop {
 
-/// Every loaded element set with its age.
+/// Every loaded element set with its age, and below them what could not be used.
 class TFormSatKepsSummary : public QDialog {
   Q_OBJECT
 
@@ -25,6 +25,7 @@ class TFormSatKepsSummary : public QDialog {
 
  private:
   void FillList();
+  void ShowLeftOut();
   /// Returns the width of all columns.
   int SizeColumns();
   /// Opens the window for all columns, and as many rows as look well.
@@ -34,6 +35,7 @@ class TFormSatKepsSummary : public QDialog {
   QLabel* labelSource_;
   QTreeWidget* listViewKeps_;
   QLabel* labelEmpty_;
+  QLabel* labelLeftOut_;
 };
 
 }  // namespace pelorin::desktop

@@ -172,12 +172,8 @@ elements::UpdateResult TFormUpdateKeplers::Run(const elements::ElementRequests& 
     SetRunning(false);
     labelProgress_->setText(ending + elements::OutcomeSummary(outcomes_) + u'.');
   });
-  const elements::ElementUpdate update{files_,
-                                       folder_,
-                                       baseAddress_,
-                                       QDir(userDataFolder_).filePath(QStringLiteral("archive")),
-                                       [this] { return session_.Now(); },
-                                       insist};
+  const elements::ElementUpdate update{
+      files_, folder_, baseAddress_, app::ElementArchiveFolder(), [this] { return session_.Now(); }, insist};
   const elements::UpdateResult result =
       elements::UpdateElementFiles(update, requests,
                                    {[this](const QString& address) { return download_.Get(address); },

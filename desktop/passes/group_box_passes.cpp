@@ -128,8 +128,12 @@ bool TGroupBoxPasses::BuildPassList() {
   ui_.LabelPassDate->setText(
       QStringLiteral("Passes for %1  (UTC)")
           .arg(QString::fromStdString(FormatDateTime("yyyy mmm dd", session_.Pass.PassListDate))));
+  const std::vector<orbit::TSatellite> sets =
+      session_.ActiveSetsFor(session_.Pass.PassListDate, session_.Pass.DaysAhead);
+  std::vector<const orbit::TSatellite*> satellites;
+  for (const orbit::TSatellite& set : sets) satellites.push_back(&set);
   const QStringList entries =
-      passes::PassListEntries(session_.ActiveSatellites(), session_.Station.Place,
+      passes::PassListEntries(satellites, session_.Station.Place,
                               {session_.Pass.PassListDate, session_.Pass.DaysAhead, kShortestPassSeconds,
                                session_.Station.MinElevationDeg});
   ui_.ListBoxPasses->SetEmptyText(NoPassesText());

@@ -6,12 +6,14 @@
 #include <fstream>
 #include <random>
 
-#include "elements/satellite_list.h"
+#include "elements/known_sets.h"
+#include "orbit/julian_date.h"
 
 namespace pelorin::elements {
 namespace {
 
 namespace fs = std::filesystem;
+using namespace Qt::StringLiterals;
 
 class ElementFiles : public testing::Test {
  protected:
@@ -36,7 +38,8 @@ TEST_F(ElementFiles, TheNewerSetOfASatelliteWins) {
                      Set("Alpha", "A0001", "99001.00000000", "\n") +
                      Set("alpha", "22222", "99001.00000000", "\n"));
   Write("c.txt", Set("IGNORED", "33333", "99034.20978316"));
-  const TSatelliteList list(Folder());
+  KnownSets known(Folder(), {});
+  const TSatelliteList& list = known.Satellites();
   ASSERT_EQ(list.Count(), 3);
   EXPECT_EQ(list.Name(0), "Alpha");  // the second set of that name is not taken
   EXPECT_EQ(list.Satellite(0).CatalogueNumber, "A0001");
@@ -45,12 +48,18 @@ TEST_F(ElementFiles, TheNewerSetOfASatelliteWins) {
   EXPECT_EQ(list.IndexOf("OTHER"), 2);
   EXPECT_EQ(list.IndexOfCatalogueNumber("a0001"), 0);
   EXPECT_EQ(list.IndexOfCatalogueNumber("2126"), -1);
+  EXPECT_EQ(LeftOutTexts(known.LeftOut()),
+            QStringList(u"ALPHA in a.2li, because another satellite has that name"_s));
+  EXPECT_EQ(known.Find("22222")->CatalogueNumber, "22222") << "by its number it can be had";
+  EXPECT_EQ(known.Find(" a0001")->Name, "ALPHA");
+  EXPECT_EQ(known.Find(""), nullptr);
 }
 
 TEST_F(ElementFiles, OfEqualEpochsTheFirstReadStays) {
   Write("a.2li", Set("FIRST", "21263", "99034.20978316"));
   Write("a.tle", Set("SECOND", "21263", "99034.20978316"));
-  const TSatelliteList list(Folder());
+  KnownSets known(Folder(), {});
+  const TSatelliteList& list = known.Satellites();
   ASSERT_EQ(list.Count(), 1);
   EXPECT_EQ(list.Name(0), "FIRST");
 }
@@ -65,13 +74,13 @@ TEST_F(ElementFiles, TriplesAreTakenOrPassedOverWhole) {
               {"no name line shifts the rest", good.substr(good.find('\n') + 1) + good, 0},
               {"0 NAME stands as it is", Set("0 GOOD", "21263", "99034.20978316"), 1},
               {"blanks at line ends", Set("GOOD", "21263", "99034.20978316", "  \r\n"), 1},
-              {"cut in line 2", good.substr(0, good.size() - 30), 1},
+              {"cut in line 2, before the mean motion", good.substr(0, good.size() - 30), 0},
               {"cut in line 1", good.substr(0, 40), 0},
               {"eccentricity 1 and more", Set("BAD", "21263", "99034.20978316", "\n", "9999999") + good, 1},
               {"empty", "", 0}};
   for (const auto& row : rows) {
     Write("a.2li", row.text);
-    EXPECT_EQ(TSatelliteList(Folder()).Count(), row.count) << row.label;
+    EXPECT_EQ(KnownSets(Folder(), {}).Satellites().Count(), row.count) << row.label;
   }
 }
 
@@ -83,8 +92,8 @@ TEST_F(ElementFiles, GarbageAndMissingFoldersDoNoHarm) {
   Write("a.2li", noise);
   std::vector<orbit::RejectedSet> rejected;
   for (const orbit::TSatellite& set : orbit::ReadAllElementSets(Folder(), rejected)) EXPECT_TRUE(set.Valid);
-  EXPECT_EQ(TSatelliteList("").Count(), 0);
-  EXPECT_EQ(TSatelliteList(Folder() / "missing").Count(), 0);
+  EXPECT_EQ(KnownSets().Satellites().Count(), 0);
+  EXPECT_EQ(KnownSets(Folder() / "missing", {}).Satellites().Count(), 0);
   EXPECT_THROW(orbit::ReadAllElementSets(Folder() / "missing", rejected), orbit::ReadError);
   Write("huge.tle", "");
   fs::resize_file(Folder() / "huge.tle", std::uintmax_t{40} << 30);
@@ -98,20 +107,68 @@ TEST_F(ElementFiles, GarbageAndMissingFoldersDoNoHarm) {
   }
 }
 
-TEST_F(ElementFiles, APictureGetsTheElementsOfItsOwnDays) {
+TEST_F(ElementFiles, ATimeGetsTheSetNearestToIt) {
+  const fs::path archive = Folder() / "archive";
+  const QString archiveFolder = QString::fromStdString(archive.string());
+  fs::create_directory(archive);
   Write("a.tle", Set("NOAA 12", "21263", "99034.20978316") + Set("NOAA 12", "21263", "99134.20978316") +
-                     Set("NOAA 12", "21263", "98334.20978316") +
-                     Set("STILL", "21264", "98334.20978316", "\n", "XXXXXXX") +
-                     "DEAD\r\n1 00001U\r\n2 00001\r\n");
-  std::vector<orbit::RejectedSet> rejected;
-  const auto sets = orbit::ReadAllElementSets(Folder() / "a.tle", rejected);
-  ASSERT_EQ(sets.size(), 4u);
-  ASSERT_EQ(rejected.size(), 1u);
-  EXPECT_EQ(rejected[0].Name, "DEAD");
-  EXPECT_NEAR(orbit::NearestElementSet(sets, "noaa 12", sets[0].Epoch + 30)->EpochRaw, 99034.2, 0.1);
-  EXPECT_NEAR(orbit::NearestElementSet(sets, "NOAA 12", sets[0].Epoch - 999)->EpochRaw, 98334.2, 0.1);
-  EXPECT_NEAR(orbit::NewestElementSet(sets, "NOAA 12")->EpochRaw, 99134.2, 0.1);
-  EXPECT_EQ(orbit::NewestElementSet(sets, "NOAA 1"), nullptr);
+                     Set("NOAA-12", "21263", "98334.20978316"));
+  Write("archive/1998-12.2li",
+        Set("noaa 12 [-]", "21263", "98340.00000000") + Set("NOAA 11", "19531", "98341.00000000"));
+  Write("archive/1999-02.2li", Set("NOAA 12", "21263", "99033.00000000"));
+  Write("archive/undated.2li", Set("NOAA 12", "21263", "99000.00000000"));
+  const struct {
+    const char* label;
+    const char* wanted;
+    double epoch;     // of the time asked for
+    double expected;  // 0 for none
+    const char* name;
+  } rows[] = {{"a loaded one", "NOAA 12", 99034.9, 99034.20978316, "NOAA 12"},
+              {"the newest", "noaa 12", 99365.0, 99134.20978316, "NOAA 12"},
+              {"an older one of another name", "21263", 98001.0, 98334.20978316, "NOAA 12"},
+              {"one of the archive", "NOAA 12", 98350.0, 98340.0, "NOAA 12"},
+              {"one of another month of it", "NOAA 12", 99020.0, 99033.0, "NOAA 12"},
+              {"by an earlier name", "NOAA-12", 99033.1, 99033.0, "NOAA-12"},
+              {"one that the archive alone knows", "noaa 11", 99365.0, 98341.0, "NOAA 11"},
+              {"the same by its number", "19531", 98001.0, 98341.0, "NOAA 11"},
+              {"nobody", "NOAA 1", 99001.0, 0, ""},
+              {"nothing", "", 99001.0, 0, ""}};
+  const auto check = [&] {
+    KnownSets known(Folder(), archiveFolder);
+    EXPECT_EQ(known.Satellites().Count(), 1) << "what the archive holds is not listed";
+    for (const auto& row : rows) {
+      const auto found = known.FindNearest(row.wanted, orbit::JulianDateOfEpoch(row.epoch));
+      EXPECT_EQ(found ? found->EpochRaw : 0, row.expected) << row.label;
+      EXPECT_EQ(found ? found->Name : "", row.name) << row.label;
+    }
+  };
+  check();
+  ASSERT_TRUE(fs::exists(archive / "index.txt"));
+  const auto written = fs::last_write_time(archive / "index.txt");
+  check();  // by the index
+  EXPECT_EQ(fs::last_write_time(archive / "index.txt"), written) << "nothing had changed";
+  Write("archive/index.txt",
+        "Pelorin archive index 1\r\n>0 0 1999-02.2li\r\n21263 1 2 X\r\n>9 9 gone.2li\r\n");
+  check();
+  Write("archive/index.txt", "21263 1 2 X");
+  check();
+  Write("archive/1999-02.2li", Set("NOAA 12", "21263", "99032.00000000") + Set("Y", "2", "99033.00000000"));
+  EXPECT_EQ(
+      KnownSets(Folder(), archiveFolder).FindNearest("NOAA 12", orbit::JulianDateOfEpoch(99020))->EpochRaw,
+      99032.0);
+}
+
+TEST_F(ElementFiles, WhatCannotBeUsedIsToldAndDoesNotEndTheLoading) {
+  const std::string still = "STILL\n1 21264U\n2 21264  98.5313  39.9325 0013250   4.9627 355.1680\n";
+  Write("b.tle", Set("NOAA 12", "21263", "99034.20978316") + Set("STILL", "21264", "98334.20978316") + still +
+                     still + "DEAD\r\n1 00001U\r\n2 00001\r\n");
+  fs::create_symlink("nowhere.2li", Folder() / "a.2li");
+  KnownSets known(Folder(), {});
+  EXPECT_EQ(known.Satellites().Count(), 2) << "an older set does where the newer one has no orbit";
+  EXPECT_EQ(LeftOutTexts(known.LeftOut()),
+            (QStringList{u"a.2li, because it cannot be read"_s,
+                         u"STILL in b.tle (2 times), because its elements describe no orbit"_s,
+                         u"DEAD in b.tle, because its elements describe no orbit"_s}));
 }
 
 }  // namespace

@@ -5,6 +5,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include "elements/known_sets.h"
+#include "elements/stale_elements.h"
 #include "orbit/date_time.h"
 #include "orbit/julian_date.h"
 
@@ -27,7 +29,8 @@ TEST(ElementSummary, RowsShowTheSetsAsWritten) {
   file.close();
   const double nowJd = JulianDateOfDateTime(orbit::MakeDateTime(2022, 2, 20, 12));
   QStringList rows;
-  for (const ElementSummaryRow& row : ElementSummary(TSatelliteList(folder.path().toStdString()), nowJd)) {
+  KnownSets known(folder.path().toStdString(), {});
+  for (const ElementSummaryRow& row : ElementSummary(known.Satellites(), nowJd)) {
     rows.append(
         QStringList{row.Satellite, row.CatalogueNumber, row.Epoch, QString::number(row.DaysAge), row.File}
             .join(u'|'));
@@ -35,6 +38,8 @@ TEST(ElementSummary, RowsShowTheSetsAsWritten) {
   // 2005 March 4 is 6197 days before, 2022 February 22 still to come.
   EXPECT_EQ(rows, (QStringList{u"Meteor 2-21|22782| 5063.50000000|6197|Mixed.2LI"_s,
                                u"NOAA 15|25338|22053.20978316|-1|Mixed.2LI"_s}));
+  EXPECT_EQ(LargestElementAge(known.Satellites(), nowJd), 6197);
+  EXPECT_EQ(LargestElementAge(known.Satellites(), nowJd - 6200), 0) << "no set is of the past";
 }
 
 }  // namespace

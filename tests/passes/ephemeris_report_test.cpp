@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "orbit/element_file.h"
+#include "elements/known_sets.h"
 #include "orbit/julian_date.h"
 #include "orbit/look_angles.h"
 #include "orbit/propagation.h"
@@ -60,9 +60,8 @@ N/S   Satellite    A O S    L O S    Mins Elev Long
  S  NOAA 19       19:00:32 19:10:52    11  16° 181°)";
 
 orbit::TSatellite Demonstration(const char* name) {
-  std::vector<orbit::RejectedSet> rejected;
-  static const auto sets = orbit::ReadAllElementSets(PELORIN_DEMO_ELEMENTS, rejected);
-  const orbit::TSatellite* set = orbit::NewestElementSet(sets, name);
+  static const elements::KnownSets sets(PELORIN_DEMO_ELEMENTS, {});
+  const orbit::TSatellite* set = sets.Find(name);
   if (set == nullptr) throw std::runtime_error(std::string("no ") + name);
   return *set;
 }

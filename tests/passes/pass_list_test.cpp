@@ -6,7 +6,7 @@
 #include <tuple>
 #include <utility>
 
-#include "elements/satellite_list.h"
+#include "elements/known_sets.h"
 #include "files/file_error.h"
 #include "files/read_file.h"
 #include "orbit/scalar_math.h"
@@ -22,7 +22,8 @@ const orbit::TDateTime kListDate = orbit::MakeDateTime(2023, 12, 31, 6);
 const orbit::Observer kStation = orbit::ObserverFromDegrees(47.6, -122.3, 60);
 
 TEST(PassList, PassesOfAllSatellitesAreMergedInTimeOrder) {
-  const elements::TSatelliteList satellites(PELORIN_DEMO_ELEMENTS);
+  const elements::KnownSets known(PELORIN_DEMO_ELEMENTS, {});
+  const elements::TSatelliteList& satellites = known.Satellites();
   const orbit::TSatellite* const noaa15 = &satellites.Satellite(satellites.IndexOf("NOAA 15"));
   const orbit::TSatellite* const noaa19 = &satellites.Satellite(satellites.IndexOf("NOAA 19"));
   // Over the turn of the year: January sorts first.

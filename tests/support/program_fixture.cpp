@@ -24,12 +24,14 @@ ProgramFixture::ProgramFixture() : Now(orbit::MakeDateTime(2022, 2, 23, 6, 0)), 
   }
   QFile::link(QStringLiteral(PELORIN_BUILT_DATA), Path(QStringLiteral("share/pelorin")));
   QDir::setCurrent(Path(QStringLiteral("elsewhere")));
+  qputenv("PELORIN_DATA_DIR", Path(QStringLiteral("user")).toLocal8Bit());
   store_ = std::make_unique<app::RegistryStore>(Path(QStringLiteral("config")));
 }
 
 ProgramFixture::~ProgramFixture() {
   Form.reset();
   QDir::setCurrent(before_);
+  qunsetenv("PELORIN_DATA_DIR");
 }
 
 void ProgramFixture::GiveElements() {

@@ -49,9 +49,10 @@ inline orbit::TSatellite ReferenceSatellite(const std::string& name) {
   std::vector<orbit::RejectedSet> rejected;
   static const auto sets =
       orbit::ReadAllElementSets(std::filesystem::path(PELORIN_TEST_DATA) / "elements.2li", rejected);
-  const orbit::TSatellite* set = orbit::NewestElementSet(sets, name);
-  if (!set) throw std::runtime_error("no reference set " + name);
-  return *set;
+  for (const orbit::TSatellite& set : sets) {
+    if (set.Name == name) return set;
+  }
+  throw std::runtime_error("no reference set " + name);
 }
 
 }  // namespace pelorin::tests

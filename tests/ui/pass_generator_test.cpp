@@ -2,6 +2,7 @@
 
 #include <QComboBox>
 #include <QDateEdit>
+#include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QPushButton>
@@ -9,7 +10,15 @@
 #include <QTest>
 #include <QTimer>
 
+#include "elements/known_sets.h"
+#include "files/atomic_file.h"
 #include "files/read_file.h"
+#include "files/text_file.h"
+#include "orbit/julian_date.h"
+#include "orbit/observer.h"
+#include "orbit/propagation.h"
+#include "orbit/scalar_math.h"
+#include "passes/pass_list.h"
 #include "session/list_box.h"
 #include "tests/support/program_fixture.h"
 
@@ -78,6 +87,47 @@ TEST(PassGenerator, ListOfTheDayIsShownSavedAndUsed) {
   EXPECT_EQ(program.Form->CurrentPage(), Page::Flight);
   EXPECT_NEAR(session.Pass.FlightTimeOffset, session.Pass.PassStart.Days - program.Now.Days, 1e-9);
   EXPECT_EQ(program.Boxes.Take(), QStringList());
+  program.Close();
+}
+
+TEST(PassGenerator, PastDaysAreOfTheElementsOfTheirTime) {
+  ProgramFixture program;
+  program.GiveOrdinarySettings(u"\"NOAA 19\""_s);
+  program.Set(u"SavePassDetails"_s, 1);
+  QDir(program.Path(QString())).mkpath(u"user/archive"_s);
+  // The same orbit as of a month before: from it, other passes follow.
+  QByteArray earlier = files::ReadFile(program.Path(u"bin/weather.2li"_s));
+  files::ReplaceFile(program.Path(u"user/archive/2022-01.2li"_s), earlier.replace(" 22053.", " 22023."));
+  const elements::KnownSets archived(program.Path(u"user/archive"_s).toStdU16String(), {});
+  const elements::KnownSets loaded(program.Path(u"bin"_s).toStdU16String(), {});
+  program.Start();
+  program.Form->ShowPage(Page::Setup);
+  auto* list = program.Find<TListBox>("ListBoxPasses");
+  const app::Station& station = program.Form->Shared().Station;
+  const struct {
+    QDate Day;
+    const elements::KnownSets& Expected;
+  } rows[] = {{QDate(2022, 2, 23), loaded}, {QDate(2022, 1, 24), archived}};
+  for (const auto& row : rows) {
+    program.Find<QDateEdit>("DateTimePickerPasses")->setDate(row.Day);
+    program.Fire("TimerPassDateChanging");
+    const orbit::TDateTime day = orbit::MakeDateTime(row.Day.year(), row.Day.month(), row.Day.day());
+    EXPECT_EQ(list->Items(), passes::PassListEntries({row.Expected.Find("NOAA 19")}, station.Place,
+                                                     {day, 1, 300, station.MinElevationDeg}));
+  }
+
+  // The map of such a pass is made with them, too.
+  list->setCurrentRow(0);
+  program.Click("ButtonPicFromPass");
+  program.Click("ButtonGenTopo");
+  const QStringList start =
+      files::ReadLines(program.Path(u"bin/pass.dat"_s)).value(0).split(u' ', Qt::SkipEmptyParts);
+  ASSERT_EQ(start.size(), 3);
+  const double jd = orbit::JulianDateOfDateTime(program.Form->Shared().Pass.PassStart);
+  orbit::Geodetic below;
+  orbit::SatLatLonAlt(orbit::SatelliteStateKm(*archived.Find("NOAA 19"), jd).Position, jd, below);
+  EXPECT_NEAR(start[1].toDouble(), orbit::Degrees(below.Latitude), 0.06);
+  EXPECT_NEAR(start[2].toDouble(), orbit::Degrees(below.Longitude), 0.06);
   program.Close();
 }
 

@@ -4,6 +4,7 @@
 #include <QDialog>
 #include <QDir>
 #include <QFile>
+#include <QLabel>
 #include <QLineEdit>
 #include <QTabWidget>
 #include <QTest>
@@ -145,6 +146,36 @@ TEST(StartUp, BadSurroundingsAreToldAndSurvived) {
         program.Form->findChild<QWidget*>(u"TabSheetDebug"_s)->findChildren<TListBox*>().last()->count(), 61);
     program.Close();
   }
+}
+
+TEST(StartUp, ElementsThatCannotBeUsedAreToldQuietly) {
+  ProgramFixture program;
+  program.GiveOrdinarySettings(u"\"NOAA 19\""_s);
+  program.Start();
+  EXPECT_TRUE(program.Find("StatusElements")->isHidden());
+  program.Close();
+  QFile::link(u"gone.2li"_s, program.Path(u"bin/a.2li"_s));
+  WriteFile(program.Path(u"bin/<b>.tle"_s), "STILL\n1 21264U\n2 21264\n");
+  program.Start();
+  const auto* status = program.Find<QLabel>("StatusElements");
+  EXPECT_TRUE(status->isVisible());
+  EXPECT_EQ(status->text(), u"Left out of the elements: 2"_s);
+  EXPECT_EQ(program.Form->Shared().Satellites().Count(), 45) << "the rest is loaded";
+  QString shown;
+  QTimer watch;
+  QObject::connect(&watch, &QTimer::timeout, &watch, [&shown] {
+    auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (dialog == nullptr) return;
+    shown = dialog->findChild<QLabel*>(u"LabelLeftOut"_s)->text();
+    dialog->reject();
+  });
+  watch.start(5);
+  program.Find<QAction>("ViewSatelliteData")->trigger();
+  EXPECT_EQ(shown,
+            u"Left out:\na.2li, because it cannot be read\n"
+            "STILL in <b>.tle, because its elements describe no orbit"_s);
+  EXPECT_EQ(program.Boxes.Take(), QStringList());
+  program.Close();
 }
 
 TEST(StartUp, MapIsCentredWhereTheStationIs) {

@@ -37,17 +37,13 @@ class UpdateKeplers : public testing::Test {
  protected:
   UpdateKeplers() {
     qputenv("PELORIN_ELEMENTS_URL", server.Base().chopped(1).toLatin1());
-    qputenv("PELORIN_DATA_DIR", program.Path(u"user"_s).toLocal8Bit());
     program.GiveOrdinarySettings(u"\"NOAA 19\""_s);
     files::ReplaceFile(program.Path(u"bin/More.TLE"_s), kMore);
     old = Elements();
     fresh = old;
     fresh.replace("22053.", "22054.");
   }
-  ~UpdateKeplers() override {
-    qunsetenv("PELORIN_ELEMENTS_URL");
-    qunsetenv("PELORIN_DATA_DIR");
-  }
+  ~UpdateKeplers() override { qunsetenv("PELORIN_ELEMENTS_URL"); }
 
   QByteArray Elements() const { return files::ReadFile(program.Path(u"bin/weather.2li"_s)); }
   /// A control of the dialog; other dialogs have some of the same name.
