@@ -22,7 +22,7 @@ TDateTime TimeOfStamp(std::string_view name, int year);
 /// The seconds of a name that begins with "mmddhhnnss" and no further digit; nothing if it does not.
 std::optional<int> SecondsOfStamp(std::string_view name);
 
-/// The moment that two pickers show, to the minute, once the user has changed one of them. A minute that was
+/// The moment that two pickers show, to the minute, once the user has stepped one of them. A minute that was
 /// stepped past the hour's end, in either direction, takes hour and date along; `before` is what they showed
 /// until now.
 TDateTime SteppedTime(TDateTime pickedDate, int hour, int minute, TDateTime before);

@@ -1,5 +1,6 @@
 #include "session/controls.h"
 
+#include <QAbstractSpinBox>
 #include <QEvent>
 #include <QFocusEvent>
 #include <QKeyEvent>
@@ -63,7 +64,11 @@ void OnFocusIn(QWidget* control, Prompts& boxes, std::function<void()> handler) 
 }
 
 void OnFocusOut(QWidget* control, Prompts& boxes, std::function<void()> handler) {
-  OnFocus(control, QEvent::FocusOut, boxes, std::move(handler));
+  // Spin boxes commit when they get the event themselves, which is after those who watch them.
+  OnFocus(control, QEvent::FocusOut, boxes, [control, handler = std::move(handler)] {
+    if (auto* box = qobject_cast<QAbstractSpinBox*>(control)) box->interpretText();
+    handler();
+  });
 }
 
 QLabel* LabelFor(const QString& text, QWidget* buddy, QWidget* parent) {

@@ -49,7 +49,8 @@ QMetaObject::Connection Handle(const Sender* sender, Signal signal, Page* page, 
 void OnKey(QWidget* control, Qt::Key key, Prompts& boxes, std::function<void()> handler);
 
 /// Calls `handler` when the control gets, or loses, the keyboard; not when it is lent to a menu or to another
-/// window.
+/// window. Before OnFocusOut's handler is called the control has committed what was typed into it: a spin box
+/// or picker has its new value, and has told it.
 void OnFocusIn(QWidget* control, Prompts& boxes, std::function<void()> handler);
 void OnFocusOut(QWidget* control, Prompts& boxes, std::function<void()> handler);
 

@@ -1,9 +1,14 @@
 #include "session/picker_time.h"
 
 #include <QDateTimeEdit>
+#include <QKeyEvent>
+#include <QLineEdit>
 #include <QMouseEvent>
 #include <QSignalBlocker>
 #include <QStyleOption>
+
+#include "orbit/time_stamp.h"
+#include "session/time_picker.h"
 
 namespace pelorin::session {
 
@@ -33,7 +38,35 @@ class FrameClicks : public QObject {
   QDateTimeEdit* picker_;
 };
 
+/// By itself a picker takes digits only over a part that is selected, as the Tab key leaves it.
+class DigitsAfterClick : public QObject {
+ public:
+  explicit DigitsAfterClick(QDateTimeEdit* picker)
+      : QObject(picker), picker_(picker), text_(picker->findChild<QLineEdit*>()) {
+    picker->installEventFilter(this);
+  }
+
+ protected:
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() == QEvent::KeyPress && TypesDigit(static_cast<QKeyEvent*>(event)) &&
+        !text_->hasSelectedText() && picker_->hasAcceptableInput()) {
+      picker_->setSelectedSection(picker_->currentSection());
+    }
+    return false;
+  }
+
+ private:
+  QDateTimeEdit* picker_;
+  QLineEdit* text_;
+};
+
 }  // namespace
+
+bool TypesDigit(const QKeyEvent* event) {
+  constexpr Qt::KeyboardModifiers commands = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+  const QString text = event->text();
+  return text.size() == 1 && text.front().isDigit() && !(event->modifiers() & commands);
+}
 
 void SetUpPicker(QDateTimeEdit* picker, const QString& format) {
   picker->setTimeSpec(Qt::UTC);
@@ -43,6 +76,7 @@ void SetUpPicker(QDateTimeEdit* picker, const QString& format) {
   picker->setCalendarPopup(showsDate);
   picker->setWrapping(!showsDate);
   if (showsDate) new FrameClicks(picker);
+  new DigitsAfterClick(picker);
 }
 
 orbit::TDateTime PickedDay(const QDateTimeEdit* date) {
@@ -55,6 +89,12 @@ orbit::TDateTime PickedMoment(const QDateTimeEdit* date, const QDateTimeEdit* ti
   const QTime clock = time->time();
   return orbit::MakeDateTime(day.year(), day.month(), day.day(), clock.hour(), clock.minute(),
                              clock.second());
+}
+
+orbit::TDateTime ChangedMoment(const QDateTimeEdit* date, const TTimePicker* time, orbit::TDateTime before) {
+  const QTime clock = time->time();
+  if (time->IsStepping()) return orbit::SteppedTime(PickedDay(date), clock.hour(), clock.minute(), before);
+  return orbit::CutToMinute(PickedMoment(date, time));
 }
 
 void TurnPicker(QDateTimeEdit* picker, orbit::TDateTime moment) {

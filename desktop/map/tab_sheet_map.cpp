@@ -10,7 +10,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTextDocument>
-#include <QTimeEdit>
 #include <QTimer>
 #include <algorithm>
 
@@ -22,6 +21,7 @@
 #include "orbit/time_stamp.h"
 #include "session/controls.h"
 #include "session/picker_time.h"
+#include "session/time_picker.h"
 
 namespace pelorin::desktop {
 namespace {
@@ -31,12 +31,6 @@ using session::Page;
 using session::Timeframe;
 
 const QString kMapTitle = QStringLiteral("Pelorin - map");
-
-bool TypesDigit(const QKeyEvent* event) {
-  constexpr Qt::KeyboardModifiers commands = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
-  const QString text = event->text();
-  return text.size() == 1 && text.front().isDigit() && !(event->modifiers() & commands);
-}
 
 QString Stamp(orbit::TDateTime moment) { return QString::fromStdString(orbit::StampOf(moment)); }
 
@@ -80,7 +74,7 @@ bool TTabSheetMap::eventFilter(QObject* watched, QEvent* event) {
       if (watched == ui_.PanelWorldMap) handler = &TTabSheetMap::PanelWorldMapResize;
       break;
     case QEvent::KeyPress:
-      if (isPicker && TypesDigit(static_cast<QKeyEvent*>(event))) {
+      if (isPicker && session::TypesDigit(static_cast<QKeyEvent*>(event))) {
         handler = &TTabSheetMap::DateTimePickerMapKeyPress;
       }
       break;
@@ -193,9 +187,8 @@ void TTabSheetMap::TurnTo(orbit::TDateTime moment) {
 }
 
 void TTabSheetMap::DateTimePickerMapDateChange() {
-  const QTime time = ui_.DateTimePickerMapTime->time();
-  SetManualTime(orbit::SteppedTime(session::PickedDay(ui_.DateTimePickerMapDate), time.hour(), time.minute(),
-                                   session_.Map.CurrentTime));
+  SetManualTime(
+      session::ChangedMoment(ui_.DateTimePickerMapDate, ui_.DateTimePickerMapTime, session_.Map.CurrentTime));
 }
 
 void TTabSheetMap::SetMapTime(orbit::TDateTime moment) { SetManualTime(orbit::CutToMinute(moment)); }

@@ -9,13 +9,13 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QTimeEdit>
 #include <QTimer>
 
 #include "desktop/map/paint_box_grid.h"
 #include "desktop/map/paint_box_sats.h"
 #include "session/controls.h"
 #include "session/picker_time.h"
+#include "session/time_picker.h"
 
 namespace pelorin::desktop {
 namespace {
@@ -74,7 +74,7 @@ QBoxLayout* TabSheetMapLayout::BuildStrip(QWidget* page) {
   QWidget* timeframe = BuildTimeframe(page);
   DateTimePickerMapDate = Named(new QDateEdit(page), "DateTimePickerMapDate");
   session::SetUpPicker(DateTimePickerMapDate, QStringLiteral("yyyy MMM dd"));
-  DateTimePickerMapTime = Named(new QTimeEdit(page), "DateTimePickerMapTime");
+  DateTimePickerMapTime = Named(new session::TTimePicker(page), "DateTimePickerMapTime");
   session::SetUpPicker(DateTimePickerMapTime, QStringLiteral("HH:mm:ss"));
   ComboBoxSatForMap = Named(new QComboBox(page), "ComboBoxSatForMap");
   ComboBoxSatForMap->setPlaceholderText(QStringLiteral("(none)"));

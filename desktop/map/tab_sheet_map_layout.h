@@ -6,9 +6,12 @@ class QComboBox;
 class QDateEdit;
 class QFrame;
 class QPushButton;
-class QTimeEdit;
 class QTimer;
 class QWidget;
+
+namespace pelorin::session {
+class TTimePicker;
+}
 
 namespace pelorin::desktop {
 
@@ -22,7 +25,7 @@ struct TabSheetMapLayout {
   TPaintBoxSats* PaintBoxSats = nullptr;
   QButtonGroup* RadioGroupTimeframe = nullptr;  ///< the buttons' ids are those of session::Timeframe
   QDateEdit* DateTimePickerMapDate = nullptr;
-  QTimeEdit* DateTimePickerMapTime = nullptr;
+  session::TTimePicker* DateTimePickerMapTime = nullptr;
   QComboBox* ComboBoxSatForMap = nullptr;
   QPushButton* ButtonMapToPicture = nullptr;
   QTimer* TimerStep = nullptr;

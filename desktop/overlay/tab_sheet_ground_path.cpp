@@ -25,6 +25,7 @@
 #include "session/hourglass.h"
 #include "session/picker_time.h"
 #include "session/print_out.h"
+#include "session/time_picker.h"
 #include "swath/picture_lookup.h"
 
 namespace pelorin::desktop {
@@ -183,9 +184,7 @@ void TTabSheetGroundPath::BeginCorrection(const QString& name) {
 void TTabSheetGroundPath::ComboBoxSatForPicChange() { BeginCorrection(correctedRecording_); }
 
 void TTabSheetGroundPath::DateTimePickerTimeChange() {
-  const QTime time = ui_.DateTimePickerTime->time();
-  SetPassTime(
-      orbit::SteppedTime(session::PickedDay(ui_.DateTimePickerDate), time.hour(), time.minute(), passTime_));
+  SetPassTime(session::ChangedMoment(ui_.DateTimePickerDate, ui_.DateTimePickerTime, passTime_));
   ButtonReloadClick();
 }
 

@@ -21,6 +21,7 @@
 #include "desktop/overlay/time_correction_box.h"
 #include "session/controls.h"
 #include "session/picker_time.h"
+#include "session/time_picker.h"
 
 namespace pelorin::desktop {
 namespace {
@@ -54,10 +55,10 @@ QHBoxLayout* BuildPassRow(TabSheetGroundPathLayout& ui, QWidget* page) {
   ui.DateTimePickerDate = Hinted(Named(new QDateTimeEdit(page), "DateTimePickerDate"),
                                  QStringLiteral("The day on which the pass began, UTC"));
   session::SetUpPicker(ui.DateTimePickerDate, QStringLiteral("yyyy MMM dd"));
-  ui.DateTimePickerTime = Hinted(Named(new QDateTimeEdit(page), "DateTimePickerTime"),
+  ui.DateTimePickerTime = Hinted(Named(new session::TTimePicker(page), "DateTimePickerTime"),
                                  QStringLiteral("The minute at which the pass began, UTC"));
   session::SetUpPicker(ui.DateTimePickerTime, QStringLiteral("HH:mm"));
-  for (QDateTimeEdit* picker : {ui.DateTimePickerDate, ui.DateTimePickerTime}) {
+  for (QDateTimeEdit* picker : {ui.DateTimePickerDate, static_cast<QDateTimeEdit*>(ui.DateTimePickerTime)}) {
     picker->setKeyboardTracking(false);
   }
   ui.SpinEditPassDuration = Hinted(Named(new QSpinBox(page), "SpinEditPassDuration"),

@@ -12,6 +12,10 @@ class QSpinBox;
 class QTimer;
 class QWidget;
 
+namespace pelorin::session {
+class TTimePicker;
+}
+
 namespace pelorin::desktop {
 
 class TPicturePanes;
@@ -20,7 +24,8 @@ class TTimeCorrectionBox;
 /// The controls of the ground-path page.
 struct TabSheetGroundPathLayout {
   QComboBox* ComboBoxSatForPic;
-  QDateTimeEdit *DateTimePickerDate, *DateTimePickerTime;
+  QDateTimeEdit* DateTimePickerDate;
+  session::TTimePicker* DateTimePickerTime;
   QSpinBox* SpinEditPassDuration;
   QPushButton *ButtonPassDirection, *ButtonGenTopo;
   QProgressBar* ProgressBarMakeMap;

@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractSpinBox>
 #include <QDir>
 #include <QFile>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -93,6 +95,14 @@ void ProgramFixture::Fire(const char* timer) const {
   auto* found = Find<QTimer>(timer);
   QTimerEvent event(found->timerId());
   QCoreApplication::sendEvent(found, &event);
+}
+
+void ClickAndType(QAbstractSpinBox* picker, int position, const QString& typed) {
+  auto* text = picker->findChild<QLineEdit*>();
+  QPoint place(0, text->height() / 2);
+  while (text->cursorPositionAt(place) < position && place.x() < text->width()) place.rx() += 1;
+  QTest::mouseClick(text, Qt::LeftButton, {}, place);
+  QTest::keyClicks(picker, typed);
 }
 
 }  // namespace pelorin::tests

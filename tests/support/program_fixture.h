@@ -11,6 +11,8 @@
 #include "orbit/date_time.h"
 #include "tests/support/recording_prompts.h"
 
+class QAbstractSpinBox;
+
 namespace pelorin::tests {
 
 /// The whole program over a temporary folder: "bin" for the executable, the built map data beside it as after
@@ -62,5 +64,8 @@ class ProgramFixture {
   QString before_;
   std::unique_ptr<app::RegistryStore> store_;
 };
+
+/// Clicks once into a picker, behind so many characters of its text, and types.
+void ClickAndType(QAbstractSpinBox* picker, int position, const QString& typed);
 
 }  // namespace pelorin::tests

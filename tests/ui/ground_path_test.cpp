@@ -7,12 +7,15 @@
 #include <QDir>
 #include <QDoubleSpinBox>
 #include <QImage>
+#include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSlider>
 #include <QSpinBox>
+#include <QTabBar>
+#include <QTabWidget>
 #include <QTest>
 #include <QTimer>
 
@@ -170,6 +173,39 @@ TEST_F(GroundPathTest, MakingEndsWhenTheUserWantsIt) {
   EXPECT_FALSE(program.Form->isVisible());
   EXPECT_EQ(program.Boxes.Take(), QStringList());
   program.Close();
+}
+
+TEST_F(GroundPathTest, ATypedTimeCountsHoweverItIsLeft) {
+  GivePicture(u"02230751V.png"_s, Qt::darkGray);
+  GivePicture(u"02231459V.png"_s, Qt::darkRed);
+  StartOnPage();
+  auto* time = program.Find<QDateTimeEdit>("DateTimePickerTime");
+  auto* tabs = program.Find<QTabWidget>("PageControl")->tabBar();
+  const struct {
+    const char* Label;
+    std::function<void()> Leave;
+  } rows[] = {
+      {"Load picture", [this] { program.Click("ButtonReload"); }},
+      {"Make map", [this] { program.Click("ButtonGenTopo"); }},
+      {"Enter", [time] { QTest::keyClick(time, Qt::Key_Return); }},
+      {"Tab", [time] { QTest::keyClick(time, Qt::Key_Tab); }},
+      {"mnemonic", [time] { QTest::keyClick(time, Qt::Key_U, Qt::AltModifier); }},
+      {"another tab", [tabs] { QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(1).center()); }},
+  };
+  for (const auto& row : rows) {
+    program.Form->ShowPage(Page::GroundPath);
+    Pick(14, 59);
+    ASSERT_EQ(PictureShown(), u"02231459V.png"_s) << row.Label;
+    ClickAndType(time, 1, u"0751"_s);
+    row.Leave();
+    EXPECT_EQ(time->text(), u"07:51"_s) << row.Label;
+    EXPECT_EQ(PictureShown(), u"02230751V.png"_s) << row.Label;
+  }
+  program.Form->ShowPage(Page::GroundPath);
+  Pick(14, 59);
+  ClickAndType(time, 4, u"00"_s);
+  program.Click("ButtonReload");
+  EXPECT_EQ(time->text(), u"14:00"_s) << "only a step takes the hour along";
 }
 
 TEST_F(GroundPathTest, PickersCarryAndOpenedPicturesTellTheirTime) {

@@ -93,9 +93,10 @@ TEST(MapPage, TimeComesFromClockPickersOrFile) {
 
   program.Click("RadioGroupTimeframe0");
   program.Fire("TimerStep");
-  map.Time->setSelectedSection(QDateTimeEdit::HourSection);
-  QTest::keyClicks(map.Time, u"1435"_s);
-  EXPECT_EQ(map.State(), "2022 Dec 31 14:35:00 Manual 12311435") << "typed over a running clock";
+  ClickAndType(map.Time, 1, u"1459"_s);
+  EXPECT_EQ(map.State(), "2022 Dec 31 14:59:00 Manual 12311459") << "typed over a running clock";
+  ClickAndType(map.Time, 4, u"00"_s);
+  EXPECT_EQ(map.State(), "2022 Dec 31 14:00:00 Manual 12311400") << "no step";
 
   // Of 14:59 and 15:00 neither is a step of the other when a pass is chosen.
   program.Form->SetMapTime(orbit::MakeDateTime(2022, 2, 23, 14, 59, 30));
