@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFileInfo>
 #include <QMainWindow>
 #include <functional>
 #include <memory>
@@ -37,6 +38,8 @@ struct Surroundings {
   app::TimeZone TimeZone;
   TellStatus TellSplash;  ///< start-up's progress
   std::function<void(Look)> ApplyLook;
+
+  QString ProgramName() const { return QFileInfo(ProgramPath).completeBaseName(); }
 };
 
 /// The main window. It owns the session and the pages, carries out what pages ask of each other, and has the
@@ -88,6 +91,7 @@ class TFormMain : public QMainWindow, public session::Shell {
   void FormKeyPress(int key);
 
   void ConnectHandlers();
+  void ConnectMenus();
   void BuildPages();
   /// A word in the status bar when element sets or files cannot be used.
   void ShowLeftOut();

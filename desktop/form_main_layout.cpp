@@ -9,6 +9,8 @@
 #include <QStatusBar>
 #include <QTabWidget>
 
+#include "desktop/look.h"
+#include "map/map_clock.h"
 #include "session/controls.h"
 
 namespace pelorin::desktop {
@@ -24,12 +26,18 @@ QAction* Item(QMenu* menu, const QString& text, const char* name, const QString&
   return action;
 }
 
-QAction* CheckItem(QMenu* menu, const QString& text, const QString& name, QActionGroup* group = nullptr) {
-  QAction* action = menu->addAction(text);
-  action->setObjectName(name);
+QAction* CheckItem(QMenu* menu, const QString& text, const char* name) {
+  QAction* action = Named(menu->addAction(text), name);
   action->setCheckable(true);
-  if (group != nullptr) group->addAction(action);
   return action;
+}
+
+/// One of several items that exclude each other; it carries its value, and is named by it.
+void AddChoice(QActionGroup* group, QMenu* menu, const QString& text, const char* name, int value) {
+  QAction* action = group->addAction(menu->addAction(text));
+  action->setObjectName(QLatin1StringView(name) + QString::number(value));
+  action->setCheckable(true);
+  action->setData(value);
 }
 
 void BuildFileMenu(FormMainLayout& ui, QMenuBar* bar) {
@@ -54,24 +62,18 @@ void BuildOptionsMenu(FormMainLayout& ui, QMainWindow* form) {
   menu->setToolTipsVisible(true);
   QMenu* footprint = Named(menu->addMenu(QStringLiteral("Show &footprint")), "MenuShowFootprint");
   ui.FootprintGroup = new QActionGroup(form);
-  const QString levels[] = {QStringLiteral("&None"), QStringLiteral("&Selected"), QStringLiteral("&All")};
-  for (std::size_t level = 0; level < ui.MenuFootprint.size(); ++level) {
-    ui.MenuFootprint[level] =
-        CheckItem(footprint, levels[level], QStringLiteral("MenuFootprint%1").arg(level), ui.FootprintGroup);
-  }
+  AddChoice(ui.FootprintGroup, footprint, QStringLiteral("&None"), "MenuFootprint", 0);
+  AddChoice(ui.FootprintGroup, footprint, QStringLiteral("&Selected"), "MenuFootprint", 1);
+  AddChoice(ui.FootprintGroup, footprint, QStringLiteral("&All"), "MenuFootprint", 2);
   QMenu* rate = Named(menu->addMenu(QStringLiteral("&Update rate")), "MenuUpdateRate");
   ui.IntervalGroup = new QActionGroup(form);
-  for (std::size_t index = 0; index < ui.MenuInterval.size(); ++index) {
-    const int seconds = map::kUpdateIntervals[index];
-    ui.MenuInterval[index] = CheckItem(rate, QStringLiteral("%1 sec").arg(seconds),
-                                       QStringLiteral("MenuInterval%1").arg(seconds), ui.IntervalGroup);
+  for (const int seconds : map::kUpdateIntervals) {
+    AddChoice(ui.IntervalGroup, rate, QStringLiteral("%1 sec").arg(seconds), "MenuInterval", seconds);
   }
   menu->addSeparator();
-  ui.MenuSavePassDetails =
-      CheckItem(menu, QStringLiteral("Save &pass details"), QStringLiteral("MenuSavePassDetails"));
-  ui.MenuShowOverlay = CheckItem(menu, QStringLiteral("Show &overlay"), QStringLiteral("MenuShowOverlay"));
-  ui.MenuOverlayLinesOnly =
-      CheckItem(menu, QStringLiteral("Overlay &lines only"), QStringLiteral("MenuOverlayLinesOnly"));
+  ui.MenuSavePassDetails = CheckItem(menu, QStringLiteral("Save &pass details"), "MenuSavePassDetails");
+  ui.MenuShowOverlay = CheckItem(menu, QStringLiteral("Show &overlay"), "MenuShowOverlay");
+  ui.MenuOverlayLinesOnly = CheckItem(menu, QStringLiteral("Overlay &lines only"), "MenuOverlayLinesOnly");
   ui.OptionsTextOverlay = Item(menu, QStringLiteral("Text overlay..."), "OptionsTextOverlay",
                                QStringLiteral("What the overlay's text lines contain"));
   menu->addSeparator();
@@ -86,11 +88,12 @@ void BuildViewMenu(FormMainLayout& ui, QMainWindow* form) {
                               QStringLiteral("Every loaded element set and its age"));
   QMenu* look = Named(menu->addMenu(QStringLiteral("&Colours")), "MenuColours");
   ui.LookGroup = new QActionGroup(form);
-  const QString looks[] = {QStringLiteral("As the &desktop"), QStringLiteral("&Light"),
-                           QStringLiteral("D&ark")};
-  for (std::size_t index = 0; index < ui.MenuLook.size(); ++index) {
-    ui.MenuLook[index] = CheckItem(look, looks[index], QStringLiteral("MenuLook%1").arg(index), ui.LookGroup);
-  }
+  const auto add = [&](Look value, const QString& text) {
+    AddChoice(ui.LookGroup, look, text, "MenuLook", static_cast<int>(value));
+  };
+  add(Look::AsDesktop, QStringLiteral("As the &desktop"));
+  add(Look::Light, QStringLiteral("&Light"));
+  add(Look::Dark, QStringLiteral("D&ark"));
 }
 
 void BuildHelpMenu(FormMainLayout& ui, QMenuBar* bar) {

@@ -1,9 +1,5 @@
 #pragma once
 
-#include <array>
-
-#include "map/map_clock.h"
-
 class QAction;
 class QActionGroup;
 class QLabel;
@@ -20,15 +16,11 @@ struct FormMainLayout {
   QLabel* StatusElements;  ///< hidden unless there is something to say about the element files
 
   QAction *Open1, *FilePrintImage, *FilePrintPassList, *FilePrintSetup, *Exit1;
-  std::array<QAction*, 3> MenuFootprint;  ///< by setting "FootprintShowLevel"
-  QActionGroup* FootprintGroup;
-  std::array<QAction*, map::kUpdateIntervals.size()> MenuInterval;
-  QActionGroup* IntervalGroup;
+  // Items carry the value of the setting that they choose.
+  QActionGroup *FootprintGroup, *IntervalGroup, *LookGroup;
   QAction *MenuSavePassDetails, *MenuShowOverlay, *MenuOverlayLinesOnly, *OptionsTextOverlay,
       *OptionsUpdateKeplers;
   QAction* ViewSatelliteData;
-  std::array<QAction*, 3> MenuLook;  ///< by Look
-  QActionGroup* LookGroup;
   QAction *HelpIntroduction, *HelpContents, *HelpIndex, *HelpFAQs, *HelpAbout;
   QAction *ShowDebug, *HelpPage;  ///< in no menu
 

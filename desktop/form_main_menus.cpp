@@ -1,6 +1,7 @@
 // What the main window's menu items do.
 
 #include <QAction>
+#include <QActionGroup>
 #include <QPageSetupDialog>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -17,9 +18,53 @@
 #include "desktop/passes/form_ephemeris.h"
 #include "desktop/passes/form_sat_keps_summary.h"
 #include "desktop/passes/form_update_keplers.h"
-#include "map/map_clock.h"
+#include "session/controls.h"
 
 namespace pelorin::desktop {
+namespace {
+
+/// None, when the value is of no item.
+void CheckItemOf(const QActionGroup* group, int value) {
+  for (QAction* item : group->actions()) item->setChecked(item->data().toInt() == value);
+}
+
+}  // namespace
+
+void TFormMain::ConnectMenus() {
+  using session::Handle;
+  Handle(ui_.Open1, &QAction::triggered, this, &TFormMain::Open1Click);
+  Handle(ui_.FilePrintImage, &QAction::triggered, this, &TFormMain::FilePrintImageClick);
+  Handle(ui_.FilePrintPassList, &QAction::triggered, this, &TFormMain::FilePrintPassListClick);
+  Handle(ui_.FilePrintSetup, &QAction::triggered, this, &TFormMain::FilePrintSetupClick);
+  Handle(ui_.Exit1, &QAction::triggered, this, &TFormMain::Exit1Click);
+  Handle(ui_.FootprintGroup, &QActionGroup::triggered, this, &TFormMain::FootprintChanged);
+  Handle(ui_.IntervalGroup, &QActionGroup::triggered, this, &TFormMain::IntervalChanged);
+  Handle(ui_.MenuSavePassDetails, &QAction::triggered, this, &TFormMain::MenuSavePassDetailsClick);
+  Handle(ui_.MenuShowOverlay, &QAction::triggered, this, &TFormMain::MenuShowOverlayClick);
+  Handle(ui_.MenuOverlayLinesOnly, &QAction::triggered, this, &TFormMain::MenuOverlayLinesOnlyClick);
+  Handle(ui_.OptionsTextOverlay, &QAction::triggered, this, &TFormMain::OptionsTextOverlayClick);
+  Handle(ui_.OptionsUpdateKeplers, &QAction::triggered, this, &TFormMain::OptionsUpdateKeplersClick);
+  Handle(ui_.ViewSatelliteData, &QAction::triggered, this, &TFormMain::ViewSatelliteDataClick);
+  Handle(ui_.LookGroup, &QActionGroup::triggered, this, &TFormMain::LookChanged);
+  Handle(ui_.HelpIntroduction, &QAction::triggered, this, &TFormMain::HelpIntroductionClick);
+  Handle(ui_.HelpContents, &QAction::triggered, this, &TFormMain::HelpContentsClick);
+  Handle(ui_.HelpIndex, &QAction::triggered, this, &TFormMain::HelpIndexClick);
+  Handle(ui_.HelpFAQs, &QAction::triggered, this, &TFormMain::HelpFAQsClick);
+  Handle(ui_.HelpPage, &QAction::triggered, this, &TFormMain::HelpPageClick);
+  Handle(ui_.HelpAbout, &QAction::triggered, this, &TFormMain::HelpAboutClick);
+  Handle(ui_.ShowDebug, &QAction::triggered, this,
+         [](TFormMain* form) { form->ShowPage(session::Page::Debug); });
+}
+
+void TFormMain::RestoreMenus() {
+  ui_.MenuSavePassDetails->setChecked(settings_.SavePassDetails.Value);
+  ui_.MenuShowOverlay->setChecked(settings_.ShowOverlay.Value);
+  ui_.MenuOverlayLinesOnly->setChecked(settings_.OverlayLinesOnly.Value);
+  CheckItemOf(ui_.FootprintGroup, settings_.FootprintShowLevel.Value);
+  CheckItemOf(ui_.IntervalGroup, settings_.UpdateInterval.Value);
+  CheckItemOf(ui_.LookGroup, settings_.WindowColours.Value);
+  TabSheetMap->IntervalChanged();
+}
 
 void TFormMain::Open1Click() { TabSheetGroundPath->Open1Click(); }
 
@@ -43,16 +88,12 @@ void TFormMain::FilePrintSetupClick() {
 void TFormMain::Exit1Click() { close(); }
 
 void TFormMain::FootprintChanged(QAction* item) {
-  for (std::size_t level = 0; level < ui_.MenuFootprint.size(); ++level) {
-    if (ui_.MenuFootprint[level] == item) settings_.FootprintShowLevel.Value = static_cast<int>(level);
-  }
+  settings_.FootprintShowLevel.Value = item->data().toInt();
   TabSheetMap->FootprintLevelChanged();
 }
 
 void TFormMain::IntervalChanged(QAction* item) {
-  for (std::size_t index = 0; index < ui_.MenuInterval.size(); ++index) {
-    if (ui_.MenuInterval[index] == item) settings_.UpdateInterval.Value = map::kUpdateIntervals[index];
-  }
+  settings_.UpdateInterval.Value = item->data().toInt();
   TabSheetMap->IntervalChanged();
 }
 
@@ -79,9 +120,7 @@ void TFormMain::OptionsUpdateKeplersClick() { FormUpdateKeplers->exec(); }
 void TFormMain::ViewSatelliteDataClick() { FormSatKepsSummary->exec(); }
 
 void TFormMain::LookChanged(QAction* item) {
-  for (std::size_t index = 0; index < ui_.MenuLook.size(); ++index) {
-    if (ui_.MenuLook[index] == item) settings_.WindowColours.Value = static_cast<int>(index);
-  }
+  settings_.WindowColours.Value = item->data().toInt();
   if (surroundings_.ApplyLook) surroundings_.ApplyLook(static_cast<Look>(settings_.WindowColours.Value));
 }
 
