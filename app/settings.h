@@ -47,6 +47,8 @@ struct Settings : RegistryVariables {
   TRegistryInteger WindowColours{*this, "Window\\Colours", 0};      ///< a desktop::Look
   /// A mirror of the element service; empty for the public one.
   TRegistryString ElementsAddress{*this, "Network\\ElementsAddress", {}, WrittenBy::User};
+  /// How long a run without its pass waits for somebody to read why; see session/unattended_run.h.
+  TRegistryInteger UnattendedMinutes{*this, "UnattendedMinutes", 10, WrittenBy::User};
 
   /// The station as it was saved, with the height that a first run begins with.
   StationTexts Station() const;

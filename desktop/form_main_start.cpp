@@ -38,9 +38,6 @@ using session::Timeframe;
 /// Selected on the ground-path page at the start, where it is active.
 const QString kUsualPictureSatellite = QStringLiteral("NOAA 15");
 
-/// How long a run that found nothing to do waits for somebody to read why.
-constexpr int kUnattendedMinutes = 10;
-
 constexpr QSize kFirstSize(1120, 760);
 /// What the desktop puts round a window.
 constexpr QSize kFrameRoom(16, 48);
@@ -167,7 +164,7 @@ void TFormMain::FindPassOfCommandLine(const QString& passString) {
 }
 
 void TFormMain::HandOver(const QString& reason, session::UnattendedRun::Box box) {
-  session_->Unattended->HandOver(reason, box, kUnattendedMinutes);
+  session_->Unattended->HandOver(reason, box, settings_.UnattendedMinutes.Value);
 }
 
 void TFormMain::CheckStaleElements() {

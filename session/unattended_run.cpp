@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QEvent>
 #include <QTimer>
+#include <algorithm>
 #include <exception>
 #include <utility>
 
@@ -12,6 +13,7 @@ namespace pelorin::session {
 namespace {
 
 constexpr int kMinuteMs = 60'000;
+constexpr int kLongestWaitMinutes = 24 * 60;
 
 /// Somebody sits before the screen. A key that is a menu's shortcut is never pressed as far as controls hear
 /// of it.
@@ -52,7 +54,7 @@ void UnattendedRun::Make(const std::function<bool()>& work) {
 void UnattendedRun::HandOver(const QString& reason, Box box, int waitMinutes) {
   failure_ = reason;
   QCoreApplication::instance()->installEventFilter(this);
-  timerUntouched_->start(waitMinutes * kMinuteMs);
+  timerUntouched_->start(std::clamp(waitMinutes, 0, kLongestWaitMinutes) * kMinuteMs);
   boxes_.Attend();
   if (boxes_.IsAttended()) (boxes_.*box)(reason);
   // A box that was closed by its frame was closed by somebody, too.

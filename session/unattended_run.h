@@ -36,7 +36,8 @@ class UnattendedRun : public QObject {
   void Make(const std::function<bool()>& work);
 
   /// There is no map to make, for this reason. Shows the user what was said until now and then the reason, in
-  /// this kind of box, and returns when both were read, or nobody was there to read them.
+  /// this kind of box, and returns when both were read, or nobody was there to read them. The waiting time is
+  /// brought into a day.
   using Box = void (Prompts::*)(const QString& text);
   void HandOver(const QString& reason, Box box, int waitMinutes);
 

@@ -87,16 +87,19 @@ TEST(CommandLine, NoBoxWaitsWhileAPassIsMade) {
 TEST(CommandLine, StatusAtTheEndTellsWhetherTheMapWasMade) {
   const struct {
     const char *Label, *Results;
+    QString PassString;
     int Status;
     QByteArray Said;
-  } rows[] = {{"made", "elsewhere/", 0, ""},
-              {"not written", "bin/weather.2li/", 1, "pelorin: Cannot write "}};
+  } rows[] = {{"made", "elsewhere/", u"202202230751"_s, 0, ""},
+              {"not written", "bin/weather.2li/", u"202202230751"_s, 1, "pelorin: Cannot write "},
+              {"no such pass", "elsewhere/", u"202202230101"_s, 1, "pelorin: Parameter 202202230101 "}};
   for (const auto& row : rows) {
     SCOPED_TRACE(row.Label);
     ProgramFixture program;
     program.GiveOrdinarySettings(u"\"NOAA 19\""_s);
     program.Set(u"TwoLineDataPath"_s, program.Path(u"bin/"_s));
     program.Set(u"ResultsPath"_s, program.Path(QLatin1StringView(row.Results)));
+    program.Set(u"UnattendedMinutes"_s, 0);
     ASSERT_TRUE(QFile::copy(u"" PELORIN_PROGRAM ""_s, program.ProgramPath()));
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -105,7 +108,7 @@ TEST(CommandLine, StatusAtTheEndTellsWhetherTheMapWasMade) {
     }
     environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
     process.setProcessEnvironment(environment);
-    process.start(program.ProgramPath(), {u"202202230751"_s});
+    process.start(program.ProgramPath(), {row.PassString});
     ASSERT_TRUE(process.waitForFinished(30000)) << "it waits for a user";
     EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(process.exitCode(), row.Status);
