@@ -2,8 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <QDir>
-#include <QFile>
+#include <QColor>
 #include <QTemporaryDir>
 #include <cmath>
 
@@ -155,7 +154,12 @@ TEST(OverlayGenerator, StopsWhenToldAndKeepsWhatWasMade) {
   EXPECT_EQ(minutes, 1);
   EXPECT_EQ(result.Map.pixel(39, 99), qRgb(128, 128, 128));
   EXPECT_EQ(result.Map.pixel(39, 100), qRgb(0, 0, 0));
-  EXPECT_EQ(result.PassData[24].left(24), u"1999-02-03T09:00:00.000 "_s);
+  const orbit::Geodetic below =
+      swath::TrackAt(request.Satellite, orbit::JulianDateOfDateTime(request.Start) + 12.0 / 86400).Below;
+  EXPECT_EQ(result.PassData[24].toStdString(),
+            QString::asprintf("1999-02-03T09:00:00.000 %.1f %.1f", orbit::Degrees(below.Latitude),
+                              orbit::Degrees(below.Longitude))
+                .toStdString());
 }
 
 TEST(OverlayGenerator, LineRatesAndLimits) {
@@ -185,7 +189,7 @@ TEST(OverlayGenerator, DirectionAndElevationAreThoseOfThePass) {
   EXPECT_EQ(IsSouthBoundAt(request.Satellite, request.Start), latitudeAfter(1) < latitudeAfter(0));
   request.PassDetails = true;
   request.DurationMinutes = 1;  // a part of the pass tells of the whole
-  request.TextItems = {kTextName | kTextDirection, kTextElevation, 0};
+  request.TextItems = {kTextName | kTextDirection, kTextElevation, kTextTimes};
   const OverlayResult result = GenerateOverlay(request, {});
   double highest = -90;
   for (double minute = -20; minute < 30; minute += 0.1) {
@@ -196,9 +200,9 @@ TEST(OverlayGenerator, DirectionAndElevationAreThoseOfThePass) {
   }
   ASSERT_GT(highest, 0) << "the pass must be seen";
   EXPECT_NEAR(result.ElevationDeg, highest, 1);
-  EXPECT_EQ(
-      result.TextLines,
-      QStringList({u"NOAA 12  South"_s, QString::number(result.ElevationDeg, 'f', 0) + QChar(0xBA), {}}));
+  EXPECT_EQ(result.TextLines,
+            QStringList({u"NOAA 12  South"_s, QString::number(result.ElevationDeg, 'f', 0) + QChar(0xBA),
+                         u"08:59-09:00"_s}));
 }
 
 TEST(OverlayText, LinesHoldTheChosenItemsInFixedOrder) {
@@ -280,6 +284,13 @@ TEST(Topography, BothLayoutsSayTheSame) {
   GroundColours({&*fromGreenwich, nullptr}, nullptr, Marks::All).ColourLine(line, colours, indices);
   EXPECT_EQ(colours[0] & 0xFFFFFF, AtlasColours()[static_cast<std::size_t>(value(600, 2469))]);
   EXPECT_EQ(AtlasColours()[0], kSeaColour);
+  // Heights a metre apart are of nearly one colour.
+  for (std::size_t metres = 2; metres < AtlasColours().size(); ++metres) {
+    const QColor lower(AtlasColours()[metres - 1]), upper(AtlasColours()[metres]);
+    ASSERT_TRUE(std::abs(upper.red() - lower.red()) < 2 && std::abs(upper.green() - lower.green()) < 2 &&
+                std::abs(upper.blue() - lower.blue()) < 2)
+        << metres;
+  }
 }
 
 }  // namespace

@@ -153,6 +153,7 @@ TEST(MasterProjection, RoundsToTheNearestPixel) {
   EXPECT_EQ(MasterRow(5400), 0);
   EXPECT_EQ(MasterRow(-5400), 3960);
   EXPECT_EQ(MasterRow(1), 1980);
+  EXPECT_EQ(MasterRow(2), 1979);
 }
 
 TEST(IndexedRaster, ShapesKeepToTheirEdges) {

@@ -24,6 +24,9 @@ TEST(PictureFit, LinesOfMapAndPictureAreLevel) {
     EXPECT_EQ(FittedMapHeight(row.Map, row.Width), row.MapHeight) << row.Label;
     EXPECT_EQ(FittedPictureHeight(row.Picture, row.Map, row.Width), row.PictureHeight) << row.Label;
   }
+  EXPECT_EQ(MapWidthFor(909), 1040);
+  EXPECT_EQ(MapWidthFor(4159), 4159);
+  EXPECT_EQ(MapWidthFor(4161), 4160);
   const PaneBoxes boxes = BoxesSideBySide({901, 400});
   EXPECT_EQ(boxes.Map, QRect(0, 0, 446, 400));
   EXPECT_EQ(boxes.Picture, QRect(454, 0, 446, 400));
@@ -42,6 +45,7 @@ TEST(PictureBlend, EveryPixelMeetsTheOneOfItsTime) {
   } rows[] = {
       {"whole line", 1040, true, 0},
       {"image alone", 909, true, 86},
+      {"all but the filler", 995, true, 0},
       {"image alone, turned", 909, false, 45},
       {"two channels", 2080, true, 0},
       {"image and frame, cut short", 1000, true, 0},
