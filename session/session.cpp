@@ -59,13 +59,8 @@ std::vector<orbit::TSatellite> Session::ActiveSetsFor(orbit::TDateTime firstDay,
 }
 
 void Session::RestoreActive() {
-  const QString names = Settings.SatelliteList.Value, primary = Settings.PrimarySatellite.Value;
-  following_->Restore(names);
+  following_->Restore(Settings.SatelliteList.Value);
   RefreshActiveSatellites();
-  if (Satellites().Count() > 0) return;
-  // A folder that is out of reach for once must not cost the user's choice.
-  Settings.SatelliteList.Value = names;
-  Settings.PrimarySatellite.Value = primary;
 }
 
 void Session::Activate(const QString& name) {
@@ -78,8 +73,11 @@ void Session::Deactivate(const QString& name) {
 
 void Session::RefreshActiveSatellites() {
   Settings.SatelliteList.Value = following_->CommaText();
+  const QString primary = Settings.PrimarySatellite.Value;
   Q_EMIT ActiveSatellitesChanged();
-  ChooseSatellite(following_->IndexOf(Settings.PrimarySatellite.Value));
+  ChooseSatellite(following_->IndexOf(primary));
+  // As long as its file is missing, nobody else takes its place.
+  if (following_->IsMissing(primary)) Settings.PrimarySatellite.Value = primary;
 }
 
 void Session::ChooseSatellite(int index) {

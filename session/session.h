@@ -96,11 +96,11 @@ class Session : public QObject {
   /// gone by, the newest for all others.
   std::vector<orbit::TSatellite> ActiveSetsFor(orbit::TDateTime firstDay, int days) const;
 
-  /// Makes active what the settings name. What no file holds any more is dropped, unless there is no
-  /// satellite at all.
+  /// Makes active what the settings name. What no file holds waits for its file.
   void RestoreActive();
 
-  /// Moves a satellite between Available and Active and lets every chooser follow.
+  /// Moves a satellite between Available and Active, or forgets one that waits, and lets every chooser
+  /// follow.
   void Activate(const QString& name);
   void Deactivate(const QString& name);
   /// Saves the active names, fills the choosers and chooses the primary satellite, if it is active.
