@@ -14,8 +14,8 @@ struct NamedSatellite {
   const orbit::TSatellite* Satellite = nullptr;
 };
 
-/// Which satellites the user follows: loaded ones, and names that no file holds just now, which wait for their
-/// file. All lists are sorted by name, case aside.
+/// Which satellites the user follows: loaded ones, and names that no file holds just now, which wait for
+/// their file. All lists are sorted by name, case aside.
 class ActiveSatellites {
  public:
   /// Everything loaded is available, nothing is active. The list must outlive this object.

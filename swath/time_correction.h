@@ -26,7 +26,14 @@ class TimeCorrection {
   QString Saved() const;
 
  private:
-  std::map<QString, double> clocks_;  ///< by satellite name, seconds
+  /// Files write a satellite's name as they like.
+  struct CaseAside {
+    bool operator()(const QString& a, const QString& b) const {
+      return a.compare(b, Qt::CaseInsensitive) < 0;
+    }
+  };
+
+  std::map<QString, double, CaseAside> clocks_;  ///< by satellite name, seconds
   QString satellite_;
   std::optional<int> secondsOfName_;
 };
