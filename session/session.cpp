@@ -1,5 +1,8 @@
 #include "session/session.h"
 
+#include <QDir>
+#include <QFileInfo>
+#include <exception>
 #include <filesystem>
 #include <utility>
 
@@ -93,6 +96,25 @@ bool Session::RefusesWhileMakingMap() const {
   if (!Run.MakingMap) return false;
   Boxes.Message(QStringLiteral("A map is being made. Wait for its end or press Stop, and try again."));
   return true;
+}
+
+void Session::SaveUnasked(const std::function<void()>& write) {
+  QString& told = Settings.ResultsTrouble.Value;
+  const QString folder = Settings.ResultsPath.Value;
+  QString trouble;
+  try {
+    write();
+  } catch (const std::exception& error) {
+    trouble = QFileInfo(folder).isDir()
+                  ? QString::fromUtf8(error.what())
+                  : QStringLiteral("There is no results folder %1").arg(QDir::toNativeSeparators(folder));
+    Window.SetStatus(QStringLiteral("Not saved: ") + trouble);
+  }
+  if (std::exchange(told, trouble) == trouble || trouble.isEmpty()) return;
+  Boxes.Error(
+      trouble +
+      QStringLiteral(".\n\nPelorin goes on without saving, and says so in the status bar only. Make the "
+                     "folder, or choose another one on the Setup page."));
 }
 
 void Session::SetPassDirection(bool southBound) {

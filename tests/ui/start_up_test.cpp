@@ -126,9 +126,6 @@ TEST(StartUp, BadSurroundingsAreToldAndSurvived) {
       {"settings are noise",
        [&noise](ProgramFixture& p) { WriteFile(p.Path(u"config/registry.reg"_s), noise); },
        u"Yes? There are no"_s},
-      {"results folder has vanished",
-       [](ProgramFixture& p) { p.Set(u"ResultsPath"_s, p.Path(u"gone/results/"_s)); },
-       u"Error: Cannot write "_s},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.Label);
