@@ -27,7 +27,7 @@ void RunPicture(const QStringList& list) {
           : app::FromCommaText(arguments.Settings().ImagePathList.Value);
   // A picture's name has no year.
   const app::YearOffsets local = app::LocalTimeZone().OffsetsIn(TakeApart(orbit::NowUTC()).Year);
-  QString found;
+  swath::FoundPicture found;
   try {
     found = swath::LookUpPicture(key, arguments.Whole(QStringLiteral("channel"), 0, 0, 2), folders,
                                  local.StandardMinutes, local.DaylightMinutes);
@@ -35,11 +35,11 @@ void RunPicture(const QStringList& list) {
     throw UsageError(QStringLiteral("--find wants MMDDHHMM, as in 02231015: ") +
                      QString::fromUtf8(error.what()));
   }
-  if (found.isEmpty()) {
+  if (found.Path.isEmpty()) {
     throw Failure(QStringLiteral("There is no picture of %1 in %2; name other folders with --folders")
                       .arg(key, folders.join(QStringLiteral(", "))));
   }
-  PrintOut(found + QLatin1Char('\n'));
+  PrintOut(found.Path + QLatin1Char('\n'));
 }
 
 }  // namespace pelorin::cli

@@ -9,6 +9,7 @@
 #include "overlay/idle_priority.h"
 #include "overlay/overlay_text.h"
 #include "overlay/palette.h"
+#include "overlay/picture_fit.h"
 
 namespace pelorin::overlay {
 namespace {
@@ -43,6 +44,15 @@ bool IsSouthBoundAt(const orbit::TSatellite& satellite, orbit::TDateTime moment)
   return orbit::SatelliteStateKm(satellite, orbit::JulianDateOfDateTime(moment)).Velocity.z < 0;
 }
 
+OverlayRequest RequestFor(const swath::Recording& recording) {
+  OverlayRequest request;
+  request.Start = recording.FirstLine();
+  request.SouthBound = recording.SouthBound;
+  request.LineLimit = recording.Rows;
+  request.Width = MapWidthFor(recording.Columns);
+  return request;
+}
+
 OverlayResult GenerateOverlay(OverlayRequest request, const OverlaySources& sources,
                               const AfterLine& afterLine) {
   const IdlePriority standBack;
@@ -75,7 +85,7 @@ OverlayResult GenerateOverlay(OverlayRequest request, const OverlaySources& sour
   for (int line = 0; line < lines; ++line) {
     const double sinceStart = line * secondsPerLine / orbit::kSecondsPerDay;
     const double jd = startJd + sinceStart;
-    const int row = request.SouthBound ? line : limit - 1 - line;
+    const int row = swath::RowOfLine(line, limit, request.SouthBound);
     const int indexRow = indexRows > 1 ? row : 0;
     const auto length = static_cast<std::size_t>(width);
     const swath::GroundTrack& track =

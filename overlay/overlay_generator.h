@@ -12,6 +12,7 @@
 #include "overlay/line_maker.h"
 #include "overlay/scan_line_layout.h"
 #include "picture/indexed_bitmap.h"
+#include "swath/recording.h"
 
 /// The overlay of a pass, line by line as the satellite's scanner swept the ground.
 namespace pelorin::overlay {
@@ -29,6 +30,10 @@ struct OverlayRequest {
   bool PassDetails = false;     ///< collect the pass data and the text lines
   std::array<std::uint8_t, 3> TextItems{};  ///< TextItem bits of the three text lines
 };
+
+/// The map that lies on a recording, of its size where it has one. Satellite, station, length and what is
+/// drawn are left to the caller.
+OverlayRequest RequestFor(const swath::Recording& recording);
 
 struct OverlayResult {
   QImage Map;                   ///< Format_RGB32, Width × line limit; rows without a line are black

@@ -5,7 +5,7 @@
 /// The map laid over the received picture.
 namespace pelorin::overlay {
 
-/// A map as it lies on a picture, line for line.
+/// A map as it lies on a picture: line on line, however many either has.
 struct MapLayer {
   QImage Map;  ///< Format_RGB32
   bool SouthBound = true;
@@ -16,6 +16,10 @@ struct MapLayer {
 /// picture too narrow for a line's frame holds the image alone; in a wider one lines begin with the map's, at
 /// the right when both are turned.
 int MapColumnAtPictureLeft(int pictureWidth, int mapWidth, bool southBound);
+
+/// Row of the map that lies on the picture's first one, so that both begin with the same line: on top, or at
+/// the bottom when both are turned. Below 0 when the map begins further down.
+int MapRowAtPictureTop(int pictureHeight, int mapHeight, bool southBound);
 
 /// The picture's rows from `first` up to `end` with so much of the map over them, 0 … 100 %. Format_RGB32, as
 /// both must be; without a map the rows as they are.

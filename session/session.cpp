@@ -1,8 +1,5 @@
 #include "session/session.h"
 
-#include <QDir>
-#include <QFileInfo>
-#include <exception>
 #include <filesystem>
 #include <utility>
 
@@ -62,8 +59,13 @@ std::vector<orbit::TSatellite> Session::ActiveSetsFor(orbit::TDateTime firstDay,
 }
 
 void Session::RestoreActive() {
-  following_->Restore(Settings.SatelliteList.Value);
+  const QString names = Settings.SatelliteList.Value, primary = Settings.PrimarySatellite.Value;
+  following_->Restore(names);
   RefreshActiveSatellites();
+  if (Satellites().Count() > 0) return;
+  // A folder that is out of reach for once must not cost the user's choice.
+  Settings.SatelliteList.Value = names;
+  Settings.PrimarySatellite.Value = primary;
 }
 
 void Session::Activate(const QString& name) {
@@ -76,15 +78,11 @@ void Session::Deactivate(const QString& name) {
 
 void Session::RefreshActiveSatellites() {
   Settings.SatelliteList.Value = following_->CommaText();
-  const QString primary = Settings.PrimarySatellite.Value;
   Q_EMIT ActiveSatellitesChanged();
-  ChooseSatellite(following_->IndexOf(primary));
-  // As long as its file is missing, nobody else takes its place.
-  if (following_->IsMissing(primary)) Settings.PrimarySatellite.Value = primary;
+  ChooseSatellite(following_->IndexOf(Settings.PrimarySatellite.Value));
 }
 
 void Session::ChooseSatellite(int index) {
-  PictureKey.clear();
   const bool isChosen = index >= 0 && index < static_cast<int>(Active().size());
   const NamedSatellite chosen = isChosen ? Active()[static_cast<std::size_t>(index)] : NamedSatellite();
   selected_ = chosen.Satellite;
@@ -96,25 +94,6 @@ bool Session::RefusesWhileMakingMap() const {
   if (!Run.MakingMap) return false;
   Boxes.Message(QStringLiteral("A map is being made. Wait for its end or press Stop, and try again."));
   return true;
-}
-
-void Session::SaveUnasked(const std::function<void()>& write) {
-  QString& told = Settings.ResultsTrouble.Value;
-  const QString folder = Settings.ResultsPath.Value;
-  QString trouble;
-  try {
-    write();
-  } catch (const std::exception& error) {
-    trouble = QFileInfo(folder).isDir()
-                  ? QString::fromUtf8(error.what())
-                  : QStringLiteral("There is no results folder %1").arg(QDir::toNativeSeparators(folder));
-    Window.SetStatus(QStringLiteral("Not saved: ") + trouble);
-  }
-  if (std::exchange(told, trouble) == trouble || trouble.isEmpty()) return;
-  Boxes.Error(
-      trouble +
-      QStringLiteral(".\n\nPelorin goes on without saving, and says so in the status bar only. Make the "
-                     "folder, or choose another one on the Setup page."));
 }
 
 void Session::SetPassDirection(bool southBound) {

@@ -67,7 +67,6 @@ class Session : public QObject {
   PassChoice Pass;
   MapMoment Map;
   RunFlags Run;
-  QString PictureKey;  ///< "mmddhhnn" or the name of a picture file
 
   /// The clock on the wall, as a moment; element ages are counted by it.
   orbit::TDateTime LocalNow() const;
@@ -96,28 +95,23 @@ class Session : public QObject {
   /// gone by, the newest for all others.
   std::vector<orbit::TSatellite> ActiveSetsFor(orbit::TDateTime firstDay, int days) const;
 
-  /// Makes active what the settings name. What no file holds waits for its file.
+  /// Makes active what the settings name. What no file holds any more is dropped, unless there is no
+  /// satellite at all.
   void RestoreActive();
 
-  /// Moves a satellite between Available and Active, or forgets one that waits, and lets every chooser
-  /// follow.
+  /// Moves a satellite between Available and Active and lets every chooser follow.
   void Activate(const QString& name);
   void Deactivate(const QString& name);
   /// Saves the active names, fills the choosers and chooses the primary satellite, if it is active.
   void RefreshActiveSatellites();
 
-  /// Selects the satellite at a place of Active(), −1 for none, as the primary one. Forgets the picture's
-  /// key.
+  /// Selects the satellite at a place of Active(), −1 for none, as the primary one.
   void ChooseSatellite(int index);
 
   /// The map in hand is the one that the program was started for.
   bool MakesMapUnattended() const { return Unattended != nullptr && Unattended->IsMaking(); }
   /// True, and the user is told so, while a map is being made: what it is made for stays as it is.
   bool RefusesWhileMakingMap() const;
-
-  /// Writes into the results folder what nobody asked for by name. What keeps that from being written is told
-  /// in a box once, also over several runs, and from then on in the status bar: the program goes on without.
-  void SaveUnasked(const std::function<void()>& write);
 
   void SetPassDirection(bool southBound);
   void SetPassDuration(int minutes);

@@ -42,13 +42,13 @@ class PictureFolders {
     return QString();
   }
 
-  QString Scan(TDateTime start, int offsetMinutes) {
+  FoundPicture Scan(TDateTime start, int offsetMinutes) {
     for (int minute = 0; minute < kMinutesScanned; ++minute) {
       const TDateTime time{start.Days + (minute + offsetMinutes) / orbit::kMinutesPerDay};
       const QString found = Find(QString::fromStdString(FormatDateTime("mmddhhnn", time)));
-      if (!found.isEmpty()) return found;
+      if (!found.isEmpty()) return {found, minute};
     }
-    return QString();
+    return {};
   }
 
  private:
@@ -93,26 +93,27 @@ QString FindPicture(const QString& baseName, int preference, const QStringList& 
   return PictureFolders(preference, folders, onBaseName).Find(baseName);
 }
 
-QString ScanMinutes(TDateTime start, int offsetMinutes, int preference, const QStringList& folders,
-                    const BaseNameCallback& onBaseName) {
+FoundPicture ScanMinutes(TDateTime start, int offsetMinutes, int preference, const QStringList& folders,
+                         const BaseNameCallback& onBaseName) {
   return PictureFolders(preference, folders, onBaseName).Scan(start, offsetMinutes);
 }
 
-QString LookUpPicture(const QString& key, int preference, const QStringList& folders,
-                      int standardOffsetMinutes, int daylightOffsetMinutes,
-                      const BaseNameCallback& onBaseName) {
-  if (QFileInfo(key).isFile()) return key;
+FoundPicture LookUpPicture(const QString& key, int preference, const QStringList& folders,
+                           int standardOffsetMinutes, int daylightOffsetMinutes,
+                           const BaseNameCallback& onBaseName) {
+  if (QFileInfo(key).isFile()) return {key, 0};
   const QString stamp = key.left(kStampLength);
   // The year 2000, because it has a 29 February; the year is no part of a picture's name.
   const TDateTime time = orbit::ParseTimeString(stamp.toStdString(), orbit::MakeDateTime(2000, 1, 1));
   const TDateTime start{time.Days - kMinutesBefore / orbit::kMinutesPerDay};
 
   PictureFolders pictures(preference, folders, onBaseName);
-  QString found = pictures.Find(stamp);
-  if (found.isEmpty()) found = pictures.Scan(start, 0);
+  FoundPicture found{pictures.Find(stamp), kMinutesBefore};
+  if (found.Path.isEmpty()) found = pictures.Scan(start, 0);
   for (const int offset : {standardOffsetMinutes, daylightOffsetMinutes}) {
-    if (found.isEmpty() && offset != 0) found = pictures.Scan(start, offset);
+    if (found.Path.isEmpty() && offset != 0) found = pictures.Scan(start, offset);
   }
+  if (!found.Path.isEmpty()) found.MinutesLater -= kMinutesBefore;
   return found;
 }
 

@@ -7,7 +7,7 @@
 #include "orbit/date_time.h"
 
 /// Finds the picture of a pass. Pictures are named "mmddhhnn" by the time of the pass, then a channel suffix
-/// and an extension. All functions give the file's path, or an empty text when there is none.
+/// and an extension.
 ///
 /// `preference` is 0 for the visible channel, 1 for infrared, 2 for plain pictures. A folder may end with any
 /// number of slashes or backslashes; one that does not exist is passed over. A file whose name has exactly
@@ -17,23 +17,31 @@ namespace pelorin::swath {
 
 using BaseNameCallback = std::function<void(const QString& baseName)>;
 
+/// A picture that was looked for.
+struct FoundPicture {
+  QString Path;          ///< of its file; empty when there is none
+  int MinutesLater = 0;  ///< from the time that was looked for to that of the name, UTC: −2 … 9
+};
+
 /// The suffixes of a preference, best first.
 QStringList PictureSuffixes(int preference);
 
-/// Folders come first, suffixes second: a less preferred picture in an earlier folder wins.
+/// The path of the picture with this base name. Folders come first, suffixes second: a less preferred picture
+/// in an earlier folder wins.
 QString FindPicture(const QString& baseName, int preference, const QStringList& folders,
                     const BaseNameCallback& onBaseName = {});
 
-/// Looks for the twelve minutes from `start` on, shifted by an offset from UTC.
-QString ScanMinutes(orbit::TDateTime start, int offsetMinutes, int preference, const QStringList& folders,
-                    const BaseNameCallback& onBaseName = {});
+/// Looks for the twelve minutes from `start` on, in names that are an offset ahead of UTC. Minutes are
+/// counted from `start`.
+FoundPicture ScanMinutes(orbit::TDateTime start, int offsetMinutes, int preference,
+                         const QStringList& folders, const BaseNameCallback& onBaseName = {});
 
 /// Looks for a picture by its key: the path of a file, or a time stamp of which the first eight characters,
 /// "mmddhhnn", count. After the stamp itself the minutes from 2 before to 9 after it are searched, in UTC and
 /// then by the local clock: pictures may be named by standard or daylight time, minutes east of UTC. Raises
 /// ConvertError when the key is neither.
-QString LookUpPicture(const QString& key, int preference, const QStringList& folders,
-                      int standardOffsetMinutes, int daylightOffsetMinutes,
-                      const BaseNameCallback& onBaseName = {});
+FoundPicture LookUpPicture(const QString& key, int preference, const QStringList& folders,
+                           int standardOffsetMinutes, int daylightOffsetMinutes,
+                           const BaseNameCallback& onBaseName = {});
 
 }  // namespace pelorin::swath

@@ -3,7 +3,6 @@
 #include <QButtonGroup>
 #include <QComboBox>
 #include <QDateEdit>
-#include <QFileInfo>
 #include <QFocusEvent>
 #include <QFrame>
 #include <QKeyEvent>
@@ -31,8 +30,6 @@ using session::Page;
 using session::Timeframe;
 
 const QString kMapTitle = QStringLiteral("Pelorin - map");
-
-QString Stamp(orbit::TDateTime moment) { return QString::fromStdString(orbit::StampOf(moment)); }
 
 }  // namespace
 
@@ -128,7 +125,6 @@ void TTabSheetMap::PanelWorldMapResize() {
 void TTabSheetMap::FocusMakePicture() { ui_.ButtonMapToPicture->setFocus(); }
 
 void TTabSheetMap::ButtonMapToPictureClick() {
-  session_.PictureKey = Stamp(session_.Map.CurrentTime);
   session_.Window.ShowGroundPath(session_.Map.CurrentTime, ui_.ComboBoxSatForMap->currentIndex());
 }
 
@@ -157,7 +153,6 @@ void TTabSheetMap::AskForFile() {
                                      folders.value(0), filters, 0);
   if (!path) return;
   TurnTo(map::MapTimeOfPicture(*path));
-  session_.PictureKey = QFileInfo(*path).fileName();
   RepaintSatellites();
 }
 
@@ -196,7 +191,6 @@ void TTabSheetMap::SetMapTime(orbit::TDateTime moment) { SetManualTime(orbit::Cu
 void TTabSheetMap::SetManualTime(orbit::TDateTime moment) {
   SetTimeframe(Timeframe::Manual);
   TurnTo(moment);
-  session_.PictureKey = Stamp(moment);
   RepaintSatellites();
 }
 

@@ -3,7 +3,8 @@
 namespace pelorin::desktop {
 
 overlay::Marks ChosenMarks(const app::Settings& settings) {
-  return overlay::ChosenMarks(settings.OverlayLinesOnly.Value, settings.ShowOverlay.Value);
+  if (settings.OverlayLinesOnly.Value) return overlay::Marks::Lines;
+  return settings.ShowOverlay.Value ? overlay::Marks::All : overlay::Marks::None;
 }
 
 QString DirectionCaption(bool southBound) {

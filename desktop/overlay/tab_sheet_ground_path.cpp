@@ -12,8 +12,6 @@
 #include <QSlider>
 #include <QSpinBox>
 #include <QTimer>
-#include <algorithm>
-#include <cmath>
 
 #include "desktop/overlay/overlay_choices.h"
 #include "desktop/overlay/picture_panes.h"
@@ -35,10 +33,16 @@ using session::Handle;
 
 QString Stamp(orbit::TDateTime moment) { return QString::fromStdString(orbit::StampOf(moment)); }
 
+/// As exactly as it is known.
+QString StartText(const swath::Recording& recording) {
+  const bool isToSecond = recording.StartIsFrom == swath::StartFrom::NameSecond;
+  return QString::fromStdString(orbit::FormatDateTime(isToSecond ? "hh:nn:ss" : "hh:nn", recording.Start));
+}
+
 }  // namespace
 
 TTabSheetGroundPath::TTabSheetGroundPath(session::Session& session, QWidget* parent)
-    : TTabSheet(session, parent), correction_(session.Settings.ClockCorrections.Value) {
+    : TTabSheet(session, parent), picture_(session.Settings.ClockCorrections.Value) {
   setObjectName(QStringLiteral("TabSheetGroundPath"));
   ui_.Build(this);
   using Page = TTabSheetGroundPath;
@@ -72,9 +76,14 @@ TTabSheetGroundPath::TTabSheetGroundPath(session::Session& session, QWidget* par
 void TTabSheetGroundPath::SetSources(const overlay::OverlaySources& sources) { sources_ = sources; }
 
 void TTabSheetGroundPath::SetPassTime(orbit::TDateTime moment) {
-  passTime_ = orbit::CutToMinute(moment);
-  session::TurnPicker(ui_.DateTimePickerDate, passTime_);
-  session::TurnPicker(ui_.DateTimePickerTime, passTime_);
+  picture_.SetPass(moment);
+  ShowPass();
+}
+
+void TTabSheetGroundPath::ShowPass() {
+  session::TurnPicker(ui_.DateTimePickerDate, picture_.Pass());
+  session::TurnPicker(ui_.DateTimePickerTime, picture_.Pass());
+  ui_.GroupBoxTimeCorrection->SetSeconds(picture_.OffsetS());
 }
 
 void TTabSheetGroundPath::ChooseSatellite(int index) {
@@ -85,11 +94,10 @@ void TTabSheetGroundPath::ChooseSatellite(int index) {
 void TTabSheetGroundPath::ShowFor(orbit::TDateTime moment, int satellite) {
   SetPassTime(moment);
   ChooseSatellite(satellite);
-  session_.PictureKey = Stamp(passTime_);
   if (session_.Unattended != nullptr) {
     ui_.TimerLoad->start();
   } else {
-    LoadPicture(session_.PictureKey);
+    LoadPicture();
   }
 }
 
@@ -119,18 +127,11 @@ void TTabSheetGroundPath::PassDurationChanged() {
 
 // ----------------------------------------------------------------------------------- the picture
 
-QString TTabSheetGroundPath::CurrentKey() const {
-  if (!session_.PictureKey.isEmpty()) return session_.PictureKey;
-  // A satellite chosen elsewhere takes the session's key away, not the picture.
-  const QString stamp = Stamp(passTime_);
-  return key_.startsWith(stamp) ? key_ : stamp;
-}
-
-QString TTabSheetGroundPath::LookUp(const QString& key) {
+swath::FoundPicture TTabSheetGroundPath::LookUp(const QString& key) {
   const auto restore =
       qScopeGuard([this, before = session_.Window.Status()] { session_.Window.SetStatus(before); });
   Q_EMIT session_.PictureSearchBegun();
-  const app::YearOffsets local = session_.TimeZone.OffsetsIn(TakeApart(passTime_).Year);
+  const app::YearOffsets local = session_.TimeZone.OffsetsIn(TakeApart(picture_.Pass()).Year);
   return swath::LookUpPicture(
       key, ui_.Channels->checkedId(), app::FromCommaText(session_.Settings.ImagePathList.Value),
       local.StandardMinutes, local.DaylightMinutes, [this](const QString& baseName) {
@@ -140,71 +141,61 @@ QString TTabSheetGroundPath::LookUp(const QString& key) {
       });
 }
 
-void TTabSheetGroundPath::LoadPicture(const QString& key) {
-  const bool isOpened = key == openedKey_ && QFileInfo(openedPath_).isFile();
-  ShowPictureOf(key, isOpened ? openedPath_ : LookUp(key));
+void TTabSheetGroundPath::LoadPicture() {
+  const QString& opened = picture_.OpenedPath();
+  ShowPicture(LookUp(QFileInfo(opened).isFile() ? opened : Stamp(picture_.Pass())));
 }
 
-void TTabSheetGroundPath::ShowPictureOf(const QString& key, const QString& path) {
-  key_ = key;
-  hasPictureOfPass_ = false;
-  const QString name = QFileInfo(path).fileName();
-  BeginCorrection(name.isEmpty() ? key : name);
-  const QString still = shownPath_.isEmpty()
-                            ? QString()
-                            : QStringLiteral("; this is still ") + QFileInfo(shownPath_).fileName();
-  if (path.isEmpty()) {
-    ui_.Panes->SetPictureTitle(QStringLiteral("No picture was found for ") + key + still);
+void TTabSheetGroundPath::ShowPicture(const swath::FoundPicture& found) {
+  picture_.Seek(found);
+  ShowPass();
+  const QString name = QFileInfo(found.Path).fileName();
+  const QString shown = QFileInfo(picture_.ShownPath()).fileName();
+  const QString still = shown.isEmpty() ? QString() : QStringLiteral("; this is still ") + shown;
+  if (found.Path.isEmpty()) {
+    ui_.Panes->SetPictureTitle(QStringLiteral("No picture was found for ") + Stamp(picture_.Pass()) + still);
     return;
   }
   ui_.Panes->SetPictureTitle(name + QStringLiteral(" could not be read") + still);
   const session::Hourglass hourglass;
-  ui_.Panes->SetPicture(picture::LoadPicture(path), path);
-  shownPath_ = path;
-  shownTime_ = passTime_;
-  hasPictureOfPass_ = true;
-  ui_.Panes->SetPictureTitle(QStringLiteral("Picture: ") + name);
+  const QImage image = picture::LoadPicture(found.Path);
+  picture_.Show(image.width(), image.height());
+  ui_.Panes->SetPicture(image, found.Path);
+  ui_.Panes->SetPictureTitle(QStringLiteral("Picture: %1  from %2 UTC")
+                                 .arg(name, StartText(picture_.ForMap(session_.Pass.SouthBound))));
   EnableControls();
 }
 
-void TTabSheetGroundPath::BeginCorrection(const QString& name) {
-  const auto end = std::find_if_not(name.begin(), name.end(), [](QChar c) { return c.isDigit(); });
-  const QString recording = name.left(end - name.begin());
-  const QString satellite = ui_.ComboBoxSatForPic->currentText();
-  const std::optional<int> seconds = orbit::SecondsOfStamp(recording.toStdString());
-  // Pictures of other channels are of the same recording, also when their names leave the seconds out. What
-  // was found for one by eye alone belongs to no satellite's clock.
-  const bool isSame = correctedRecording_.startsWith(recording);
-  if (isSame && (satellite == correctedSatellite_ || !seconds)) return;
-  correctedRecording_ = recording;
-  correctedSatellite_ = satellite;
-  ui_.GroupBoxTimeCorrection->SetSeconds(correction_.Begin(satellite, seconds));
+void TTabSheetGroundPath::ComboBoxSatForPicChange() {
+  picture_.SetSatellite(ui_.ComboBoxSatForPic->currentText());
+  ShowPass();
+  EnableControls();
 }
 
-void TTabSheetGroundPath::ComboBoxSatForPicChange() { BeginCorrection(correctedRecording_); }
-
 void TTabSheetGroundPath::DateTimePickerTimeChange() {
-  SetPassTime(session::ChangedMoment(ui_.DateTimePickerDate, ui_.DateTimePickerTime, passTime_));
-  ButtonReloadClick();
+  SetPassTime(session::ChangedMoment(ui_.DateTimePickerDate, ui_.DateTimePickerTime, picture_.Pass()));
+  LoadPicture();
 }
 
 void TTabSheetGroundPath::DateTimePickerTimeExit() {
   // Who only passes by with the Tab key keeps an opened picture, and does not disturb the making of a map.
-  if (!IsBusy() && CurrentKey() == Stamp(passTime_)) DateTimePickerTimeChange();
+  if (IsBusy() || !picture_.OpenedPath().isEmpty()) return;
+  const swath::FoundPicture found = LookUp(Stamp(picture_.Pass()));
+  // What the change has just shown, or has said to be damaged, is not read twice.
+  if (found.Path != picture_.SoughtPath()) ShowPicture(found);
 }
 
 void TTabSheetGroundPath::ButtonReloadClick() {
-  session_.PictureKey = Stamp(passTime_);
-  LoadPicture(session_.PictureKey);
+  picture_.ForgetOpened();
+  LoadPicture();
 }
 
 void TTabSheetGroundPath::RadioGroupPrefPicChannelClick() {
-  const QString key = CurrentKey();
-  const QString found = LookUp(key);
+  const swath::FoundPicture found = LookUp(Stamp(picture_.Pass()));
   // An opened picture stays until the picture folders have one of its time.
-  if (found.isEmpty() && key == openedKey_) return;
-  openedKey_.clear();
-  ShowPictureOf(key, found);
+  if (found.Path.isEmpty() && !picture_.OpenedPath().isEmpty()) return;
+  picture_.ForgetOpened();
+  ShowPicture(found);
 }
 
 void TTabSheetGroundPath::TimerLoadTimer() {
@@ -212,7 +203,7 @@ void TTabSheetGroundPath::TimerLoadTimer() {
   if (session_.MakesMapUnattended()) {
     ButtonGenTopoClick();
   } else {
-    LoadPicture(CurrentKey());
+    LoadPicture();
   }
 }
 
@@ -225,10 +216,10 @@ void TTabSheetGroundPath::Open1Click() {
                                      filters, static_cast<int>(filters.size()) - 1);
   if (!path) return;
   const QFileInfo file(*path);
-  SetPassTime(orbit::TimeOfStamp(file.fileName().toStdString(), file.lastModified().date().year()));
-  openedPath_ = *path;
-  openedKey_ = session_.PictureKey = file.fileName();
-  LoadPicture(openedKey_);
+  // The year is no part of a name.
+  picture_.Open(*path, file.lastModified().date().year());
+  ShowPass();
+  LoadPicture();
 }
 
 // ------------------------------------------------------------------------------------- both of them
@@ -243,12 +234,7 @@ void TTabSheetGroundPath::EnableControls() {
   ui_.Panes->SetOverlaid(isOverlaid);
 }
 
-bool TTabSheetGroundPath::MapIsOfPicture() const {
-  if (ui_.Panes->Picture().isNull() || ui_.Panes->Map().Map.isNull()) return false;
-  // A map begins where the correction moved it.
-  const double apartS = std::abs(madeFor_.Start.Days - shownTime_.Days) * orbit::kSecondsPerDay;
-  return apartS < swath::TimeCorrection::kLimitS + swath::TimeCorrection::kStepS;
-}
+bool TTabSheetGroundPath::MapIsOfPicture() const { return made_ && picture_.Shows(made_->Recording); }
 
 void TTabSheetGroundPath::CheckBoxZoomClick() { ui_.Panes->SetZoom(ui_.CheckBoxZoom->isChecked()); }
 
@@ -287,11 +273,13 @@ void TTabSheetGroundPath::ButtonSaveBlendClick() {
 }
 
 QString TTabSheetGroundPath::ResultsFile(const QString& ending) const {
-  return app::WithSeparator(session_.Settings.ResultsPath.Value) + Stamp(passTime_) + ending;
+  return app::WithSeparator(session_.Settings.ResultsPath.Value) +
+         Stamp(made_ ? made_->Recording.Start : picture_.Pass()) + ending;
 }
 
 void TTabSheetGroundPath::PrintImageClick() {
-  PicturePage page{TitleOf(result_ ? madeFor_ : Request()), ui_.Panes->Map().Map, ui_.Panes->Picture()};
+  PicturePage page{TitleOf(made_ ? made_->Request : Request(picture_.ForMap(session_.Pass.SouthBound))),
+                   ui_.Panes->Map().Map, ui_.Panes->Picture()};
   if (page.Map.isNull() && page.Picture.isNull()) {
     Boxes().Message(
         QStringLiteral("There is nothing to print yet. Please load a picture or make a map first."));

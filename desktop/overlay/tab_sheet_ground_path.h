@@ -5,7 +5,7 @@
 #include "desktop/overlay/tab_sheet_ground_path_layout.h"
 #include "overlay/overlay_generator.h"
 #include "session/tab_sheet.h"
-#include "swath/time_correction.h"
+#include "swath/picture_of_pass.h"
 
 namespace pelorin::desktop {
 
@@ -66,21 +66,21 @@ class TTabSheetGroundPath : public session::TTabSheet {
   void ButtonFlickerClick();
   void ButtonSaveBlendClick();
 
-  QString CurrentKey() const;
-  /// The path of a key's picture in the picture folders, or an empty text.
-  QString LookUp(const QString& key);
-  void LoadPicture(const QString& key);
-  void ShowPictureOf(const QString& key, const QString& path);
-  /// For a picture's file name, or the key of one that was not found.
-  void BeginCorrection(const QString& name);
+  /// Looks for the picture of a key, in the picture folders if it is no file.
+  swath::FoundPicture LookUp(const QString& key);
+  /// Looks for the pass's picture, unless one was opened, and shows it.
+  void LoadPicture();
+  void ShowPicture(const swath::FoundPicture& found);
+  /// Pickers and correction follow the pass.
+  void ShowPass();
 
-  overlay::OverlayRequest Request() const;
+  /// What the page is set to make of a recording.
+  overlay::OverlayRequest Request(const swath::Recording& recording) const;
   void MakeMap();
-  void GenerateLive(const overlay::OverlayRequest& request);
+  void GenerateLive(const swath::Recording& recording, const overlay::OverlayRequest& request);
   /// As if "Make map" were pressed; what is under way ends first.
   void MakeAgain();
-  void RemakeMap(const overlay::OverlayRequest& request);
-  void ShowResult(const overlay::OverlayRequest& request, overlay::OverlayResult result);
+  void RemakeMap(const swath::Recording& recording, const overlay::OverlayRequest& request);
   void ShowMap();
   void SaveResults();
   QString ResultsFile(const QString& ending) const;
@@ -89,20 +89,20 @@ class TTabSheetGroundPath : public session::TTabSheet {
   bool MapIsOfPicture() const;
   QString TitleOf(const overlay::OverlayRequest& request) const;
 
+  /// A map and what it was made of.
+  struct MadeMap {
+    swath::Recording Recording;
+    overlay::OverlayRequest Request;
+    overlay::OverlayResult Result;
+  };
+  void ShowResult(MadeMap made);
+
   TabSheetGroundPathLayout ui_;
   overlay::OverlaySources sources_;
-  swath::TimeCorrection correction_;
-  QString correctedRecording_, correctedSatellite_;  ///< what the correction is for; the former as a stamp
-  orbit::TDateTime passTime_;
-  QString key_;                     ///< of the picture that was looked for last
-  QString openedPath_, openedKey_;  ///< what "Open..." opened, and the key that stands for it
-  QString shownPath_;               ///< of the picture shown; empty for none
-  orbit::TDateTime shownTime_;      ///< of the pass that it was loaded for
-  bool hasPictureOfPass_ = false;   ///< the picture shown is the one that was looked for last
+  swath::PictureOfPass picture_;
   bool stopRequested_ = false;
   bool againRequested_ = false;  ///< something changed while the map was being made
-  std::optional<overlay::OverlayResult> result_;
-  overlay::OverlayRequest madeFor_;  ///< what `result_` is the map of
+  std::optional<MadeMap> made_;  ///< the map that is seen
 };
 
 }  // namespace pelorin::desktop

@@ -18,7 +18,6 @@
 #include "map/satellite_info.h"
 #include "overlay/overlay_outputs.h"
 #include "overlay/overlay_text.h"
-#include "overlay/picture_fit.h"
 #include "session/controls.h"
 #include "session/hourglass.h"
 
@@ -34,22 +33,16 @@ QString MomentText(const char* pattern, orbit::TDateTime moment) {
 
 }  // namespace
 
-overlay::OverlayRequest TTabSheetGroundPath::Request() const {
+overlay::OverlayRequest TTabSheetGroundPath::Request(const swath::Recording& recording) const {
   const app::Settings& settings = session_.Settings;
-  overlay::OverlayRequest request;
+  overlay::OverlayRequest request = overlay::RequestFor(recording);
+  request.DurationMinutes = ui_.SpinEditPassDuration->value();
   if (const int chosen = ui_.ComboBoxSatForPic->currentIndex(); chosen >= 0) {
+    const orbit::TDateTime middle{request.Start.Days + request.DurationMinutes / 2.0 / orbit::kMinutesPerDay};
     request.Satellite =
-        session_.SetNear(*session_.Active().at(static_cast<std::size_t>(chosen)).Satellite,
-                         {passTime_.Days + ui_.SpinEditPassDuration->value() / 2.0 / orbit::kMinutesPerDay});
+        session_.SetNear(*session_.Active().at(static_cast<std::size_t>(chosen)).Satellite, middle);
   }
   request.Station = session_.Station.Place;
-  request.Start = {passTime_.Days + ui_.GroupBoxTimeCorrection->Seconds() / orbit::kSecondsPerDay};
-  request.DurationMinutes = ui_.SpinEditPassDuration->value();
-  request.SouthBound = session_.Pass.SouthBound;
-  if (hasPictureOfPass_ && !session_.MakesMapUnattended()) {
-    request.LineLimit = ui_.Panes->Picture().height();
-    request.Width = overlay::MapWidthFor(ui_.Panes->Picture().width());
-  }
   request.Overlay = ChosenMarks(settings);
   request.PassDetails = settings.SavePassDetails.Value || session_.MakesMapUnattended();
   for (std::size_t line = 0; line < request.TextItems.size(); ++line) {
@@ -98,13 +91,15 @@ void TTabSheetGroundPath::MakeMap() {
   });
   EnableControls();
   // A map can be made without a picture, too.
-  if (!session_.MakesMapUnattended()) session::Guarded(Boxes(), [this] { LoadPicture(CurrentKey()); });
-  GenerateLive(Request());
+  if (!session_.MakesMapUnattended()) session::Guarded(Boxes(), [this] { LoadPicture(); });
+  const swath::Recording recording = picture_.ForMap(session_.Pass.SouthBound);
+  GenerateLive(recording, Request(recording));
   ui_.TimerSaveResults->stop();
   SaveResults();
 }
 
-void TTabSheetGroundPath::GenerateLive(const overlay::OverlayRequest& request) {
+void TTabSheetGroundPath::GenerateLive(const swath::Recording& recording,
+                                       const overlay::OverlayRequest& request) {
   QProgressBar* progress = ui_.ProgressBarMakeMap;
   const int linesPerMinute = request.Satellite.LinesPerMinute;
   const int minutesOfRows = (request.LineLimit + linesPerMinute - 1) / linesPerMinute;
@@ -131,7 +126,7 @@ void TTabSheetGroundPath::GenerateLive(const overlay::OverlayRequest& request) {
     return !stopRequested_ && !session_.Run.AbortRequested && !session_.Run.Closing;
   };
   try {
-    ShowResult(request, overlay::GenerateOverlay(request, sources_, afterLine));
+    ShowResult({recording, request, overlay::GenerateOverlay(request, sources_, afterLine)});
     if (!stopRequested_) progress->setValue(progress->maximum());
   } catch (...) {
     ShowMap();
@@ -139,28 +134,24 @@ void TTabSheetGroundPath::GenerateLive(const overlay::OverlayRequest& request) {
   }
 }
 
-void TTabSheetGroundPath::ShowResult(const overlay::OverlayRequest& request, overlay::OverlayResult result) {
-  result_ = std::move(result);
-  madeFor_ = request;
+void TTabSheetGroundPath::ShowResult(MadeMap made) {
+  made_ = std::move(made);
   ShowMap();
   EnableControls();
 }
 
 void TTabSheetGroundPath::ShowMap() {
-  if (result_) {
-    ui_.Panes->SetMap({result_->Map, madeFor_.SouthBound, result_->LinesMade},
-                      QStringLiteral("Map: ") + TitleOf(madeFor_));
+  if (made_) {
+    ui_.Panes->SetMap({made_->Result.Map, made_->Request.SouthBound, made_->Result.LinesMade},
+                      QStringLiteral("Map: ") + TitleOf(made_->Request));
   } else {
     ui_.Panes->SetMap({}, QStringLiteral("Map"));
   }
 }
 
 void TTabSheetGroundPath::SaveResults() {
-  const auto write = [this] {
-    overlay::WriteOverlayOutputs(*result_, madeFor_.PassDetails, session_.Settings.ResultsPath.Value);
-  };
-  // Whoever gave a pass waits for the files.
-  session_.MakesMapUnattended() ? write() : session_.SaveUnasked(write);
+  overlay::WriteOverlayOutputs(made_->Result, made_->Request.PassDetails,
+                               session_.Settings.ResultsPath.Value);
 }
 
 QString TTabSheetGroundPath::TitleOf(const overlay::OverlayRequest& request) const {
@@ -187,28 +178,31 @@ void TTabSheetGroundPath::MakeAgain() {
 }
 
 void TTabSheetGroundPath::TimeCorrectionChanged(double seconds) {
-  ui_.GroupBoxTimeCorrection->SetSeconds(correction_.Change(seconds));
-  session_.Settings.ClockCorrections.Value = correction_.Saved();
+  picture_.SetOffset(seconds);
+  ShowPass();
+  session_.Settings.ClockCorrections.Value = picture_.SavedCorrections();
   if (IsBusy()) {
     MakeAgain();
-  } else if (result_ && ui_.ComboBoxSatForPic->currentIndex() >= 0) {
-    RemakeMap(Request());
+  } else if (made_ && ui_.ComboBoxSatForPic->currentIndex() >= 0) {
+    const swath::Recording recording = picture_.ForMap(session_.Pass.SouthBound);
+    RemakeMap(recording, Request(recording));
   }
 }
 
 void TTabSheetGroundPath::OverlayMarksChanged() {
   if (IsBusy()) {
     MakeAgain();
-  } else if (result_) {
-    overlay::OverlayRequest request = madeFor_;
+  } else if (made_) {
+    overlay::OverlayRequest request = made_->Request;
     request.Overlay = ChosenMarks(session_.Settings);
-    RemakeMap(request);
+    RemakeMap(made_->Recording, request);
   }
 }
 
-void TTabSheetGroundPath::RemakeMap(const overlay::OverlayRequest& request) {
+void TTabSheetGroundPath::RemakeMap(const swath::Recording& recording,
+                                    const overlay::OverlayRequest& request) {
   // Too quick to be watched; the files follow when the user has found what is wanted.
-  ShowResult(request, overlay::GenerateOverlay(request, sources_));
+  ShowResult({recording, request, overlay::GenerateOverlay(request, sources_)});
   ui_.TimerSaveResults->start();
 }
 

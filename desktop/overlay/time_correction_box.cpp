@@ -5,7 +5,7 @@
 #include <QSignalBlocker>
 
 #include "session/controls.h"
-#include "swath/time_correction.h"
+#include "swath/clock_corrections.h"
 
 namespace pelorin::desktop {
 
@@ -13,7 +13,7 @@ TTimeCorrectionBox::TTimeCorrectionBox(QWidget* parent)
     : QGroupBox(QStringLiteral(" Time correction "), parent),
       SpinEditTimeCorrection(session::Named(new QDoubleSpinBox(this), "SpinEditTimeCorrection")) {
   setObjectName(QStringLiteral("GroupBoxTimeCorrection"));
-  constexpr double limit = swath::TimeCorrection::kLimitS, step = swath::TimeCorrection::kStepS;
+  constexpr double limit = swath::kOffsetLimitS, step = swath::kOffsetStepS;
   SpinEditTimeCorrection->setLocale(QLocale::c());
   SpinEditTimeCorrection->setDecimals(1);
   SpinEditTimeCorrection->setRange(-limit, limit);

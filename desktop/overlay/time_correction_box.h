@@ -14,7 +14,6 @@ class TTimeCorrectionBox : public QGroupBox {
  public:
   explicit TTimeCorrectionBox(QWidget* parent);
 
-  double Seconds() const { return SpinEditTimeCorrection->value(); }
   /// Tells nobody.
   void SetSeconds(double seconds);
 

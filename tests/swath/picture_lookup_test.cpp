@@ -24,15 +24,17 @@ class PictureLookupTest : public testing::Test {
   QString LookUp(int preference, int standardMinutes = 0, int daylightMinutes = 0,
                  const QString& key = u"03010001"_s) {
     searched_.clear();
-    return LookUpPicture(key, preference, folders_, standardMinutes, daylightMinutes,
-                         [this](const QString& name) { searched_.append(name); })
-        .mid(root_.path().size() + 1);
+    const FoundPicture found = LookUpPicture(key, preference, folders_, standardMinutes, daylightMinutes,
+                                             [this](const QString& name) { searched_.append(name); });
+    minutesLater_ = found.MinutesLater;
+    return found.Path.mid(root_.path().size() + 1);
   }
 
   const QTemporaryDir root_;
   const QStringList folders_ = {QString(), root_.filePath(u"missing"_s), root_.filePath(u"a//\\"_s),
                                 root_.filePath(u"b"_s)};
   QStringList searched_;
+  int minutesLater_ = 0;
 };
 
 TEST_F(PictureLookupTest, BestSuffixOfTheFirstFolderWins) {
@@ -58,6 +60,13 @@ TEST_F(PictureLookupTest, MinutesAroundThePassAreSearched) {
   EXPECT_EQ(searched_.at(25), u"03010059"_s);
   Make(u"b/03010109.jpg"_s);
   EXPECT_EQ(LookUp(2, 0, 60), u"b/03010109.jpg"_s);
+  EXPECT_EQ(minutesLater_, 8) << "by the clock of UTC";
+  Make(u"b/02292359.jpg"_s);
+  EXPECT_EQ(LookUp(2, 0, 60), u"b/02292359.jpg"_s);
+  EXPECT_EQ(minutesLater_, -2);
+  Make(u"b/03010001.jpg"_s);
+  EXPECT_EQ(LookUp(2, 0, 60), u"b/03010001.jpg"_s);
+  EXPECT_EQ(minutesLater_, 0) << "the minute itself goes before those around it";
   LookUp(2, 0, 0, u"01010001-and more"_s);
   EXPECT_EQ(searched_.at(1), u"12312359"_s) << "over the turn of the year";
 }

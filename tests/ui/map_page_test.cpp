@@ -32,14 +32,14 @@ class MapPage {
         Session(program.Form->Shared()),
         program_(program) {}
 
-  /// Pickers, timeframe, and what the picture page is to look for.
+  /// Pickers and timeframe.
   std::string State() const {
     QString checked;
     for (const char* item : {"RadioGroupTimeframe0", "RadioGroupTimeframe1", "RadioGroupTimeframe2"}) {
       auto* button = program_.Find<QAbstractButton>(item);
       if (button->isChecked()) checked += button->text();
     }
-    const QString text = Date->text() + u' ' + Time->text() + u' ' + checked + u' ' + Session.PictureKey;
+    const QString text = Date->text() + u' ' + Time->text() + u' ' + checked;
     return text.trimmed().toStdString();
   }
   void Press(QDateTimeEdit* picker, QDateTimeEdit::Section section, int key) const {
@@ -81,27 +81,27 @@ TEST(MapPage, TimeComesFromClockPickersOrFile) {
   EXPECT_TRUE(map.Step->isActive());
 
   map.Press(map.Time, QDateTimeEdit::MinuteSection, Qt::Key_Up);
-  EXPECT_EQ(map.State(), "2023 Jan 01 00:00:00 Manual 01010000");
+  EXPECT_EQ(map.State(), "2023 Jan 01 00:00:00 Manual");
   EXPECT_FALSE(map.Step->isActive());
   map.Press(map.Time, QDateTimeEdit::MinuteSection, Qt::Key_Down);
-  EXPECT_EQ(map.State(), "2022 Dec 31 23:59:00 Manual 12312359");
+  EXPECT_EQ(map.State(), "2022 Dec 31 23:59:00 Manual");
   map.Press(map.Time, QDateTimeEdit::HourSection, Qt::Key_Up);
-  EXPECT_EQ(map.State(), "2022 Dec 31 00:59:00 Manual 12310059") << "hours wrap";
+  EXPECT_EQ(map.State(), "2022 Dec 31 00:59:00 Manual") << "hours wrap";
   map.Press(map.Date, QDateTimeEdit::YearSection, Qt::Key_Down);
-  EXPECT_EQ(map.State(), "2021 Dec 31 00:59:00 Manual 12310059");
+  EXPECT_EQ(map.State(), "2021 Dec 31 00:59:00 Manual");
   EXPECT_EQ(map.Time->toolTip(), u"2021 December 31  01:59:00  CET"_s);
 
   program.Click("RadioGroupTimeframe0");
   program.Fire("TimerStep");
   ClickAndType(map.Time, 1, u"1459"_s);
-  EXPECT_EQ(map.State(), "2022 Dec 31 14:59:00 Manual 12311459") << "typed over a running clock";
+  EXPECT_EQ(map.State(), "2022 Dec 31 14:59:00 Manual") << "typed over a running clock";
   ClickAndType(map.Time, 4, u"00"_s);
-  EXPECT_EQ(map.State(), "2022 Dec 31 14:00:00 Manual 12311400") << "no step";
+  EXPECT_EQ(map.State(), "2022 Dec 31 14:00:00 Manual") << "no step";
 
   // Of 14:59 and 15:00 neither is a step of the other when a pass is chosen.
   program.Form->SetMapTime(orbit::MakeDateTime(2022, 2, 23, 14, 59, 30));
   program.Form->SetMapTime(orbit::MakeDateTime(2022, 2, 23, 14, 0));
-  EXPECT_EQ(map.State(), "2022 Feb 23 14:00:00 Manual 02231400");
+  EXPECT_EQ(map.State(), "2022 Feb 23 14:00:00 Manual");
 
   const QString picture = program.Path(u"pictures/12311759.jpg"_s),
                 other = program.Path(u"pictures/moon.jpg"_s);
@@ -111,22 +111,21 @@ TEST(MapPage, TimeComesFromClockPickersOrFile) {
     file.setFileTime(QDateTime(QDate(2001, 11, 15), QTime(8, 0)), QFile::FileModificationTime);
   }
   program.Click("RadioGroupTimeframe1");
-  EXPECT_EQ(map.State(), "2022 Feb 23 14:00:00 From file 02231400") << "cancelled";
+  EXPECT_EQ(map.State(), "2022 Feb 23 14:00:00 From file") << "cancelled";
   program.Boxes.ChosenFile = other;
   program.Click("RadioGroupTimeframe1");
   EXPECT_TRUE(program.Boxes.Take().value(0).startsWith(u"Error: The name of moon.jpg"_s));
-  EXPECT_EQ(map.State(), "2022 Feb 23 14:00:00 From file 02231400");
+  EXPECT_EQ(map.State(), "2022 Feb 23 14:00:00 From file");
   program.Boxes.ChosenFile = picture;
   program.Click("RadioGroupTimeframe1");
-  EXPECT_EQ(map.State(), "2001 Dec 31 17:59:00 From file 12311759.jpg");
+  EXPECT_EQ(map.State(), "2001 Dec 31 17:59:00 From file");
   EXPECT_EQ(program.Boxes.Asked.size(), 3);
 
   program.Click("ButtonMapToPicture");
   EXPECT_EQ(program.Form->CurrentPage(), Page::GroundPath);
-  EXPECT_EQ(map.Session.PictureKey, u"12311759"_s);
   EXPECT_EQ(map.Session.Map.Mode, Timeframe::Manual);
   program.Form->ShowPage(Page::WorldMap);
-  EXPECT_EQ(map.State(), "2001 Dec 31 17:59:00 From file 12311759");
+  EXPECT_EQ(map.State(), "2001 Dec 31 17:59:00 From file");
   EXPECT_EQ(program.Boxes.Asked.size(), 3) << "nobody is asked again";
 
   program.Click("RadioGroupTimeframe0");
@@ -155,11 +154,9 @@ TEST(MapPage, SatellitesAreDrawnChosenAndLeftOut) {
   const QString status = program.Form->Status();
   EXPECT_TRUE(status.startsWith(u"Lat: "_s)) << status.toStdString();
 
-  map.Session.PictureKey = u"stale"_s;
   QTest::mouseClick(map.Sats, Qt::RightButton, {}, map.Drawing("NOAA 15")->Mark + QPoint(2, 1));
   EXPECT_EQ(map.Chooser->currentText(), u"NOAA 15"_s);
   EXPECT_EQ(program.Form->Shared().Settings.PrimarySatellite.Value, u"NOAA 15"_s);
-  EXPECT_EQ(map.Session.PictureKey, QString());
   EXPECT_EQ(colourOfMark("NOAA 15"), qRgb(0, 0, 255));
   EXPECT_NE(program.Form->Status(), status);
   QTest::keyClick(map.Chooser, Qt::Key_End);

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QString>
+#include <map>
+
+#include "swath/recording.h"
+
+namespace pelorin::swath {
+
+/// The range and the step of a recording's offset, in seconds. Half a second is a line.
+inline constexpr double kOffsetLimitS = 900, kOffsetStepS = 0.5;
+
+/// What the recorder's clock was off, remembered for each satellite, since passes of one satellite are
+/// recorded the same way. It is learnt from recordings whose start is known to the second; an offset that was
+/// found for another one by eye holds the seconds of its start as well, and is good for that one alone.
+class ClockCorrections {
+ public:
+  /// `saved` is what Saved gave; what is not understood is passed over.
+  explicit ClockCorrections(const QString& saved);
+
+  /// The offset to begin with.
+  double OffsetOf(const Recording& recording) const;
+  /// Remembers the recording's offset, if there is something to learn from it.
+  void Learn(const Recording& recording);
+
+  QString Saved() const;
+
+ private:
+  /// Files write a satellite's name as they like.
+  struct CaseAside {
+    bool operator()(const QString& a, const QString& b) const {
+      return a.compare(b, Qt::CaseInsensitive) < 0;
+    }
+  };
+
+  std::map<QString, double, CaseAside> clocks_;  ///< by satellite name, seconds
+};
+
+/// Brought into the range and to a whole step.
+double ToOffsetStep(double seconds);
+
+}  // namespace pelorin::swath

@@ -1,0 +1,93 @@
+#include "swath/picture_of_pass.h"
+
+#include <QFileInfo>
+
+#include "orbit/time_stamp.h"
+
+namespace pelorin::swath {
+
+PictureOfPass::PictureOfPass(const QString& savedCorrections) : corrections_(savedCorrections) {}
+
+void PictureOfPass::SetSatellite(const QString& name) {
+  const bool isShown = Shows(recording_);
+  Recording next = recording_;
+  next.Satellite = name;
+  TakeUp(next);
+  if (isShown) shown_->Satellite = name;
+}
+
+void PictureOfPass::SetPass(orbit::TDateTime moment) {
+  openedPath_.clear();
+  const orbit::TDateTime minute = orbit::CutToMinute(moment);
+  if (minute == pass_) return;
+  pass_ = minute;
+  soughtPath_.clear();
+  TakeUp(OfPass());
+}
+
+void PictureOfPass::Open(const QString& path, int year) {
+  SetPass(orbit::TimeOfStamp(QFileInfo(path).fileName().toStdString(), year));
+  openedPath_ = path;
+}
+
+void PictureOfPass::Seek(const FoundPicture& found) {
+  soughtPath_ = found.Path;
+  Recording next = OfPass();
+  if (!found.Path.isEmpty()) {
+    const auto seconds = orbit::SecondsOfStamp(QFileInfo(found.Path).fileName().toStdString());
+    next.Start.Days +=
+        found.MinutesLater / orbit::kMinutesPerDay + seconds.value_or(0) / orbit::kSecondsPerDay;
+    next.StartIsFrom = seconds ? StartFrom::NameSecond : StartFrom::NameMinute;
+  }
+  TakeUp(next);
+}
+
+void PictureOfPass::Show(int columns, int rows) {
+  shownPath_ = soughtPath_;
+  shown_ = recording_;
+  shown_->Columns = columns;
+  shown_->Rows = rows;
+}
+
+Recording PictureOfPass::ForMap(bool southBound) const {
+  Recording recording = recording_;
+  recording.SouthBound = southBound;
+  if (Shows(recording)) {
+    recording.Rows = shown_->Rows;
+    recording.Columns = shown_->Columns;
+  }
+  return recording;
+}
+
+bool PictureOfPass::Shows(const Recording& recording) const {
+  return shown_ && IsSameRecording(*shown_, recording);
+}
+
+void PictureOfPass::SetOffset(double seconds) {
+  recording_.OffsetS = ToOffsetStep(seconds);
+  corrections_.Learn(recording_);
+}
+
+Recording PictureOfPass::OfPass() const {
+  Recording recording;
+  recording.Satellite = recording_.Satellite;
+  recording.Start = pass_;
+  return recording;
+}
+
+void PictureOfPass::TakeUp(Recording next) {
+  const Recording& last = recording_;
+  // Channels of a recording may be named without its second.
+  if (last.StartIsFrom == StartFrom::NameSecond && next.StartIsFrom != StartFrom::NameSecond &&
+      orbit::CutToMinute(last.Start) == orbit::CutToMinute(next.Start)) {
+    next.Start = last.Start;
+    next.StartIsFrom = last.StartIsFrom;
+  }
+  // What was found by eye alone is about the picture; another satellite's clock has nothing to do with it.
+  const bool isOfClock = next.StartIsFrom == StartFrom::NameSecond && next.Satellite != last.Satellite;
+  const bool isKept = BeginTogether(last, next) && !isOfClock;
+  next.OffsetS = isKept ? last.OffsetS : corrections_.OffsetOf(next);
+  recording_ = next;
+}
+
+}  // namespace pelorin::swath
