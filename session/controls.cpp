@@ -1,7 +1,6 @@
 #include "session/controls.h"
 
 #include <QAbstractSpinBox>
-#include <QEvent>
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QLabel>
@@ -27,15 +26,14 @@ class EventWatch : public QObject {
 };
 
 /// A menu of the control's own, or another window in front, takes the keyboard for a while only.
-bool IsForAWhile(const QFocusEvent* event) {
-  return event->reason() == Qt::PopupFocusReason || event->reason() == Qt::MenuBarFocusReason ||
-         event->reason() == Qt::ActiveWindowFocusReason;
+bool IsForAWhile(const QFocusEvent& event) {
+  return event.reason() == Qt::PopupFocusReason || event.reason() == Qt::MenuBarFocusReason ||
+         event.reason() == Qt::ActiveWindowFocusReason;
 }
 
 void OnFocus(QWidget* control, QEvent::Type type, Prompts& boxes, std::function<void()> handler) {
-  new EventWatch(control, [type, &boxes, handler = std::move(handler)](QEvent* event) {
-    if (event->type() == type && !IsForAWhile(static_cast<QFocusEvent*>(event))) Guarded(boxes, handler);
-    return false;
+  OnEvent(control, type, boxes, [handler = std::move(handler)](const QEvent& event) {
+    if (!IsForAWhile(static_cast<const QFocusEvent&>(event))) handler();
   });
 }
 
@@ -49,6 +47,14 @@ bool Guarded(Prompts& boxes, const std::function<void()>& work) {
     boxes.Error(QString::fromUtf8(error.what()));
     return false;
   }
+}
+
+void OnEvent(QWidget* control, QEvent::Type type, Prompts& boxes,
+             std::function<void(const QEvent&)> handler) {
+  new EventWatch(control, [type, &boxes, handler = std::move(handler)](QEvent* event) {
+    if (event->type() == type) Guarded(boxes, [&] { handler(*event); });
+    return false;
+  });
 }
 
 void OnKey(QWidget* control, Qt::Key key, Prompts& boxes, std::function<void()> handler) {

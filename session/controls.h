@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QComboBox>
+#include <QEvent>
 #include <QObject>
 #include <QWidget>
 #include <exception>
@@ -43,6 +44,10 @@ QMetaObject::Connection Handle(const Sender* sender, Signal signal, Page* page, 
     });
   });
 }
+
+/// Calls `handler` with every event of a type that the control gets, before the control itself sees it.
+/// Errors are shown as in Handle.
+void OnEvent(QWidget* control, QEvent::Type type, Prompts& boxes, std::function<void(const QEvent&)> handler);
 
 /// Calls `handler` when the key is pressed in the control; the control does not see it then. Errors are shown
 /// as in Handle.

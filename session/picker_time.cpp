@@ -48,7 +48,7 @@ class DigitsAfterClick : public QObject {
 
  protected:
   bool eventFilter(QObject*, QEvent* event) override {
-    if (event->type() == QEvent::KeyPress && TypesDigit(static_cast<QKeyEvent*>(event)) &&
+    if (event->type() == QEvent::KeyPress && TypesDigit(*static_cast<QKeyEvent*>(event)) &&
         !text_->hasSelectedText() && picker_->hasAcceptableInput()) {
       picker_->setSelectedSection(picker_->currentSection());
     }
@@ -62,10 +62,10 @@ class DigitsAfterClick : public QObject {
 
 }  // namespace
 
-bool TypesDigit(const QKeyEvent* event) {
+bool TypesDigit(const QKeyEvent& event) {
   constexpr Qt::KeyboardModifiers commands = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
-  const QString text = event->text();
-  return text.size() == 1 && text.front().isDigit() && !(event->modifiers() & commands);
+  const QString text = event.text();
+  return text.size() == 1 && text.front().isDigit() && !(event.modifiers() & commands);
 }
 
 void SetUpPicker(QDateTimeEdit* picker, const QString& format) {

@@ -27,7 +27,7 @@ orbit::TDateTime PickedMoment(const QDateTimeEdit* date, const QDateTimeEdit* ti
 orbit::TDateTime ChangedMoment(const QDateTimeEdit* date, const TTimePicker* time, orbit::TDateTime before);
 
 /// The key writes a digit, and is no command.
-bool TypesDigit(const QKeyEvent* event);
+bool TypesDigit(const QKeyEvent& event);
 
 /// Turns a picker to a moment, cut to the second, without telling anybody.
 void TurnPicker(QDateTimeEdit* picker, orbit::TDateTime moment);

@@ -46,6 +46,12 @@ void DrawRimmedStrokes(QPainter& painter, const DevicePixels& pixels, const std:
 
 TPaintBoxSats::TPaintBoxSats(QWidget* parent) : QWidget(parent) { setFocusPolicy(Qt::ClickFocus); }
 
+bool TPaintBoxSats::event(QEvent* event) {
+  if (event->type() != QEvent::StatusTip) return QWidget::event(event);
+  Q_EMIT TipAsked();
+  return true;
+}
+
 void TPaintBoxSats::SetPlot(map::SatellitePlot plot) {
   plot_ = std::move(plot);
   update();

@@ -25,8 +25,12 @@ class TPaintBoxSats : public QWidget {
 
  Q_SIGNALS:
   void MouseUp(QPoint position);
+  /// The mouse has come, or gone: the status tip is to be said, or no longer. The main window does not hear
+  /// of it, which would say it in the place of everything else.
+  void TipAsked();
 
  protected:
+  bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;

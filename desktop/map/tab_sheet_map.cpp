@@ -53,47 +53,28 @@ void TTabSheetMap::ConnectHandlers() {
   Handle(ui_.PaintBoxSats, &TPaintBoxSats::MouseUp, this, &TTabSheetMap::PaintBoxSatsMouseUp);
   Handle(&session_, &session::Session::ActiveSatellitesChanged, this, &TTabSheetMap::ActiveSatellitesChanged);
   Handle(&session_, &session::Session::SatelliteChosen, this, &TTabSheetMap::SatelliteChosen);
-  ui_.PanelWorldMap->installEventFilter(this);
-  ui_.PaintBoxSats->installEventFilter(this);
-  ui_.DateTimePickerMapTime->installEventFilter(this);
-  ui_.DateTimePickerMapDate->installEventFilter(this);
-  ui_.DateTimePickerMapDate->findChild<QLineEdit*>()->installEventFilter(this);
-}
-
-bool TTabSheetMap::eventFilter(QObject* watched, QEvent* event) {
-  void (TTabSheetMap::*handler)() = nullptr;
-  const bool isPicker = watched != ui_.PanelWorldMap && watched != ui_.PaintBoxSats;
-  const bool isDate = isPicker && watched != ui_.DateTimePickerMapTime;
-  // An open calendar is part of the picker: closed, it gives the focus back.
-  const auto isPopup = [event] { return static_cast<QFocusEvent*>(event)->reason() == Qt::PopupFocusReason; };
-  switch (event->type()) {
-    case QEvent::Resize:
-      if (watched == ui_.PanelWorldMap) handler = &TTabSheetMap::PanelWorldMapResize;
-      break;
-    case QEvent::KeyPress:
-      if (isPicker && session::TypesDigit(static_cast<QKeyEvent*>(event))) {
-        handler = &TTabSheetMap::DateTimePickerMapKeyPress;
-      }
-      break;
-    case QEvent::StatusTip:
-      // Said beside the figures: as the bar's own message it would cover them.
-      if (watched != ui_.PaintBoxSats) break;
-      session::Guarded(Boxes(), [this] { RepaintSatellites(); });
-      return true;
-    case QEvent::MouseButtonPress:
-      if (isDate) handler = &TTabSheetMap::DateTimePickerMapDateClick;
-      break;
-    case QEvent::FocusIn:
-      if (isDate && isPopup()) handler = &TTabSheetMap::DateTimePickerMapDateExit;
-      break;
-    case QEvent::FocusOut:
-      if (isDate && !isPopup()) handler = &TTabSheetMap::DateTimePickerMapDateExit;
-      break;
-    default:
-      break;
+  Handle(ui_.PaintBoxSats, &TPaintBoxSats::TipAsked, this, &TTabSheetMap::RepaintSatellites);
+  session::OnEvent(ui_.PanelWorldMap, QEvent::Resize, Boxes(),
+                   [this](const QEvent&) { PanelWorldMapResize(); });
+  for (QDateTimeEdit* picker : {static_cast<QDateTimeEdit*>(ui_.DateTimePickerMapTime),
+                                static_cast<QDateTimeEdit*>(ui_.DateTimePickerMapDate)}) {
+    session::OnEvent(picker, QEvent::KeyPress, Boxes(), [this](const QEvent& event) {
+      if (session::TypesDigit(static_cast<const QKeyEvent&>(event))) DateTimePickerMapKeyPress();
+    });
   }
-  if (handler != nullptr) session::Guarded(Boxes(), [this, handler] { (this->*handler)(); });
-  return false;
+  QDateEdit* date = ui_.DateTimePickerMapDate;
+  for (QWidget* part : {static_cast<QWidget*>(date), static_cast<QWidget*>(date->findChild<QLineEdit*>())}) {
+    session::OnEvent(part, QEvent::MouseButtonPress, Boxes(),
+                     [this](const QEvent&) { DateTimePickerMapDateClick(); });
+  }
+  // An open calendar is part of the picker: closed, it gives the focus back.
+  for (const bool isLeft : {false, true}) {
+    session::OnEvent(
+        date, isLeft ? QEvent::FocusOut : QEvent::FocusIn, Boxes(), [=, this](const QEvent& event) {
+          const bool isCalendar = static_cast<const QFocusEvent&>(event).reason() == Qt::PopupFocusReason;
+          if (isLeft != isCalendar) DateTimePickerMapDateExit();
+        });
+  }
 }
 
 // ------------------------------------------------------------------------------------ the page

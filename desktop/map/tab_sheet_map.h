@@ -29,9 +29,6 @@ class TTabSheetMap : public session::TTabSheet {
   void IntervalChanged();
   void FootprintLevelChanged();
 
- protected:
-  bool eventFilter(QObject* watched, QEvent* event) override;
-
  private:
   void ConnectHandlers();
 
