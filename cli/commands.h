@@ -10,6 +10,7 @@ void RunPasses(const QStringList& arguments);
 void RunTrack(const QStringList& arguments);
 void RunScan(const QStringList& arguments);
 void RunLine(const QStringList& arguments);
+void RunScanners(const QStringList& arguments);
 void RunOverlay(const QStringList& arguments);
 void RunPicture(const QStringList& arguments);
 void RunElements(const QStringList& arguments);

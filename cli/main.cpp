@@ -25,6 +25,7 @@ constexpr Command kCommands[] = {
     {"elements", "the element sets at hand and their age", RunElements},
     {"scan", "a scanner's distances from the track, pixel by pixel", RunScan},
     {"line", "the ground points of one scan line", RunLine},
+    {"scanners", "the scanners that are known, and the satellites that carry them", RunScanners},
     {"master", "the world map of coasts and borders that overlays are cut from", RunMaster}};
 
 QString Usage() {

@@ -1,14 +1,23 @@
 #include <cmath>
 
 #include "cli/commands.h"
+#include "cli/known_scanners.h"
 #include "cli/options.h"
 #include "cli/table.h"
+#include "orbit/scalar_math.h"
 #include "swath/ground_track.h"
+#include "swath/line_of_sight.h"
 #include "swath/scanner_geometry.h"
 
 namespace pelorin::cli {
 
 using swath::kHalfLinePixels;
+
+namespace {
+
+const QString kRoll = QStringLiteral("roll"), kPitch = QStringLiteral("pitch"), kYaw = QStringLiteral("yaw");
+
+}  // namespace
 
 void RunScan(const QStringList& list) {
   const Arguments arguments(QStringLiteral("scan"),
@@ -30,26 +39,10 @@ void RunScan(const QStringList& list) {
   table.Finish();
 }
 
-void RunLine(const QStringList& list) {
-  const Arguments arguments(
-      QStringLiteral("line"),
-      QStringLiteral(
-          "The ground points of one scan line: for positions -454 to 454 the geodetic latitude and the "
-          "longitude in degrees. "
-          "Positive positions lie to the left of the flight, which is east on a south-bound pass."),
-      {ElementsOption(),
-       SatelliteOption(),
-       {QStringLiteral("from"), QStringLiteral("TIME"),
-        QStringLiteral("The line's moment: YYYY-MM-DDTHH:MM:SS[.fff] in UTC, or a Julian date.")},
-       NewestOption()},
-      list);
-  const QString name = arguments.Required(QStringLiteral("satellite"));
-  const double jd = ParseMoment(arguments.Required(QStringLiteral("from")));
-  orbit::TSatellite satellite = ChooseSet(*arguments.ElementSets(), name, jd, arguments);
-  const swath::GroundTrack track = swath::TrackAt(satellite, jd);
-  if (!std::isfinite(track.Below.Altitude)) {
-    throw Failure(QStringLiteral("The elements give no position for that moment"));
-  }
+namespace {
+
+/// Positions as the classic table of distances has them.
+void PrintClassicLine(orbit::TSatellite& satellite, const swath::GroundTrack& track) {
   swath::BuildScanTable(satellite, kHalfLinePixels, track.Below.Altitude);
   Table table({QStringLiteral("position"), QStringLiteral("latitude_deg"), QStringLiteral("longitude_deg")},
               false);
@@ -58,6 +51,76 @@ void RunLine(const QStringList& list) {
     table.Add({s, Cell(point.LatitudeDeg, 6), Cell(point.LongitudeDeg, 6)});
   }
   table.Finish();
+}
+
+/// A line as one of the known scanners sees it.
+void PrintLineOf(const swath::Scanner& scanner, const orbit::TSatellite& satellite,
+                 const swath::ScannerTable& scanners, const swath::GroundTrack& track, double jd,
+                 const Arguments& arguments) {
+  swath::LineShape line = scanner.Line;
+  for (const swath::ScannerTable::Flown& flown : scanners.Of(satellite)) {
+    if (flown.Instrument == &scanner) line = flown.Line();
+  }
+  const swath::Attitude attitude{arguments.Number(kRoll, 0, -45, 45), arguments.Number(kPitch, 0, -45, 45),
+                                 arguments.Number(kYaw, 0, -180, 180)};
+  const swath::ScannerAxes axes = swath::AxesAt(track.Inertial, jd, scanner.YawSteering, attitude);
+  Table table({QStringLiteral("column"), QStringLiteral("latitude"), QStringLiteral("longitude")}, false);
+  int missed = 0;
+  for (int column = 0; column < line.Columns; ++column) {
+    const auto point =
+        swath::PointSeen(axes, swath::ColumnAngle(line, column) + orbit::Radians(attitude.RollDeg));
+    if (point) {
+      table.Add({column, Cell(point->LatitudeDeg, 6), Cell(point->LongitudeDeg, 6)});
+    } else {
+      ++missed;
+    }
+  }
+  table.Finish();
+  if (missed > 0) Say(QStringLiteral("%1 columns look past the Earth and are left out.").arg(missed));
+}
+
+}  // namespace
+
+void RunLine(const QStringList& list) {
+  const Arguments arguments(
+      QStringLiteral("line"),
+      QStringLiteral("The ground points of one scan line. With --scanner: every column in the order of "
+                     "reception, seen along "
+                     "rays to the ellipsoid. Without it: positions -454 to 454 of the old picture format by "
+                     "its table of "
+                     "distances on a sphere; positive ones lie to the left of the flight, which is east on a "
+                     "south-bound pass."),
+      {ElementsOption(),
+       SatelliteOption(),
+       {QStringLiteral("from"), QStringLiteral("TIME"),
+        QStringLiteral("The line's moment: YYYY-MM-DDTHH:MM:SS[.fff] in UTC, or a Julian date.")},
+       {QStringLiteral("scanner"), QStringLiteral("NAME"),
+        QStringLiteral("One of those that \"pelorin-cli scanners\" lists, as in \"MSU-MR LRPT\".")},
+       {kRoll, QStringLiteral("DEG"),
+        QStringLiteral("With --scanner: the line moved to the left of the flight. Default: 0.")},
+       {kPitch, QStringLiteral("DEG"), QStringLiteral("With --scanner: the line moved forward. Default: 0.")},
+       {kYaw, QStringLiteral("DEG"),
+        QStringLiteral("With --scanner: the line's left end turned forward. Default: 0.")},
+       NewestOption()},
+      list);
+  const QString name = arguments.Required(QStringLiteral("satellite"));
+  const double jd = ParseMoment(arguments.Required(QStringLiteral("from")));
+  const QString wanted = arguments.Text(QStringLiteral("scanner"));
+  for (const QString& option : {kRoll, kPitch, kYaw}) {
+    if (wanted.isEmpty() && arguments.Has(option)) {
+      throw UsageError(QStringLiteral("--%1 goes with --scanner").arg(option));
+    }
+  }
+  const swath::ScannerTable scanners = wanted.isEmpty() ? swath::ScannerTable() : KnownScanners();
+  const swath::Scanner* scanner = wanted.isEmpty() ? nullptr : &ScannerNamed(scanners, wanted);
+
+  orbit::TSatellite satellite = ChooseSet(*arguments.ElementSets(), name, jd, arguments);
+  const swath::GroundTrack track = swath::TrackAt(satellite, jd);
+  if (!std::isfinite(track.Below.Altitude)) {
+    throw Failure(QStringLiteral("The elements give no position for that moment"));
+  }
+  if (scanner == nullptr) return PrintClassicLine(satellite, track);
+  PrintLineOf(*scanner, satellite, scanners, track, jd, arguments);
 }
 
 }  // namespace pelorin::cli

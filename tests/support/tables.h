@@ -44,12 +44,15 @@ inline std::vector<Row> ReadTable(const std::string& name) {
   return rows;
 }
 
-/// The reference set of that name.
-inline orbit::TSatellite ReferenceSatellite(const std::string& name) {
+/// The reference set of that name, out of "elements.2li" or another file of test data.
+inline orbit::TSatellite ReferenceSatellite(const std::string& name,
+                                            const std::string& file = "elements.2li") {
+  static std::map<std::string, std::vector<orbit::TSatellite>> files;
   std::vector<orbit::RejectedSet> rejected;
-  static const auto sets =
-      orbit::ReadAllElementSets(std::filesystem::path(PELORIN_TEST_DATA) / "elements.2li", rejected);
-  for (const orbit::TSatellite& set : sets) {
+  if (!files.contains(file)) {
+    files[file] = orbit::ReadAllElementSets(std::filesystem::path(PELORIN_TEST_DATA) / file, rejected);
+  }
+  for (const orbit::TSatellite& set : files[file]) {
     if (set.Name == name) return set;
   }
   throw std::runtime_error("no reference set " + name);

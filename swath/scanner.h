@@ -1,0 +1,65 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+/// Instruments that make a picture by looking across the flight, line by line, and how they look.
+namespace pelorin::swath {
+
+/// How the columns of a line share out the angle that it spans.
+enum class ScanLaw {
+  EvenAngles,  ///< every column turns by the same angle
+  Zones,       ///< the 909 columns of the old picture format, made in zones of 4, 3, 2, 1.5 and 1 samples
+};
+
+/// What is added to where an instrument should look: degrees, as fitted to received pictures.
+///
+/// Somebody who flies with the satellite, the Earth below: positive roll moves the line to the left (towards
+/// the later columns), positive pitch moves it forward, positive yaw turns its left end forward.
+struct Attitude {
+  double RollDeg = 0, PitchDeg = 0, YawDeg = 0;
+
+  bool operator==(const Attitude&) const = default;
+};
+
+/// How the columns of a line look, from one end of its arc to the other.
+struct LineShape {
+  int Columns = 0;
+  double AngleDeg = 0;  ///< even angles: from the first column's outer edge to that of the last; zones:
+                        ///< between the centres of the outermost of the 2,048 samples
+  ScanLaw Law = ScanLaw::EvenAngles;
+};
+
+/// Columns of the old picture format, the only ones that are made in zones.
+inline constexpr int kZoneColumns = 909;
+
+/// Angle of a column from the middle of the line, radians, positive towards the later columns: those to the
+/// left of the flight. Columns count from 0 in the order of reception; a whole number is a column's centre.
+/// Beyond the ends an angle goes on as within the last columns.
+double ColumnAngle(const LineShape& line, double column);
+
+/// The column that looks at an angle: ColumnAngle the other way round.
+double ColumnAtAngle(const LineShape& line, double angle);
+
+/// A satellite that carries an instrument.
+struct Carrier {
+  std::string CatalogueNumber;     ///< 5 … 9 digits; see TSatellite::CatalogueKey
+  std::vector<std::string> Names;  ///< upper case; what its names may begin with
+  std::vector<double> FrequenciesMHz;
+  Attitude Offsets;                ///< fitted to its pictures
+  double TimeOffsetS = 0;          ///< added to the moments of its rows
+  std::optional<double> AngleDeg;  ///< where its line is not the scanner's
+};
+
+/// One instrument as one kind of transmission sends it.
+struct Scanner {
+  std::string Name;  ///< "MSU-MR LRPT"; one of a kind, whatever its case
+  std::string Mode;  ///< "LRPT", "HRPT", "APT"
+  LineShape Line;
+  double RowsPerSecond = 0;
+  bool YawSteering = false;  ///< the line lies across the flight over the turning ground, not that in space
+  std::vector<Carrier> Carriers;
+};
+
+}  // namespace pelorin::swath

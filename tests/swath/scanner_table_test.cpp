@@ -1,0 +1,133 @@
+#include "swath/scanner_table.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "orbit/scalar_math.h"
+
+namespace pelorin::swath {
+namespace {
+
+std::string BuiltTable() {
+  std::ifstream file(PELORIN_SCANNERS);
+  std::ostringstream text;
+  text << file.rdbuf();
+  return text.str();
+}
+
+orbit::TSatellite Named(const char* name, const char* number = "99999") {
+  orbit::TSatellite satellite;
+  satellite.Name = name;
+  satellite.CatalogueNumber = number;
+  return satellite;
+}
+
+TEST(ScannerTable, SatellitesAreKnownByNumberThenByTheLongestName) {
+  ScannerTable table;
+  ASSERT_EQ(table.Add(BuiltTable(), "scanners.json"), std::vector<std::string>());
+  const struct {
+    const char* label;
+    orbit::TSatellite satellite;
+    std::vector<std::string> scanners;
+    double firstAngleDeg;
+  } rows[] = {
+      {"number before name", Named("NOAA 15", "57166"), {"MSU-MR LRPT", "MSU-MR HRPT"}, 110.1},
+      {"longest name", Named("METEOR-M2 4"), {"MSU-MR LRPT", "MSU-MR HRPT"}, 110.1},
+      {"its own angle", Named("METEOR-M 2"), {"MSU-MR LRPT", "MSU-MR HRPT"}, 110.6},
+      {"HRPT alone", Named("METEOR-M2 2"), {"MSU-MR HRPT"}, 110.3},
+      {"zones", Named("NOAA 19"), {"AVHRR APT", "AVHRR HRPT"}, 110.74},
+      {"not the beginning of a word", Named("NOAA 150"), {}, 0},
+      {"none", Named("ISS"), {}, 0},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.label);
+    std::vector<std::string> names;
+    const auto flown = table.Of(row.satellite);
+    for (const ScannerTable::Flown& one : flown) names.push_back(one.Instrument->Name);
+    EXPECT_EQ(names, row.scanners);
+    EXPECT_DOUBLE_EQ(flown.empty() ? 0 : flown.front().Line().AngleDeg, row.firstAngleDeg);
+  }
+}
+
+TEST(ScannerTable, FaultsNameLineAndKeyAndTheRestIsUsed) {
+  const std::string good =
+      R"({"name": "Good", "mode": "X", "columns": 100, "angle": 90, "law": "even", "rows_per_second": 2})";
+  const auto changed = [&](const std::string& from, const std::string& to) {
+    std::string text = good;
+    return text.replace(text.find(from), from.size(), to);
+  };
+  const struct {
+    const char* label;
+    std::string table;
+    std::string problem;
+    bool hasGood;
+  } rows[] = {
+      {"nothing wrong", "{\"scanners\": [\n" + good + "]}", "", true},
+      {"columns", "{\"scanners\": [\n" + changed("100", "0") + ",\n" + good + "]}",
+       "line 2: \"columns\" must be a number from 2 to 20000", true},
+      {"a part of a column", "{\"scanners\": [" + changed("100", "100.5") + "]}",
+       "line 1: \"columns\" must be a whole number", false},
+      {"a text for a number", "{\"scanners\": [\n" + changed("90", "\n\"wide\"") + "]}",
+       "line 2: \"angle\" must be a number from 1 to 150", false},
+      {"law", "{\"scanners\": [\n\n" + changed("even", "odd") + "]}",
+       "line 3: \"law\" must be \"even\" or \"zones\"", false},
+      {"zones of another width", "{\"scanners\": [" + changed("even", "zones") + "]}",
+       "line 1: \"columns\" must be 909 for a law of zones", false},
+      {"missing", "{\"scanners\": [\n" + changed("\"mode\": \"X\", ", "") + "]}",
+       "line 2: \"mode\" is missing", false},
+      {"misspelt", "{\"scanners\": [\n" + changed("\"mode\"", "\"yaw_stering\": true, \"mode\"") + "]}",
+       "line 2: \"yaw_stering\" is no key that is known here", false},
+      {"a satellite's",
+       "{\"scanners\": [\n" + changed("2}", "2, \"satellites\": [\n{\"number\": 25338, \"roll\": 45}]}") +
+           "]}",
+       "line 3: \"roll\" must be a number from -10 to 10", true},
+      {"twice", "{\"scanners\": [],\n\"scanners\": []}", "line 2: \"scanners\" is there twice", false},
+      {"a comma too many", "{\"scanners\": [\n" + good + ",\n]}", "line 3: from here on this is no JSON",
+       false},
+      {"cut", "{\"scanners\": [\n" + good, "line 2: from here on this is no JSON", false},
+      {"nested", std::string(100000, '['), "line 1: nested deeper than a table is", false},
+      {"no table", "7", "line 1: an object in braces is expected here", false},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.label);
+    ScannerTable table;
+    const std::vector<std::string> problems = table.Add(row.table, "my.json");
+    EXPECT_EQ(problems, row.problem.empty() ? std::vector<std::string>()
+                                            : std::vector<std::string>{"my.json, " + row.problem});
+    EXPECT_EQ(table.Find("good") != nullptr, row.hasGood);
+  }
+}
+
+TEST(ScannerTable, LaterTablesReplaceScannersOfTheSameName) {
+  ScannerTable table;
+  table.Add(BuiltTable(), "scanners.json");
+  const std::size_t before = table.Scanners().size();
+  table.Add(
+      R"({"scanners": [{"name": "msu-mr lrpt", "mode": "LRPT", "columns": 1568, "angle": 111, "law": "even",
+                 "rows_per_second": 6.5}]})",
+      "mine.json");
+  EXPECT_EQ(table.Scanners().size(), before);
+  EXPECT_EQ(table.Find("MSU-MR LRPT")->Line.AngleDeg, 111);
+}
+
+TEST(Scanner, ColumnsAndAnglesAreEachOthersInverse) {
+  // The handbook's samples: the middle column is 4 wide, the outermost centre lies 1,023.5 samples out.
+  const LineShape zones{kZoneColumns, 110.74, ScanLaw::Zones};
+  const double sample = orbit::Radians(110.74 / 2047);
+  const struct {
+    double column, samples;
+  } rows[] = {{454, 0},      {455, 4},     {454 - 78, -312}, {454 + 79, 312 + 3.5},
+              {908, 1023.5}, {0, -1023.5}, {454.5, 2},       {909, 1024.5}};
+  for (const auto& row : rows)
+    EXPECT_NEAR(ColumnAngle(zones, row.column), row.samples * sample, 1e-12) << row.column;
+  for (const LineShape& line : {zones, LineShape{1568, 110.1, ScanLaw::EvenAngles}}) {
+    for (double column = -3; column < line.Columns + 3; column += 0.37) {
+      EXPECT_NEAR(ColumnAtAngle(line, ColumnAngle(line, column)), column, 1e-9);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace pelorin::swath
