@@ -4,7 +4,10 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <filesystem>
 #include <vector>
+
+#include "orbit/element_file.h"
 
 namespace pelorin::app {
 namespace {
@@ -23,11 +26,30 @@ QString UserDataFolder() {
 
 QString ElementArchiveFolder() { return QDir(UserDataFolder()).filePath(QStringLiteral("archive")); }
 
-DefaultFolders FoldersFor(const QString& programFolder) {
-  if (QFileInfo(programFolder).isWritable())
-    return {WithSeparator(programFolder), WithSeparator(programFolder)};
+QString CacheFolder() {
+  return QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) + kOwnPlace;
+}
+
+bool IsPortable(const QString& programFolder) {
+  const QFileInfo marker(QDir(programFolder).filePath(QStringLiteral("pelorin-portable.txt")));
+  return marker.isFile() && QFileInfo(programFolder).isWritable();
+}
+
+DefaultFolders UserFolders() {
   const QDir user(UserDataFolder());
   return {user.filePath(QStringLiteral("elements/")), user.filePath(QStringLiteral("results/"))};
+}
+
+DefaultFolders FoldersFor(const QString& programFolder) {
+  const QString beside = WithSeparator(programFolder);
+  if (IsPortable(programFolder)) return {beside, beside};
+  DefaultFolders folders = UserFolders();
+  folders.Left = beside;
+  if (!QFileInfo(folders.Elements).isDir() &&
+      !orbit::ElementFilesIn(std::filesystem::path(beside.toStdU16String())).empty()) {
+    folders.Elements = beside;
+  }
+  return folders;
 }
 
 QString WithSeparator(const QString& folder) {
@@ -37,9 +59,9 @@ QString WithSeparator(const QString& folder) {
 
 QString FindDataFile(const QStringList& names, const QString& programFolder) {
   const QDir program(programFolder);
-  const std::vector<QDir> users{QDir::current(), QDir(QDir::current().filePath(QStringLiteral("..")))};
-  const std::vector<QDir> installed{program, QDir(program.filePath(QStringLiteral("../share/pelorin"))),
-                                    QDir(UserDataFolder())};
+  const std::vector<QDir> users{QDir::current(), QDir(QDir::current().filePath(QStringLiteral(".."))),
+                                QDir(UserDataFolder())};
+  const std::vector<QDir> installed{program, QDir(program.filePath(QStringLiteral("../share/pelorin")))};
   for (const std::vector<QDir>& places : {users, installed}) {
     for (const QString& name : names) {
       for (const QDir& folder : places) {
@@ -53,20 +75,6 @@ QString FindDataFile(const QStringList& names, const QString& programFolder) {
 
 QString FindDataFile(const QString& name, const QString& programFolder) {
   return FindDataFile(QStringList{name}, programFolder);
-}
-
-QStringList MasterFiles(const QString& programFolder) {
-  const QString name = QStringLiteral("Overlay.bmp");
-  const QString cache = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) + kOwnPlace;
-  const QString beside = QDir(programFolder).filePath(name), cached = QDir(cache).filePath(name);
-  const bool writable = QFileInfo(programFolder).isWritable();
-  if (!writable) QDir().mkpath(cache);
-  return writable || QFileInfo(beside).isFile() ? QStringList{beside, cached} : QStringList{cached};
-}
-
-QString MasterFile(const QString& programFolder) {
-  const QStringList places = MasterFiles(programFolder);
-  return QFileInfo(programFolder).isWritable() ? places.constFirst() : places.constLast();
 }
 
 }  // namespace pelorin::app

@@ -16,29 +16,36 @@ QString UserDataFolder();
 /// Where element sets go that an update replaces: "archive" in the user's own data. Need not exist.
 QString ElementArchiveFolder();
 
+/// What the program can make anew at any time lies there. Need not exist.
+QString CacheFolder();
+
+/// Whether the program keeps its files beside itself: it does where a file "pelorin-portable.txt" lies in its
+/// folder and the folder can be written, as on a stick or in the folder that it was built in. An installed
+/// program never writes there, not even when root runs it.
+bool IsPortable(const QString& programFolder = ProgramFolder());
+
 /// Where element files are looked for and results go until the user says otherwise, each with a "/" at its
-/// end: the program's folder if it can be written, or else folders in the user's data. Makes none of them.
+/// end.
 struct DefaultFolders {
   QString Elements, Results;
+  /// The program's folder, where it is not to be written and earlier versions did; otherwise empty. Settings
+  /// that remember it for results take `Results` instead.
+  QString Left{};
 };
+/// Folders in the user's data. Makes none of them.
+DefaultFolders UserFolders();
+/// The program's own folder for one that is portable, otherwise the user's. As long as the user has no folder
+/// of elements, those are read that lie beside the program.
 DefaultFolders FoldersFor(const QString& programFolder = ProgramFolder());
 
 /// The folder's path with a "/" at its end; an empty path stays empty.
 QString WithSeparator(const QString& folder);
 
-/// A file that the program reads, by its name. Looked for in the working folder, its parent, the program's
-/// folder, the installed "../share/pelorin" beside it, and the user's data folder; empty when none has it.
+/// A file that the program reads, by its name. Looked for in the working folder, its parent, the user's data
+/// folder, the program's folder, and the installed "../share/pelorin" beside it; empty when none has it.
 QString FindDataFile(const QString& name, const QString& programFolder = ProgramFolder());
-/// The first of several names, best first. What lies in the working folder or its parent goes before
-/// everything that was installed.
+/// The first of several names, best first. What lies in the first three folders is the user's own and goes
+/// before everything that was installed, whatever its name.
 QString FindDataFile(const QStringList& names, const QString& programFolder = ProgramFolder());
-
-/// Where the overlay master, "Overlay.bmp", may lie, in the order of the search: beside the program, if it is
-/// there or can be written there, then in the user's cache folder, which is made when the program's cannot be
-/// written.
-QStringList MasterFiles(const QString& programFolder = ProgramFolder());
-
-/// Where a new overlay master is written.
-QString MasterFile(const QString& programFolder = ProgramFolder());
 
 }  // namespace pelorin::app

@@ -8,7 +8,9 @@
 namespace pelorin::app {
 
 Settings::Settings(const RegistryStore& store, const QString& programName, const DefaultFolders& folders)
-    : RegistryVariables(store, SettingsKeyPath(programName)), Defaults(folders) {}
+    : RegistryVariables(store, SettingsKeyPath(programName)), Defaults(folders) {
+  if (!folders.Left.isEmpty() && ResultsPath.Value == folders.Left) ResultsPath.Value = folders.Results;
+}
 
 StationTexts Settings::Station() const {
   StationTexts station{ObserverLatitude.Value, ObserverLongitude.Value, ObserverHeight.Value,

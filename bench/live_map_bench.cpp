@@ -16,6 +16,7 @@
 
 #include "app/settings.h"
 #include "desktop/form_main.h"
+#include "files/atomic_file.h"
 #include "overlay/overlay_outputs.h"
 #include "session/qt_prompts.h"
 
@@ -51,6 +52,7 @@ int main(int argc, char** argv) {
   QDir(folder.path()).mkdir(QStringLiteral("share"));
   QFile::link(QStringLiteral(PELORIN_BUILT_DATA), folder.filePath(QStringLiteral("share/pelorin")));
   QFile::copy(QStringLiteral(PELORIN_DEMO_ELEMENTS), folder.filePath(QStringLiteral("bin/weather.2li")));
+  files::ReplaceFile(folder.filePath(QStringLiteral("bin/pelorin-portable.txt")), "");
   const app::RegistryStore store(folder.filePath(QStringLiteral("config")));
   app::Settings settings(store, QStringLiteral("pelorin"), {});
   settings.ObserverHeight.Value = QStringLiteral("150");

@@ -17,10 +17,7 @@ void RunMaster(const QStringList& list) {
                             list);
   const QString countries =
       arguments.Text(QStringLiteral("countries"), app::FindDataFile(QStringLiteral("Countries.dat")));
-  const QString output =
-      arguments.Has(QStringLiteral("output")) ? arguments.Text(QStringLiteral("output")) : app::MasterFile();
-  MakeMaster(countries, output);
-  PrintOut(output + QLatin1Char('\n'));
+  PrintOut(MakeMaster(countries, arguments.Text(QStringLiteral("output"))) + QLatin1Char('\n'));
 }
 
 }  // namespace pelorin::cli

@@ -206,8 +206,8 @@ void RunOverlay(const QStringList& list) {
     throw Failure(QStringLiteral("There is no results folder %1; make it, or name another with --results")
                       .arg(results));
   }
-  const LoadedSources sources(arguments);
-  const overlay::OverlayResult result = overlay::GenerateOverlay(request, sources.Sources());
+  const overlay::MapSources sources = OpenSources(arguments);
+  const overlay::OverlayResult result = overlay::GenerateOverlay(request, sources.Borrowed());
   Say(QStringLiteral("Map: %1 lines of %2, %3-bound, from %4 UTC.")
           .arg(result.LinesMade)
           .arg(result.Map.height())

@@ -1,24 +1,57 @@
 #include "cli/overlay_sources.h"
 
+#include <QDir>
 #include <QFileInfo>
 
 #include "app/program_paths.h"
-#include "overlay/overlay_master.h"
-#include "picture/picture_file.h"
+#include "map/backdrop.h"
 
 namespace pelorin::cli {
 namespace {
 
-bool IsPicture(const QString& path) {
-  const QString extension = QFileInfo(path).suffix().toLower();
-  return extension == QStringLiteral("bmp") || extension == QStringLiteral("jpg") ||
-         extension == QStringLiteral("jpeg") || extension == QStringLiteral("png");
+overlay::MasterFolders FoldersOfMasters() {
+  return {.Users = app::UserDataFolder(),
+          .Program = app::ProgramFolder(),
+          .Cache = app::CacheFolder(),
+          .IsPortable = app::IsPortable()};
 }
 
-/// The first of the usual topography files, else a plain map of the world, else nothing.
-QString UsualGround() {
-  const QString elevations = app::FindDataFile({QStringLiteral("etopo5.elev"), QStringLiteral("etopo5")});
-  return elevations.isEmpty() ? app::FindDataFile(QStringLiteral("UserMap.bmp")) : elevations;
+/// Nobody may be there to answer, and slow is better than no map.
+bool GoOnWithLittleMemory(const QString&) {
+  Say(QStringLiteral("Little memory is free; this may take many minutes"));
+  return true;
+}
+
+/// Says the first thing that is done: what follows goes by in no time.
+overlay::MasterStatus SayBeginning() {
+  return [isSaid = false](const QString& text) mutable {
+    if (!isSaid) Say(text);
+    isSaid = true;
+  };
+}
+
+/// The plain map of the world that the desktop shows, if that is the user's own bitmap.
+QImage UserBitmap() {
+  const map::Backdrop backdrop =
+      map::LoadBackdrop(false, [](const QStringList& names) { return app::FindDataFile(names); }, {});
+  return backdrop.IsUserBitmap ? backdrop.Picture : QImage();
+}
+
+void OpenGround(overlay::MapSources& sources, const QString& wanted) {
+  if (wanted == QStringLiteral("none")) return;
+  if (!wanted.isEmpty()) return sources.OpenGround(wanted, Say);
+  const QString topography = app::FindDataFile(overlay::TopographyNames());
+  sources.FindGround(topography, topography.isEmpty() ? UserBitmap() : QImage(), Say);
+}
+
+void OpenMaster(overlay::MapSources& sources, const QString& wanted) {
+  if (wanted == QStringLiteral("none")) return;
+  if (!wanted.isEmpty()) return sources.OpenMaster(wanted);
+  sources.FindMaster(FoldersOfMasters(), app::FindDataFile(QStringLiteral("Countries.dat")), SayBeginning(),
+                     GoOnWithLittleMemory, Say);
+  if (!sources.HasMaster()) {
+    Say(QStringLiteral("The map has no coasts and borders, and no ovl.bmp is written"));
+  }
 }
 
 }  // namespace
@@ -34,67 +67,23 @@ Option MasterOption() {
           QStringLiteral("The overlay master. Default: the program's own, made at the first run.")};
 }
 
-LoadedSources::LoadedSources(const Arguments& arguments) {
-  OpenGround(arguments.Text(QStringLiteral("topography")));
-  OpenMaster(arguments.Text(QStringLiteral("master")));
+overlay::MapSources OpenSources(const Arguments& arguments) {
+  overlay::MapSources sources;
+  OpenGround(sources, arguments.Text(QStringLiteral("topography")));
+  OpenMaster(sources, arguments.Text(QStringLiteral("master")));
+  return sources;
 }
 
-void LoadedSources::OpenGround(const QString& wanted) {
-  if (wanted == QStringLiteral("none")) return;
-  const QString path = wanted.isEmpty() ? UsualGround() : wanted;
-  if (path.isEmpty()) {
-    Say(QStringLiteral("Topography will not be available"));
-  } else if (IsPicture(path)) {
-    baseImage_ = picture::LoadPicture(path);
-  } else {
-    elevations_ = overlay::Topography::Open(path);
-    if (!elevations_) throw Failure(QStringLiteral("Cannot read the topography file %1").arg(path));
-    if (!elevations_->KnownLayout()) {
-      Say(QStringLiteral("%1 has the size of no etopo5 file; the ground will be grey").arg(path));
-    }
-  }
-}
-
-void LoadedSources::OpenMaster(const QString& wanted) {
-  if (wanted == QStringLiteral("none")) return;
-  if (!wanted.isEmpty()) {
-    master_ = overlay::MasterView::Open(wanted);
-    if (!master_) throw Failure(QStringLiteral("%1 is not an overlay master").arg(wanted));
-    return;
-  }
-  const QStringList places = app::MasterFiles();
-  for (const QString& path : places) {
-    if (!master_) master_ = overlay::MasterView::Open(path);
-  }
-  for (const QString& path : places) {
-    if (master_) break;
-    try {
-      MakeMaster(app::FindDataFile(QStringLiteral("Countries.dat")), path);
-      master_ = overlay::MasterView::Open(path);
-    } catch (const std::exception& error) {
-      Say(QString::fromUtf8(error.what()));
-    }
-  }
-  if (!master_) Say(QStringLiteral("The map has no coasts and borders, and no ovl.bmp is written"));
-}
-
-overlay::OverlaySources LoadedSources::Sources() const {
-  return {{elevations_ ? &*elevations_ : nullptr, baseImage_.isNull() ? nullptr : &baseImage_},
-          master_ ? &*master_ : nullptr};
-}
-
-void MakeMaster(const QString& countriesPath, const QString& masterPath) {
+QString MakeMaster(const QString& countriesPath, QString masterPath) {
   if (countriesPath.isEmpty()) throw Failure(QStringLiteral("Countries.dat was not found"));
-  Say(QStringLiteral("Creating overlay master image, please wait..."));
-  // Nobody may be there to answer, and slow is better than no map.
-  const auto goOn = [](const QString&) {
-    Say(QStringLiteral("Little memory is free; this may take many minutes"));
-    return true;
-  };
-  if (!overlay::GenerateMaster(
-          countriesPath, masterPath, [](const QString&) {}, goOn)) {
+  if (masterPath.isEmpty()) {
+    masterPath = overlay::NewMasterFile(FoldersOfMasters());
+    QDir().mkpath(QFileInfo(masterPath).path());
+  }
+  if (!overlay::GenerateMaster(countriesPath, masterPath, SayBeginning(), GoOnWithLittleMemory)) {
     throw Failure(QStringLiteral("There are no polygons in %1; nothing was written").arg(countriesPath));
   }
+  return masterPath;
 }
 
 }  // namespace pelorin::cli

@@ -53,7 +53,7 @@ void TFormMain::FormCreate() {
   TabSheetSetup->Restore();
   session.Map.PacificCentred = map::IsPacificCentred(session.Station.Texts.Longitude.toDouble());
 
-  MakeDefaultFolders(settings_);
+  PrepareFolders(session);
   LoadSatelliteData(session, tellStatus);
   if (isFirstRun && session.Unattended == nullptr) {
     OfferDemonstrationElements(session, programFolder_, tellStatus);
@@ -73,10 +73,10 @@ void TFormMain::FormCreate() {
   }
   ConnectTopography(session, ground_, tellStatus);
   OpenMaster(session, ground_, programFolder_, tellStatus);
-  ui_.MenuShowOverlay->setVisible(ground_.Master.has_value());
-  ui_.MenuOverlayLinesOnly->setVisible(ground_.Master.has_value());
-  TabSheetGroundPath->SetSources(ground_.Sources());
-  TabSheetFlight->SetSources(ground_.Sources());
+  ui_.MenuShowOverlay->setVisible(ground_.Sources.HasMaster());
+  ui_.MenuOverlayLinesOnly->setVisible(ground_.Sources.HasMaster());
+  TabSheetGroundPath->SetSources(ground_.Sources.Borrowed());
+  TabSheetFlight->SetSources(ground_.Sources.Borrowed());
 
   TabSheetSetup->Passes().StartFirstList();
   RestoreWindow();

@@ -1,13 +1,13 @@
 #include "desktop/start_up.h"
 
 #include <QDir>
-#include <QFile>
+#include <QFileInfo>
+#include <filesystem>
 
 #include "app/program_paths.h"
 #include "files/atomic_file.h"
 #include "files/read_file.h"
-#include "orbit/scalar_math.h"
-#include "overlay/overlay_master.h"
+#include "orbit/element_file.h"
 #include "session/controls.h"
 
 namespace pelorin::desktop {
@@ -20,18 +20,32 @@ const QString kDemonstrationElements = QStringLiteral("elements/weather-2022-02-
 /// replaces it.
 const QString kDemonstrationCopy = QStringLiteral("weather.2li");
 
-}  // namespace
-
-overlay::OverlaySources GroundData::Sources() const {
-  return {{Topography ? &*Topography : nullptr, BaseImage.isNull() ? nullptr : &BaseImage},
-          Master ? &*Master : nullptr};
+/// What is there already stays.
+void CopyElementFiles(const QString& from, const QString& to) {
+  for (const std::filesystem::path& file :
+       orbit::ElementFilesIn(std::filesystem::path(from.toStdU16String()))) {
+    const QString name = QString::fromStdU16String(file.filename().u16string());
+    const QString copy = QDir(to).filePath(name);
+    if (!QFileInfo::exists(copy)) files::ReplaceFile(copy, files::ReadFile(QDir(from).filePath(name)));
+  }
 }
 
-void MakeDefaultFolders(const app::Settings& settings) {
+}  // namespace
+
+void PrepareFolders(session::Session& session) {
+  const app::DefaultFolders& defaults = session.Settings.Defaults;
+  QString& elements = session.Settings.TwoLineDataPath.Value;
   // A folder that the user chose and that is gone is the user's affair: a disk may be missing.
-  const app::DefaultFolders& defaults = settings.Defaults;
-  if (settings.TwoLineDataPath.Value == defaults.Elements) QDir().mkpath(defaults.Elements);
-  if (settings.ResultsPath.Value == defaults.Results) QDir().mkpath(defaults.Results);
+  for (const QString& folder : {defaults.Elements, defaults.Results}) {
+    if (folder == elements || folder == session.Settings.ResultsPath.Value) QDir().mkpath(folder);
+  }
+  if (defaults.Left.isEmpty() || elements != defaults.Left) return;
+  session::Guarded(session.Boxes, [&] {
+    const QString folder = app::UserFolders().Elements;
+    QDir().mkpath(folder);
+    CopyElementFiles(elements, folder);
+    elements = folder;
+  });
 }
 
 void LoadSatelliteData(session::Session& session, const TellStatus& tellStatus) {
@@ -58,8 +72,7 @@ void OfferDemonstrationElements(session::Session& session, const QString& progra
 }
 
 QString FindTopographyFile(const QString& programFolder) {
-  return app::FindDataFile(QStringList{QStringLiteral("etopo5.elev"), QStringLiteral("etopo5")},
-                           programFolder);
+  return app::FindDataFile(overlay::TopographyNames(), programFolder);
 }
 
 map::Backdrop LoadMapBackdrop(session::Session& session, const QString& programFolder, bool hasTopography,
@@ -74,39 +87,22 @@ map::Backdrop LoadMapBackdrop(session::Session& session, const QString& programF
 
 void ConnectTopography(session::Session& session, GroundData& data, const TellStatus& tellStatus) {
   tellStatus(QStringLiteral("Connecting to topography data ..."));
-  if (data.TopographyFile.isEmpty()) {
-    if (data.Backdrop.IsUserBitmap) {
-      data.BaseImage = data.Backdrop.Picture;
-    } else {
-      session.Boxes.Message(QStringLiteral("Topography will not be available"));
-    }
-    return;
-  }
-  data.Topography = overlay::Topography::Open(data.TopographyFile);
-  if (!data.Topography) {
-    session.Boxes.Error(QStringLiteral("The topography file\n\n   %1\n\ncannot be read. Maps will be made on "
-                                       "black ground.")
-                            .arg(QDir::toNativeSeparators(data.TopographyFile)));
-  }
+  data.Sources.FindGround(data.TopographyFile, data.Backdrop.IsUserBitmap ? data.Backdrop.Picture : QImage(),
+                          [&session](const QString& text) { session.Boxes.Message(text); });
 }
 
 void OpenMaster(session::Session& session, GroundData& data, const QString& programFolder,
                 const TellStatus& tellStatus) {
-  session::Guarded(session.Boxes, [&] {
-    for (const QString& path : app::MasterFiles(programFolder)) {
-      data.Master = overlay::MasterView::Open(path);
-      if (data.Master) return;
-    }
-    const QString countries = app::FindDataFile(QStringLiteral("Countries.dat"), programFolder);
-    if (countries.isEmpty()) return;
-    const QString path = app::MasterFile(programFolder);
-    const auto confirm = [&session](const QString& question) {
-      return session.Boxes.OkOrCancel(question, overlay::kMasterMemoryHelp);
-    };
-    if (overlay::GenerateMaster(countries, path, tellStatus, confirm)) {
-      data.Master = overlay::MasterView::Open(path);
-    }
-  });
+  const overlay::MasterFolders folders{.Users = app::UserDataFolder(),
+                                       .Program = programFolder,
+                                       .Cache = app::CacheFolder(),
+                                       .IsPortable = app::IsPortable(programFolder)};
+  data.Sources.FindMaster(
+      folders, app::FindDataFile(QStringLiteral("Countries.dat"), programFolder), tellStatus,
+      [&session](const QString& question) {
+        return session.Boxes.OkOrCancel(question, overlay::kMasterMemoryHelp);
+      },
+      [&session](const QString& text) { session.Boxes.Error(text); });
 }
 
 }  // namespace pelorin::desktop

@@ -2,13 +2,9 @@
 
 #include <QString>
 #include <functional>
-#include <optional>
 
 #include "map/backdrop.h"
-#include "overlay/ground_colour.h"
-#include "overlay/master_view.h"
-#include "overlay/overlay_generator.h"
-#include "overlay/topography.h"
+#include "overlay/map_sources.h"
 #include "session/session.h"
 
 /// The steps of start-up that are more than a line, in their order. What goes wrong in one is told to the
@@ -22,16 +18,13 @@ using TellStatus = std::function<void(const QString& text)>;
 struct GroundData {
   QString TopographyFile;  ///< empty when there is none
   map::Backdrop Backdrop;
-  QImage BaseImage;  ///< the ground where there is no topography; null when there is none either
-  std::optional<overlay::Topography> Topography;
-  std::optional<overlay::MasterView> Master;
-
-  /// Borrowed from this record.
-  overlay::OverlaySources Sources() const;
+  overlay::MapSources Sources;
 };
 
 /// Makes the default folders for elements and results that the settings still name and that are missing.
-void MakeDefaultFolders(const app::Settings& settings);
+/// Where earlier versions kept both beside an installed program, the user's own folders take their place; the
+/// element files are copied there.
+void PrepareFolders(session::Session& session);
 
 /// Reads the element folder of the settings.
 void LoadSatelliteData(session::Session& session, const TellStatus& tellStatus);
@@ -50,7 +43,7 @@ map::Backdrop LoadMapBackdrop(session::Session& session, const QString& programF
 /// Opens the topography file, or takes the user's own bitmap for the ground; says when there is neither.
 void ConnectTopography(session::Session& session, GroundData& data, const TellStatus& tellStatus);
 
-/// Opens the overlay master and makes it before if there is none that is valid.
+/// Opens the overlay master; makes it before if there is none that is valid, or one of other coasts.
 void OpenMaster(session::Session& session, GroundData& data, const QString& programFolder,
                 const TellStatus& tellStatus);
 

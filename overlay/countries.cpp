@@ -1,5 +1,7 @@
 #include "overlay/countries.h"
 
+#include <zlib.h>
+
 #include <algorithm>
 #include <bit>
 #include <cstring>
@@ -56,6 +58,13 @@ std::vector<TPolyObject> LoadPolygons(const QString& path) {
     polygons.push_back(std::move(polygon));
   }
   return polygons;
+}
+
+std::uint32_t CountriesTag(const QString& path) {
+  const QByteArray bytes = files::ReadFile(path);
+  const auto sum =
+      crc32(0, reinterpret_cast<const Bytef*>(bytes.constData()), static_cast<uInt>(bytes.size()));
+  return std::max(static_cast<std::uint32_t>(sum), std::uint32_t{1});
 }
 
 }  // namespace pelorin::overlay

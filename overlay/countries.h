@@ -40,4 +40,7 @@ struct TPolyObject {
 /// cannot be, raises FileError naming it, and so does one that cannot be read.
 std::vector<TPolyObject> LoadPolygons(const QString& path);
 
+/// What tells one `Countries.dat` from another: the CRC-32 of the file, 1 instead of 0. Raises FileError.
+std::uint32_t CountriesTag(const QString& path);
+
 }  // namespace pelorin::overlay

@@ -51,9 +51,9 @@ void GroundColours::ColourLine(const swath::GroundLine& line,
     std::uint8_t index = kBackground;
     if (master_) {
       // The master's pixels stand for the points at their middle: the nearest one counts.
-      const int masterRow = std::min((southMin * 22 + 30) / 60, kMasterHeight - 1);
+      const int masterRow = std::min(MasterPixels(southMin), kMasterHeight - 1);
       const int westMin = eastMin >= 10800 ? eastMin - 10800 : eastMin + 10800;
-      const int column = (westMin * 22 + 30) / 60;
+      const int column = MasterPixels(westMin);
       index = master_->Row(masterRow)[column < kMasterWidth ? column : 0];
     }
     indices[i] = index;

@@ -1,6 +1,7 @@
 #include "overlay/master_view.h"
 
 #include "overlay/overlay_master.h"
+#include "picture/bitmap_header.h"
 
 namespace pelorin::overlay {
 
@@ -12,6 +13,8 @@ std::optional<MasterView> MasterView::Open(const QString& path) {
 }
 
 MasterView::MasterView(files::MappedFile file) : file_(std::move(file)) {
+  const QByteArrayView head(file_.Data(), kMasterPixelOffset);
+  if (const auto header = picture::ReadBitmapHeader(head)) tag_ = header->Reserved;
   constexpr int tableOffset = 54;
   for (std::size_t i = 0; i < colours_.size(); ++i) {
     const std::uint8_t* quad = file_.Data() + tableOffset + 4 * i;  // blue, green, red, nothing

@@ -20,12 +20,15 @@ class MasterView {
   const std::uint8_t* Row(int row) const;
   /// Colour of each index as the file has it, 0x00RRGGBB.
   const picture::ColourTable& Colours() const { return colours_; }
+  /// The tag of the `Countries.dat` that it was drawn from; 0 when it was not drawn by this program.
+  std::uint32_t Tag() const { return tag_; }
 
  private:
   explicit MasterView(files::MappedFile file);
 
   files::MappedFile file_;
   picture::ColourTable colours_{};
+  std::uint32_t tag_ = 0;
 };
 
 }  // namespace pelorin::overlay

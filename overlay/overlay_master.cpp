@@ -53,12 +53,12 @@ QString LowMemoryQuestion(int foundMb) {
 
 int MasterColumn(int longitudeMin) {
   if (longitudeMin > kMinutesOfTurn / 2) longitudeMin -= kMinutesOfTurn;
-  // 22 pixels a degree, rounded to the nearest; far west of the map the division must round down, too.
-  const int scaled = (longitudeMin + kMinutesOfTurn / 2) * 22 + 30;
-  return scaled >= 0 ? scaled / 60 : -((59 - scaled) / 60);
+  // Far west of the map the division must round down, too, so it is counted from some turns before.
+  constexpr int turns = 2;
+  return MasterPixels(longitudeMin + kMinutesOfTurn / 2 + turns * kMinutesOfTurn) - turns * kMasterWidth;
 }
 
-int MasterRow(int latitudeMin) { return ((5400 - latitudeMin) * 22 + 30) / 60; }
+int MasterRow(int latitudeMin) { return MasterPixels(5400 - latitudeMin); }
 
 picture::IndexedImage DrawMaster(const std::vector<TPolyObject>& polygons, const MasterStatus& status) {
   status(QStringLiteral("Creating overlay master image, please wait..."));
@@ -94,7 +94,7 @@ bool GenerateMaster(const QString& countriesPath, const QString& masterPath, con
   if (polygons.empty()) return false;
   const picture::IndexedImage master = DrawMaster(polygons, status);
   status(QStringLiteral("Overlay master image, saving image, please wait..."));
-  picture::SaveIndexedBitmap(master, OverlayPalette(), masterPath);
+  picture::SaveIndexedBitmap(master, OverlayPalette(), masterPath, CountriesTag(countriesPath));
   QFile::setPermissions(masterPath,
                         QFile::permissions(masterPath) &
                             ~(QFile::WriteOwner | QFile::WriteUser | QFile::WriteGroup | QFile::WriteOther));

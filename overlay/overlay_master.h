@@ -9,11 +9,12 @@
 #include "overlay/physical_memory.h"
 #include "picture/indexed_bitmap.h"
 
-/// Making the overlay master: the whole Earth at 22 pixels per degree with grid, land, lakes and boundaries.
+/// Making the overlay master: the whole Earth in plate carrée with grid, land, lakes and boundaries.
 namespace pelorin::overlay {
 
-inline constexpr int kMasterWidth = 7920;
-inline constexpr int kMasterHeight = 3960;
+inline constexpr int kMasterPixelsPerDegree = 22;
+inline constexpr int kMasterWidth = 360 * kMasterPixelsPerDegree;
+inline constexpr int kMasterHeight = 180 * kMasterPixelsPerDegree;
 /// Headers and colours before the pixels of the file.
 inline constexpr int kMasterPixelOffset = 14 + 40 + 1024;
 inline constexpr qint64 kMasterFileSize = kMasterPixelOffset + qint64{kMasterWidth} * kMasterHeight;
@@ -27,6 +28,8 @@ inline constexpr int kMasterMemoryHelp = 115;
 /// The question to ask when only `foundMb` megabytes are free.
 QString LowMemoryQuestion(int foundMb);
 
+/// Minutes of arc, from 0 on, in pixels of the master; to the nearest.
+constexpr int MasterPixels(int minutes) { return (minutes * kMasterPixelsPerDegree + 30) / 60; }
 /// Pixel column of a longitude in minutes of arc, 0 … 7920; beyond 10800 a turn is taken off first.
 int MasterColumn(int longitudeMin);
 /// Pixel row of a latitude in minutes of arc, 0 … 3960.
@@ -41,9 +44,10 @@ picture::IndexedImage DrawMaster(const std::vector<TPolyObject>& polygons, const
 /// Asked whether to go on although memory is short; false ends the making.
 using ConfirmLowMemory = std::function<bool(const QString& question)>;
 
-/// Draws the master from a `Countries.dat` and saves it write-protected, replacing what was there. With less
-/// than 6 megabytes free (`availableMb`; nothing where the system does not tell) `confirm` is asked first.
-/// Without consent or without polygons nothing is written and the result is false. Raises FileError.
+/// Draws the master from a `Countries.dat` and saves it write-protected and with that file's tag
+/// (CountriesTag) in its reserved bytes, replacing what was there. With less than 6 megabytes free
+/// (`availableMb`; nothing where the system does not tell) `confirm` is asked first. Without consent or
+/// without polygons nothing is written and the result is false. Raises FileError.
 bool GenerateMaster(const QString& countriesPath, const QString& masterPath, const MasterStatus& status,
                     const ConfirmLowMemory& confirm,
                     std::optional<int> availableMb = AvailablePhysicalMemoryMb());

@@ -5,6 +5,7 @@ namespace {
 
 // Where the fields stand in the file; numbers are little-endian.
 constexpr qsizetype kFileSizeAt = 2;
+constexpr qsizetype kReservedAt = 6;
 constexpr qsizetype kPixelOffsetAt = 10;
 constexpr qsizetype kInfoSizeAt = 14;
 constexpr qsizetype kWidthAt = 18;
@@ -42,6 +43,7 @@ std::optional<BitmapHeader> ReadBitmapHeader(QByteArrayView file) {
     return std::nullopt;
   }
   header.FileSize = Read32(file, kFileSizeAt);
+  header.Reserved = Read32(file, kReservedAt);
   header.PixelOffset = Read32(file, kPixelOffsetAt);
   if (header.InfoSize < BitmapHeader::kInfoSize) {
     header.Width = Read16(file, kWidthAt);
@@ -63,6 +65,7 @@ QByteArray WriteBitmapHeader(const BitmapHeader& header) {
   bytes[0] = 'B';
   bytes[1] = 'M';
   Write(bytes, kFileSizeAt, header.FileSize);
+  Write(bytes, kReservedAt, header.Reserved);
   Write(bytes, kPixelOffsetAt, header.PixelOffset);
   Write(bytes, kInfoSizeAt, BitmapHeader::kInfoSize);
   Write(bytes, kWidthAt, static_cast<std::uint32_t>(header.Width));

@@ -13,6 +13,7 @@ struct BitmapHeader {
   static constexpr std::uint32_t kSize = kFileHeaderSize + kInfoSize;
 
   std::uint32_t FileSize = 0;          ///< often wrong in files found in the wild
+  std::uint32_t Reserved = 0;          ///< four bytes that no reader of bitmaps looks at
   std::uint32_t PixelOffset = 0;       ///< from the start of the file; sometimes 0 or wrong
   std::uint32_t InfoSize = kInfoSize;  ///< 40; longer in later versions, 12 in the oldest
   std::int32_t Width = 0;

@@ -23,7 +23,8 @@ QByteArray ColourBytes(const ColourTable& colours) {
 
 }  // namespace
 
-void SaveIndexedBitmap(const IndexedImage& image, const ColourTable& colours, const QString& path) {
+void SaveIndexedBitmap(const IndexedImage& image, const ColourTable& colours, const QString& path,
+                       std::uint32_t tag) {
   const std::int64_t pixelCount = std::int64_t{image.Width} * image.Height;
   if (!IsPossibleSize(image.Width, image.Height) ||
       static_cast<std::int64_t>(image.Pixels.size()) != pixelCount) {
@@ -35,6 +36,7 @@ void SaveIndexedBitmap(const IndexedImage& image, const ColourTable& colours, co
   const QByteArray colourBytes = ColourBytes(colours);
   const std::int64_t rowBytes = BitmapRowBytes(image.Width, kBitCount);
   BitmapHeader header;
+  header.Reserved = tag;
   header.PixelOffset = BitmapHeader::kSize + static_cast<std::uint32_t>(colourBytes.size());
   header.FileSize = header.PixelOffset + static_cast<std::uint32_t>(rowBytes * image.Height);
   header.Width = image.Width;

@@ -27,10 +27,12 @@ using ColourTable = std::array<std::uint32_t, 256>;
 
 /// Replaces `path` by an 8-bit Windows bitmap: 14-byte file header, 40-byte information header, all 256
 /// colours, then the rows, bottom row first, each padded to a multiple of 4 bytes. The number of colours
-/// is never reduced: the file's size says whether it is whole, and the pixels start at byte 1078.
+/// is never reduced: the file's size says whether it is whole, and the pixels start at byte 1078. `tag` goes
+/// into the reserved bytes of the file header.
 ///
 /// Throws PictureError when the image is empty or its pixels do not match its size, and FileError when
 /// the file cannot be written; an earlier file is then left as it was.
-void SaveIndexedBitmap(const IndexedImage& image, const ColourTable& colours, const QString& path);
+void SaveIndexedBitmap(const IndexedImage& image, const ColourTable& colours, const QString& path,
+                       std::uint32_t tag = 0);
 
 }  // namespace pelorin::picture

@@ -38,6 +38,12 @@ void SavePng(const QImage& picture, const QString& path) {
 
 }  // namespace
 
+bool IsPictureName(const QString& path) {
+  const QStringList kinds{QStringLiteral("bmp"), QStringLiteral("jpg"), QStringLiteral("jpeg"),
+                          QStringLiteral("png")};
+  return kinds.contains(QFileInfo(path).suffix().toLower());
+}
+
 QImage LoadPicture(const QString& path) {
   const QString extension = QFileInfo(path).suffix().toLower();
   if (extension == u"png") return LoadPng(path);

@@ -5,6 +5,9 @@
 
 namespace pelorin::picture {
 
+/// Whether a file is a picture by its name.
+bool IsPictureName(const QString& path);
+
 /// A picture file, decoded by its extension in whatever case: ".png", ".jpg" or ".jpeg", and anything
 /// else as a Windows bitmap. Always Format_RGB32, top row first, so that whoever measures or copies
 /// pixels has one kind to deal with; what is transparent in a PNG shows white, like an empty page.

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 
 #include "files/atomic_file.h"
@@ -13,34 +12,54 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-TEST(ProgramPaths, DataFilesAreTakenFromTheNearestPlace) {
-  const QTemporaryDir temporary;
-  const QDir root(QDir(temporary.path()).canonicalPath());
-  const QString earlierFolder = QDir::currentPath();
-  const QStringList places = {u"user"_s, u"share/pelorin"_s, u"bin"_s, u"work"_s, u"work/now"_s};
-  for (const QString& place : places) root.mkpath(place);
-  QDir::setCurrent(root.filePath(places.last()));
-  qputenv("PELORIN_DATA_DIR", root.filePath(places.first()).toUtf8());
-  EXPECT_EQ(FindDataFile(u"now"_s, root.filePath(u"bin/"_s)), QString()) << "a folder is no file";
-  for (const QString& place : places) {
-    const QString path = root.filePath(place + u"/etopo5"_s);
-    files::ReplaceFile(path, "x");
-    EXPECT_EQ(FindDataFile(u"etopo5"_s, root.filePath(u"bin/"_s)), path);
+class ProgramPaths : public testing::Test {
+ protected:
+  ProgramPaths() {
+    for (const QString& place : kPlaces) root_.mkpath(place);
+    QDir::setCurrent(root_.filePath(kPlaces.last()));
+    qputenv("PELORIN_DATA_DIR", root_.filePath(u"user"_s).toUtf8());
   }
-  qunsetenv("PELORIN_DATA_DIR");
-  QDir::setCurrent(earlierFolder);
+  ~ProgramPaths() override {
+    qunsetenv("PELORIN_DATA_DIR");
+    QDir::setCurrent(earlier_);
+  }
+
+  /// The farthest first.
+  const QStringList kPlaces{u"share/pelorin"_s, u"bin"_s, u"user"_s, u"work"_s, u"work/now"_s};
+  const QTemporaryDir folder_;
+  const QDir root_{QDir(folder_.path()).canonicalPath()};
+  const QString bin_ = root_.filePath(u"bin/"_s);
+  const QString earlier_ = QDir::currentPath();
+};
+
+TEST_F(ProgramPaths, DataFilesAreTakenFromTheNearestPlace) {
+  EXPECT_EQ(FindDataFile(u"now"_s, bin_), QString()) << "a folder is no file";
+  const QStringList names{u"UserMap.jpg"_s, u"UserMap.bmp"_s};
+  QString usersBest;
+  for (const QString& place : kPlaces) {
+    const QString path = root_.filePath(place + u"/UserMap.bmp"_s);
+    files::ReplaceFile(path, "x");
+    EXPECT_EQ(FindDataFile(u"UserMap.bmp"_s, bin_), path);
+    // The user's second choice goes before the installed first one.
+    if (place == u"bin"_s) files::ReplaceFile(bin_ + u"UserMap.jpg"_s, "x");
+    if (place == u"user"_s) usersBest = FindDataFile(names, bin_);
+  }
+  EXPECT_EQ(usersBest, root_.filePath(u"user/UserMap.bmp"_s));
 }
 
-TEST(ProgramPaths, MasterGoesToTheCacheWhenItCannotLieBesideTheProgram) {
-  const QTemporaryDir folder;
-  EXPECT_EQ(MasterFile(folder.path() + u'/'), folder.filePath(u"Overlay.bmp"_s));
-  QStandardPaths::setTestModeEnabled(false);
-  qputenv("XDG_CACHE_HOME", folder.path().toUtf8());
-  const QString master = MasterFile(folder.filePath(u"missing/"_s));
-  qunsetenv("XDG_CACHE_HOME");
-  QStandardPaths::setTestModeEnabled(true);
-  EXPECT_EQ(master, folder.filePath(u"Quillfen/Pelorin/Overlay.bmp"_s));
-  files::ReplaceFile(master, "x");
+TEST_F(ProgramPaths, OnlyAPortableProgramKeepsItsFilesBesideItself) {
+  const QString elements = root_.filePath(u"user/elements/"_s), results = root_.filePath(u"user/results/"_s);
+  const auto expectFolders = [&](const char* label, const QStringList& expected) {
+    const DefaultFolders folders = FoldersFor(bin_);
+    EXPECT_EQ(QStringList({folders.Elements, folders.Results, folders.Left}), expected) << label;
+  };
+  expectFolders("installed, though it could be written", {elements, results, bin_});
+  files::ReplaceFile(bin_ + u"weather.2li"_s, "x");
+  expectFolders("elements of an earlier version", {bin_, results, bin_});
+  root_.mkpath(elements);
+  expectFolders("the user has elements", {elements, results, bin_});
+  files::ReplaceFile(bin_ + u"pelorin-portable.txt"_s, "");
+  expectFolders("portable", {bin_, bin_, QString()});
 }
 
 }  // namespace

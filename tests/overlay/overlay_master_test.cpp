@@ -2,13 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <algorithm>
 
 #include "files/atomic_file.h"
 #include "overlay/indexed_raster.h"
-#include "overlay/master_view.h"
+#include "overlay/master_search.h"
 #include "overlay/palette.h"
 
 namespace pelorin::overlay {
@@ -142,6 +143,64 @@ TEST_F(OverlayMasterFile, TheMasterShowsWhatTheFileSays) {
   EXPECT_FALSE(MasterIsValid(Path("Overlay.bmp")));
   EXPECT_TRUE(GenerateMaster(countries, Path("Overlay.bmp"), Silent, Never, 100));
   EXPECT_TRUE(MasterIsValid(Path("Overlay.bmp")));
+}
+
+/// Files of the right size, drawn by nobody but for their tag, stand for masters.
+TEST_F(OverlayMasterFile, MastersOfOtherCoastsAreDrawnAnew) {
+  const QString countries = Write(Record(0, Square(0, 0, 10, 10)));
+  const std::uint32_t tag = CountriesTag(countries);
+  EXPECT_EQ(tag, 0x26CBC2D3u) << "CRC-32";
+  const QString empty = Path("empty.dat"), missing = Path("missing.dat");
+  files::ReplaceFile(empty, "");
+  constexpr std::int64_t none = -1, old = 0, other = 77;
+  const struct {
+    const char* Label;
+    std::int64_t Users, Program, Cache;  ///< the tags of what lies there
+    bool IsPortable;
+    QString Countries;
+    const char* DrawnIn;
+    std::int64_t Tag;  ///< of the one that is used
+    qsizetype Told = 0;
+  } rows[] = {
+      {"there is none", none, none, none, false, countries, "cache", tag},
+      {"there is none, portable", none, none, none, true, countries, "program", tag},
+      {"of these coasts", none, none, tag, false, countries, "", tag},
+      {"of other coasts", none, none, other, false, countries, "cache", tag},
+      {"cache of an earlier version", none, none, old, false, countries, "cache", tag},
+      {"put beside the program by the user", none, old, other, true, countries, "", old},
+      {"drawn beside an installed program", none, other, none, false, countries, "cache", tag},
+      {"the user's data", other, none, tag, false, countries, "", other},
+      {"no coasts known", none, none, other, false, QString(), "", other},
+      {"coasts without a polygon", none, none, other, false, empty, "", other, 1},
+      {"coasts that cannot be read", none, none, other, false, missing, "", other, 1},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.Label);
+    const QTemporaryDir root;
+    const auto folder = [&root](const char* name) { return root.filePath(QLatin1StringView(name)); };
+    for (const auto& [name, content] :
+         {std::pair{"users", row.Users}, {"program", row.Program}, {"cache", row.Cache}}) {
+      QDir().mkpath(folder(name));
+      QFile file(folder(name) + QStringLiteral("/Overlay.bmp"));
+      if (content == none) continue;
+      ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.resize(kMasterFileSize));
+      file.write("BM" + QByteArray(4, 0) + Number(content, 4) + QByteArray(4, 0) + Number(40, 4));
+    }
+    QStringList told;
+    const MasterFolders folders{folder("users"), folder("program"), folder("cache"), row.IsPortable};
+    const auto master = FindMaster(
+        folders, row.Countries, Silent, [](const QString&) { return true; },
+        [&told](const QString& text) { told.append(text); });
+    ASSERT_TRUE(master);
+    EXPECT_EQ(master->Tag(), row.Tag);
+    EXPECT_EQ(told.size(), row.Told) << told.join(u'\n').toStdString();
+    EXPECT_TRUE(told.isEmpty() || told[0].contains(row.Countries));
+    for (const char* name : {"users", "program", "cache"}) {
+      const auto lying = MasterView::Open(folder(name) + QStringLiteral("/Overlay.bmp"));
+      const bool isDrawn = lying && lying->Colours()[kLand] == 0x008000u;
+      EXPECT_EQ(isDrawn, std::string(name) == row.DrawnIn) << name;
+    }
+  }
 }
 
 TEST(MasterProjection, RoundsToTheNearestPixel) {

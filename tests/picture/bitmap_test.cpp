@@ -97,8 +97,9 @@ TEST(IndexedBitmap, FileHasItsLayout) {
   ColourTable colours{};
   colours[7] = 0x00102030;
   IndexedImage image{5, 2, {7, 0, 0, 0, 1, 2, 0, 0, 0, 3}};
-  SaveIndexedBitmap(image, colours, path);
+  SaveIndexedBitmap(image, colours, path, 0x44332211);
   const QByteArray file = files::ReadFile(path);
+  EXPECT_EQ(file.mid(6, 4), "\x11\x22\x33\x44");
   EXPECT_EQ(file.mid(54 + 7 * 4, 4), QByteArray("\x30\x20\x10\0", 4));
   EXPECT_EQ(file.mid(1078), QByteArray("\2\0\0\0\3\0\0\0\7\0\0\0\1\0\0\0", 16));
   EXPECT_EQ(Load(file).pixel(0, 0), qRgb(0x10, 0x20, 0x30));

@@ -12,6 +12,7 @@
 #include <QTimerEvent>
 
 #include "app/settings.h"
+#include "files/atomic_file.h"
 
 namespace pelorin::tests {
 namespace {
@@ -24,6 +25,7 @@ ProgramFixture::ProgramFixture() : Now(orbit::MakeDateTime(2022, 2, 23, 6, 0)), 
   for (const char* name : {"bin", "elsewhere", "share", "config", "pictures"}) {
     QDir(folder_.path()).mkdir(QString::fromLatin1(name));
   }
+  files::ReplaceFile(Path(QStringLiteral("bin/pelorin-portable.txt")), "");
   QFile::link(QStringLiteral(PELORIN_BUILT_DATA), Path(QStringLiteral("share/pelorin")));
   QDir::setCurrent(Path(QStringLiteral("elsewhere")));
   qputenv("PELORIN_DATA_DIR", Path(QStringLiteral("user")).toLocal8Bit());

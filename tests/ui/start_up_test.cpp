@@ -98,6 +98,27 @@ TEST(StartUp, SecondStartFindsWhatTheFirstOneLeft) {
   EXPECT_EQ(program.Form->size(), QSize(1010, 707));
 }
 
+TEST(StartUp, InstalledProgramLeavesWhatAnEarlierVersionKeptBesideIt) {
+  ProgramFixture program;
+  program.GiveOrdinarySettings(u"\"NOAA 19\""_s);
+  program.Set(u"TwoLineDataPath"_s, program.Path(u"bin/"_s));
+  program.Set(u"ResultsPath"_s, program.Path(u"bin/"_s));
+  QFile::remove(program.Path(u"bin/pelorin-portable.txt"_s));
+  QFile master(program.Path(u"bin/Overlay.bmp"_s));
+  ASSERT_TRUE(master.open(QIODevice::WriteOnly) && master.resize(31'364'278));
+  const QStringList before = QDir(program.Path(u"bin"_s)).entryList();
+  program.Start();
+  EXPECT_EQ(program.Boxes.Take(), QStringList());
+  EXPECT_FALSE(program.SplashTexts.join(u' ').contains(u"master"_s)) << "the one beside the program is read";
+  EXPECT_EQ(program.Find<TListBox>("ListBoxAvailable")->count(), 44);
+  program.Close();
+  EXPECT_EQ(program.SavedText(u"TwoLineDataPath"_s), program.Path(u"user/elements/"_s));
+  EXPECT_EQ(program.SavedText(u"ResultsPath"_s), program.Path(u"user/results/"_s));
+  EXPECT_TRUE(QFile::exists(program.Path(u"user/elements/weather.2li"_s)));
+  EXPECT_TRUE(QFile::exists(program.Path(u"user/results/PassList.txt"_s)));
+  EXPECT_EQ(QDir(program.Path(u"bin"_s)).entryList(), before);
+}
+
 /// Whatever is wrong around it, the program says so and runs on.
 TEST(StartUp, BadSurroundingsAreToldAndSurvived) {
   const QByteArray noise("\x00\xff\xfe\x01 garbage\n\x02\x03", 15);
