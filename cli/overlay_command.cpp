@@ -7,7 +7,6 @@
 #include "cli/options.h"
 #include "cli/overlay_sources.h"
 #include "cli/table.h"
-#include "files/file_error.h"
 #include "orbit/julian_date.h"
 #include "orbit/scalar_math.h"
 #include "overlay/overlay_outputs.h"
@@ -111,14 +110,11 @@ OverlayRequest DescribePass(const Arguments& arguments, const app::Station& stat
   return request;
 }
 
-/// A received picture; what is wrong with one is told with its name.
+/// A received picture; what is wrong with it is said.
 QImage LoadReceived(const QString& path) {
-  try {
-    return picture::LoadPicture(path);
-  } catch (const files::FileError& error) {
-    const QString text = error.Text();
-    throw Failure(text.contains(path) ? text : path + QStringLiteral(": ") + text);
-  }
+  const picture::LoadedPicture loaded = picture::LoadRecording(path);
+  if (!loaded.Damage.isEmpty()) Say(loaded.Damage);
+  return loaded.Image;
 }
 
 /// Says which of a map's files in the results folder are not this map's.

@@ -2,10 +2,25 @@
 #include "cli/commands.h"
 #include "cli/options.h"
 #include "cli/table.h"
+#include "files/file_error.h"
 #include "orbit/scalar_math.h"
+#include "picture/picture_file.h"
 #include "swath/picture_lookup.h"
 
 namespace pelorin::cli {
+namespace {
+
+/// What there is to say of a picture that is not whole, or no picture at all: it was found all the same.
+void SayDamage(const QString& path) {
+  try {
+    const QString damage = picture::LoadRecording(path).Damage;
+    if (!damage.isEmpty()) Say(damage);
+  } catch (const files::FileError& error) {
+    Say(error.Text());
+  }
+}
+
+}  // namespace
 
 void RunPicture(const QStringList& list) {
   const Arguments arguments(
@@ -40,6 +55,7 @@ void RunPicture(const QStringList& list) {
                       .arg(key, folders.join(QStringLiteral(", "))));
   }
   PrintOut(found.Path + QLatin1Char('\n'));
+  SayDamage(found.Path);
 }
 
 }  // namespace pelorin::cli

@@ -4,7 +4,6 @@
 #include <cstring>
 
 #include "files/file_error.h"
-#include "picture/jpeg_image.h"
 #include "picture/picture_file.h"
 
 namespace pelorin::map {
@@ -22,7 +21,7 @@ Backdrop LoadBackdrop(bool hasTopography, const FindFile& findFile, const TellSt
     const bool isBitmap = name == bitmap;
     if (!isBitmap && tellStatus) tellStatus(QStringLiteral("Loading map background from %1  ...").arg(name));
     try {
-      backdrop.Picture = isBitmap ? picture::LoadPicture(path) : picture::LoadJpeg(path);
+      backdrop.Picture = picture::LoadPicture(path);
       backdrop.IsUserBitmap = isBitmap;
     } catch (const files::FileError& error) {
       (isBitmap ? bitmapError : backdrop.Messages.emplaceBack()) = error.Text();

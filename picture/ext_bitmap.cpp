@@ -16,6 +16,16 @@ constexpr std::uint32_t kFullPalette = 256;
 constexpr std::uint32_t kEntrySize = 4;
 constexpr qsizetype kShortestMended = 55;
 
+/// Whether the pixels follow the counted colours: the header says so, and behind a full palette the file
+/// would not have room for them. How much room runs need, nobody says.
+bool HasOnlyCountedColours(const BitmapHeader& header, qsizetype fileSize, std::uint32_t endOfCounted) {
+  if (header.PixelOffset != endOfCounted) return false;
+  if (header.Compression != kPlainRows) return true;
+  const std::int64_t endOfFull = BitmapHeader::kSize + kFullPalette * kEntrySize;
+  const std::int64_t rows = std::abs(std::int64_t{header.Height});
+  return endOfFull + rows * BitmapRowBytes(header.Width, header.BitCount) > fileSize;
+}
+
 /// Takes the palette entries out that the header does not count, so that the pixels follow the counted
 /// ones. The header's own word on where the pixels start is set to match.
 void MendPalette(QByteArray& file) {
@@ -25,6 +35,7 @@ void MendPalette(QByteArray& file) {
   const std::uint32_t used = header->ColoursUsed;
   if (header->ColoursImportant != used || (used != 200 && used != 224)) return;
   const std::uint32_t endOfPalette = BitmapHeader::kSize + used * kEntrySize;
+  if (HasOnlyCountedColours(*header, file.size(), endOfPalette)) return;
   file.remove(endOfPalette, qsizetype{kFullPalette - used} * kEntrySize);
   SetPixelOffset(file, endOfPalette);
 }

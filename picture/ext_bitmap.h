@@ -8,7 +8,8 @@ class QIODevice;
 namespace pelorin::picture {
 
 /// A Windows bitmap (".bmp") that also reads what some picture software writes: 8-bit bitmaps whose
-/// header says 200 or 224 colours while the file carries all 256.
+/// header says 200 or 224 colours while the file carries all 256. One that has as many as it says, told by
+/// where its pixels start and where the file ends, is read as it is.
 ///
 /// 1, 4, 8, 16, 24 and 32 bits, plain or run-length coded, either row first. Loading throws
 /// PictureError when the bitmap is damaged, cut short, or no bitmap; the earlier image then stays.

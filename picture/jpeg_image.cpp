@@ -31,19 +31,25 @@ constexpr std::int64_t kMaxPixelsPerByte = 512;
 struct ErrorState {
   jpeg_error_mgr Manager{};
   std::jmp_buf Return{};
+  bool PassesDamage = false;        ///< goes on with what is there
+  char Message[JMSG_LENGTH_MAX]{};  ///< the first that told of damage
 
-  QString Text(j_common_ptr info) {
-    char text[JMSG_LENGTH_MAX] = {};
-    Manager.format_message(info, text);
-    return QString::fromLatin1(text);
-  }
+  QString Text() const { return QString::fromLatin1(Message); }
 };
 
-[[noreturn]] void Fail(j_common_ptr info) {
-  std::longjmp(static_cast<ErrorState*>(info->client_data)->Return, 1);
+ErrorState& StateOf(j_common_ptr info) { return *static_cast<ErrorState*>(info->client_data); }
+
+void Note(j_common_ptr info) {
+  ErrorState& state = StateOf(info);
+  if (state.Message[0] == 0) state.Manager.format_message(info, state.Message);
 }
 
-/// Warnings that do not tell of lost pixels are passed over, all others end the decoding.
+[[noreturn]] void Fail(j_common_ptr info) {
+  Note(info);
+  std::longjmp(StateOf(info).Return, 1);
+}
+
+/// Warnings that do not tell of lost pixels are passed over, all others are damage.
 void OnMessage(j_common_ptr info, int level) {
   if (level >= 0) return;
   switch (info->err->msg_code) {
@@ -53,7 +59,8 @@ void OnMessage(j_common_ptr info, int level) {
     case JWRN_TOO_MUCH_DATA:
       return;
     default:
-      Fail(info);
+      if (!StateOf(info).PassesDamage) Fail(info);
+      Note(info);
   }
 }
 
@@ -88,15 +95,18 @@ bool ReadHeader(Decoder& decoder, const char* bytes, unsigned long size) {
   return true;
 }
 
-bool ReadRows(Decoder& decoder, uchar* pixels, qsizetype rowBytes) {
-  if (setjmp(decoder.Return) != 0) return false;
-  jpeg_start_decompress(&decoder.Info);
-  while (decoder.Info.output_scanline < decoder.Info.output_height) {
-    JSAMPROW row = pixels + rowBytes * decoder.Info.output_scanline;
-    jpeg_read_scanlines(&decoder.Info, &row, 1);
+/// Returns how many rows there are.
+int ReadRows(Decoder& decoder, uchar* pixels, qsizetype rowBytes) {
+  if (setjmp(decoder.Return) == 0) {
+    // Of several scans the first has all rows; those that are there make it finer.
+    decoder.PassesDamage = jpeg_has_multiple_scans(&decoder.Info) != FALSE;
+    jpeg_start_decompress(&decoder.Info);
+    while (decoder.Info.output_scanline < decoder.Info.output_height) {
+      JSAMPROW row = pixels + rowBytes * decoder.Info.output_scanline;
+      jpeg_read_scanlines(&decoder.Info, &row, 1);
+    }
   }
-  jpeg_finish_decompress(&decoder.Info);
-  return true;
+  return static_cast<int>(decoder.Info.output_scanline);
 }
 
 struct Encoder : ErrorState {
@@ -157,23 +167,26 @@ bool WriteRows(Encoder& encoder, const QImage& image, int quality) {
 
 }  // namespace
 
-QImage LoadJpeg(const QString& path) {
+LoadedPicture LoadJpeg(const QString& path) {
   const QByteArray file = files::ReadFile(path, files::kMostPictureBytes);
   const auto refuse = [&path](const QString& reason) {
     throw PictureError(QStringLiteral("Cannot read %1: %2").arg(path, reason));
   };
   Decoder decoder;
-  if (!ReadHeader(decoder, file.constData(), static_cast<unsigned long>(file.size()))) {
-    refuse(decoder.Text(Common(decoder.Info)));
-  }
+  if (!ReadHeader(decoder, file.constData(), static_cast<unsigned long>(file.size()))) refuse(decoder.Text());
   const std::int64_t width = decoder.Info.image_width;
   const std::int64_t height = decoder.Info.image_height;
   if (!IsPossibleSize(width, height) || width * height > file.size() * kMaxPixelsPerByte) {
     refuse(QStringLiteral("%1 x %2 pixels cannot be in this file").arg(width).arg(height));
   }
-  QImage image = NewImage(static_cast<int>(width), static_cast<int>(height), QImage::Format_RGB32);
-  if (!ReadRows(decoder, image.bits(), image.bytesPerLine())) refuse(decoder.Text(Common(decoder.Info)));
-  return image;
+  LoadedPicture loaded{NewImage(static_cast<int>(width), static_cast<int>(height), QImage::Format_RGB32), {}};
+  loaded.Image.fill(kMissingLine);
+  const int lines = ReadRows(decoder, loaded.Image.bits(), loaded.Image.bytesPerLine());
+  if (lines == 0) refuse(decoder.Text());
+  if (decoder.Message[0] != 0) {
+    loaded.Damage = DamageText(path, decoder.Text() + u'.', lines, loaded.Image.height());
+  }
+  return loaded;
 }
 
 void SaveJpeg(const QImage& image, const QString& path, int quality) {
@@ -182,7 +195,7 @@ void SaveJpeg(const QImage& image, const QString& path, int quality) {
   files::ReplaceFile(path, [&](QIODevice& device) {
     Encoder encoder(device);
     if (!WriteRows(encoder, rows, quality)) {
-      throw PictureError(QStringLiteral("Cannot write %1: %2").arg(path, encoder.Text(Common(encoder.Info))));
+      throw PictureError(QStringLiteral("Cannot write %1: %2").arg(path, encoder.Text()));
     }
   });
 }

@@ -14,19 +14,27 @@
 namespace pelorin::picture {
 namespace {
 
-QImage LoadPng(const QString& path) {
+LoadedPicture LoadPng(const QString& path) {
   TPngGraphic graphic;
-  graphic.LoadFromFile(path);
-  QImage page = NewImage(graphic.Width(), graphic.Height(), QImage::Format_RGB32);
-  page.fill(Qt::white);
-  QPainter painter(&page);
-  graphic.Draw(painter, page.rect());
-  return page;
+  try {
+    graphic.LoadFromFile(path);
+  } catch (const PictureError& error) {
+    const bool isNamed = error.Text().contains(path);
+    throw isNamed ? error : PictureError(path + QStringLiteral(": ") + error.Text());
+  }
+  const int height = graphic.Height(), lines = graphic.LinesRead();
+  LoadedPicture loaded{NewImage(graphic.Width(), height, QImage::Format_RGB32), {}};
+  loaded.Image.fill(Qt::white);
+  QPainter painter(&loaded.Image);
+  graphic.Draw(painter, loaded.Image.rect());
+  painter.fillRect(0, lines, graphic.Width(), height - lines, QColor(kMissingLine));
+  if (!graphic.IsWhole()) loaded.Damage = DamageText(path, kReadingError, lines, height);
+  return loaded;
 }
 
 void SavePng(const QImage& picture, const QString& path) {
   const QImage rows = picture.convertToFormat(QImage::Format_RGB888);
-  PngPicture png{rows.width(), rows.height(), 8, 2, 3, 1, {}};
+  PngPicture png{rows.width(), rows.height(), 8, 2, rows.height(), true, 3, 1, {}};
   for (int y = 0; y < rows.height(); ++y) {
     png.Samples.insert(png.Samples.end(), rows.constScanLine(y),
                        rows.constScanLine(y) + std::ptrdiff_t{3} * rows.width());
@@ -44,13 +52,19 @@ bool IsPictureName(const QString& path) {
   return kinds.contains(QFileInfo(path).suffix().toLower());
 }
 
-QImage LoadPicture(const QString& path) {
+LoadedPicture LoadRecording(const QString& path) {
   const QString extension = QFileInfo(path).suffix().toLower();
   if (extension == u"png") return LoadPng(path);
   if (extension == u"jpg" || extension == u"jpeg") return LoadJpeg(path);
   TExtBitmap bitmap;
   bitmap.LoadFromFile(path);
-  return bitmap.Image();
+  return {bitmap.Image(), {}};
+}
+
+QImage LoadPicture(const QString& path) {
+  const LoadedPicture loaded = LoadRecording(path);
+  if (!loaded.Damage.isEmpty()) throw PictureError(loaded.Damage);
+  return loaded.Image;
 }
 
 void SavePicture(const QImage& picture, const QString& path) {

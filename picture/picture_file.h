@@ -3,17 +3,23 @@
 #include <QImage>
 #include <QString>
 
+#include "picture/loaded_picture.h"
+
 namespace pelorin::picture {
 
 /// Whether a file is a picture by its name.
 bool IsPictureName(const QString& path);
 
-/// A picture file, decoded by its extension in whatever case: ".png", ".jpg" or ".jpeg", and anything
-/// else as a Windows bitmap. Always Format_RGB32, top row first, so that whoever measures or copies
-/// pixels has one kind to deal with; what is transparent in a PNG shows white, like an empty page.
+/// A received picture, decoded by its extension in whatever case: ".png", ".jpg" or ".jpeg", and anything
+/// else as a Windows bitmap. A damaged recording is still a recording: of a PNG or JPEG file the lines that
+/// are there are shown. Always Format_RGB32, so that whoever measures or copies pixels has one kind to deal
+/// with; what is transparent in a PNG shows white, like an empty page.
 ///
-/// Throws PictureError when the file is damaged or no such picture, and FileError, its base, when a
-/// JPEG or a bitmap cannot be read.
+/// Throws PictureError when there is nothing to be shown, and FileError, its base, when a JPEG or a bitmap
+/// cannot be read. The text names the file.
+LoadedPicture LoadRecording(const QString& path);
+
+/// The same for pictures that must be whole: damage throws PictureError, too.
 QImage LoadPicture(const QString& path);
 
 /// Replaces `path` by the picture, as PNG if its extension says so and otherwise as JPEG of high quality.

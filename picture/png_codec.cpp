@@ -3,9 +3,9 @@
 #include <png.h>
 
 #include <QIODevice>
+#include <algorithm>
 #include <bit>
 #include <csetjmp>
-#include <cstring>
 
 #include "picture/picture_size.h"
 
@@ -19,6 +19,8 @@ namespace {
 constexpr std::int64_t kMaxInflation = 1032;
 
 constexpr int kDeepest = 16;
+
+constexpr std::uint8_t kMidGrey = 0x80;
 
 [[noreturn]] void Fail(png_structp png, png_const_charp) { png_longjmp(png, 1); }
 
@@ -44,14 +46,6 @@ struct Writer {
   Writer& operator=(const Writer&) = delete;
 };
 
-/// Serves libpng from the bytes not yet read, which its I/O pointer leads to.
-void ReadBytes(png_structp png, png_bytep to, std::size_t count) {
-  auto* rest = static_cast<QByteArrayView*>(png_get_io_ptr(png));
-  if (count > static_cast<std::size_t>(rest->size())) png_error(png, "end of file");
-  std::memcpy(to, rest->data(), count);
-  *rest = rest->sliced(static_cast<qsizetype>(count));
-}
-
 void WriteBytes(png_structp png, png_bytep from, std::size_t count) {
   static_cast<QIODevice*>(png_get_io_ptr(png))
       ->write(reinterpret_cast<const char*>(from), static_cast<qint64>(count));
@@ -64,32 +58,53 @@ void SwapDeepSamples(png_structp png, int bitDepth) {
   if (bitDepth == kDeepest && std::endian::native == std::endian::little) png_set_swap(png);
 }
 
-bool ReadHeader(const Reader& reader, QByteArrayView* rest) {
-  if (setjmp(png_jmpbuf(reader.Png)) != 0) return false;
-  png_set_read_fn(reader.Png, rest, ReadBytes);
-  png_read_info(reader.Png, reader.Info);
-  return true;
-}
+/// What libpng's callbacks work on while a file is fed to it: all that has come of a line is handed out at
+/// once, so that no line is lost when the file breaks off.
+struct Lines {
+  // As the file has them:
+  std::int64_t PackedRowBytes = 0;
+  int BitDepth = 0, ColourType = 0;
+  std::size_t Unread = 0;  ///< bytes of the file behind the header
+  bool HasHeader = false;
+  std::vector<png_bytep> Rows;
+  int Read = 0;
+  bool IsEnded = false;
+};
 
-bool PrepareSamples(const Reader& reader) {
-  if (setjmp(png_jmpbuf(reader.Png)) != 0) return false;
-  const int colourType = png_get_color_type(reader.Png, reader.Info);
-  const int bitDepth = png_get_bit_depth(reader.Png, reader.Info);
-  png_set_invert_alpha(reader.Png);
-  if (colourType == PNG_COLOR_TYPE_PALETTE || (colourType == PNG_COLOR_TYPE_GRAY && bitDepth < 8) ||
-      png_get_valid(reader.Png, reader.Info, PNG_INFO_tRNS) != 0) {
-    png_set_expand(reader.Png);
+Lines& LinesOf(png_structp png) { return *static_cast<Lines*>(png_get_progressive_ptr(png)); }
+
+void OnHeader(png_structp png, png_infop info) {
+  Lines& lines = LinesOf(png);
+  lines.PackedRowBytes = static_cast<std::int64_t>(png_get_rowbytes(png, info));
+  lines.BitDepth = png_get_bit_depth(png, info);
+  lines.ColourType = png_get_color_type(png, info);
+  png_set_invert_alpha(png);
+  if (lines.ColourType == PNG_COLOR_TYPE_PALETTE ||
+      (lines.ColourType == PNG_COLOR_TYPE_GRAY && lines.BitDepth < 8) ||
+      png_get_valid(png, info, PNG_INFO_tRNS) != 0) {
+    png_set_expand(png);
   }
-  png_set_packing(reader.Png);
-  SwapDeepSamples(reader.Png, bitDepth);
-  png_set_interlace_handling(reader.Png);
-  png_read_update_info(reader.Png, reader.Info);
-  return true;
+  png_set_packing(png);
+  SwapDeepSamples(png, lines.BitDepth);
+  png_set_interlace_handling(png);
+  png_read_update_info(png, info);
+  lines.HasHeader = true;
+  lines.Unread = png_process_data_pause(png, 0);
 }
 
-bool ReadRows(const Reader& reader, png_bytepp rows) {
+void OnRow(png_structp png, png_bytep row, png_uint_32 number, int) {
+  if (row == nullptr) return;
+  Lines& lines = LinesOf(png);
+  png_progressive_combine_row(png, lines.Rows[number], row);
+  lines.Read = std::max(lines.Read, static_cast<int>(number) + 1);
+}
+
+void OnEnd(png_structp png, png_infop) { LinesOf(png).IsEnded = true; }
+
+/// Feeds bytes until they end, or the header does; false at damage.
+bool Feed(const Reader& reader, png_bytep bytes, std::size_t count) {
   if (setjmp(png_jmpbuf(reader.Png)) != 0) return false;
-  png_read_image(reader.Png, rows);
+  png_process_data(reader.Png, reader.Info, bytes, count);
   return true;
 }
 
@@ -119,27 +134,33 @@ bool WriteRows(const Writer& writer, const PngPicture& picture, QIODevice* devic
 bool DecodePng(QByteArrayView file, PngPicture& picture) {
   const Reader reader;
   if (reader.Info == nullptr) return false;
-  QByteArrayView rest = file;
-  if (!ReadHeader(reader, &rest)) return false;
+  Lines lines;
+  // libpng only reads the bytes, whatever their type says.
+  auto* bytes = reinterpret_cast<png_bytep>(const_cast<char*>(file.data()));
+  const auto size = static_cast<std::size_t>(file.size());
+  png_set_progressive_read_fn(reader.Png, &lines, OnHeader, OnRow, OnEnd);
+  if (!Feed(reader, bytes, size) || !lines.HasHeader) return false;
   const std::int64_t width = png_get_image_width(reader.Png, reader.Info);
   const std::int64_t height = png_get_image_height(reader.Png, reader.Info);
-  const auto packedRow = static_cast<std::int64_t>(png_get_rowbytes(reader.Png, reader.Info));
-  if (!IsPossibleSize(width, height) || packedRow * height > rest.size() * kMaxInflation) return false;
+  if (!IsPossibleSize(width, height) || lines.PackedRowBytes * height > file.size() * kMaxInflation) {
+    return false;
+  }
   picture.Width = static_cast<int>(width);
   picture.Height = static_cast<int>(height);
-  picture.BitDepth = png_get_bit_depth(reader.Png, reader.Info);
-  picture.ColourType = png_get_color_type(reader.Png, reader.Info);
-
-  if (!PrepareSamples(reader)) return false;
+  picture.BitDepth = lines.BitDepth;
+  picture.ColourType = lines.ColourType;
   picture.Channels = png_get_channels(reader.Png, reader.Info);
   picture.SampleBytes = png_get_bit_depth(reader.Png, reader.Info) / 8;
   const std::size_t rowBytes = png_get_rowbytes(reader.Png, reader.Info);
-  picture.Samples.resize(rowBytes * static_cast<std::size_t>(height));
-  std::vector<png_bytep> rows;
+  picture.Samples.assign(rowBytes * static_cast<std::size_t>(height), kMidGrey);
   for (std::size_t start = 0; start < picture.Samples.size(); start += rowBytes) {
-    rows.push_back(picture.Samples.data() + start);
+    lines.Rows.push_back(picture.Samples.data() + start);
   }
-  return ReadRows(reader, rows.data());
+  const bool isSound = Feed(reader, bytes + size - lines.Unread, lines.Unread);
+  picture.LinesRead = lines.Read;
+  const bool isInterlaced = png_get_interlace_type(reader.Png, reader.Info) != PNG_INTERLACE_NONE;
+  picture.IsWhole = isSound && (lines.IsEnded || (!isInterlaced && lines.Read == height));
+  return lines.Read > 0;
 }
 
 bool EncodePng(const PngPicture& picture, QIODevice& device) {

@@ -35,7 +35,7 @@ void TPngGraphic::LoadFromFile(const QString& path) {
     throw PictureError(OpeningError(path));
   }
   PngPicture picture;
-  if (!DecodePng(file, picture)) throw PictureError(QStringLiteral("Error Reading File!"));
+  if (!DecodePng(file, picture)) throw PictureError(kReadingError);
   picture_ = std::move(picture);
 }
 

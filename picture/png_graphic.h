@@ -11,12 +11,15 @@ class QRect;
 
 namespace pelorin::picture {
 
+inline constexpr QLatin1StringView kReadingError("Error Reading File!");
+
 /// A picture in a PNG file. It is loaded and saved whole: its size is the file's and cannot be set, and
 /// it does not travel through streams or the clipboard.
 class TPngGraphic {
  public:
   /// Throws PictureError: "Error Opening File <path>!" when the file cannot be opened, and
-  /// "Error Reading File!" when it is damaged, cut short or no PNG file. The earlier picture then stays.
+  /// kReadingError when it is no PNG file or no line of it can be read; the earlier picture then stays. Of
+  /// one that is damaged or cut short the lines before that are there.
   void LoadFromFile(const QString& path);
 
   /// Replaces the file at `path` by the picture as it is held: what came with a palette or with fewer
@@ -40,6 +43,9 @@ class TPngGraphic {
   int Height() const { return picture_.Height; }
   int BitDepth() const { return picture_.BitDepth; }
   int ColourType() const { return picture_.ColourType; }
+
+  int LinesRead() const { return picture_.LinesRead; }  ///< from the top
+  bool IsWhole() const { return picture_.IsWhole; }
 
   /// The picture with 8 bits a sample: Format_ARGB32 (not premultiplied) when it has an alpha channel,
   /// Format_RGB32 otherwise; null before anything is loaded. It is made anew at each call.

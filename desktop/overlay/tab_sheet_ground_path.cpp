@@ -158,12 +158,14 @@ void TTabSheetGroundPath::ShowPicture(const swath::FoundPicture& found) {
   }
   ui_.Panes->SetPictureTitle(name + QStringLiteral(" could not be read") + still);
   const session::Hourglass hourglass;
-  const QImage image = picture::LoadPicture(found.Path);
-  picture_.Show(image.width(), image.height());
-  ui_.Panes->SetPicture(image, found.Path);
-  ui_.Panes->SetPictureTitle(QStringLiteral("Picture: %1  from %2 UTC")
-                                 .arg(name, StartText(picture_.ForMap(session_.Pass.SouthBound))));
+  const picture::LoadedPicture loaded = picture::LoadRecording(found.Path);
+  const QString note = loaded.Damage.isEmpty() ? QString() : QStringLiteral(" (damaged)");
+  picture_.Show(loaded.Image.width(), loaded.Image.height());
+  ui_.Panes->SetPicture(loaded.Image, found.Path);
+  ui_.Panes->SetPictureTitle(QStringLiteral("Picture: %1%2  from %3 UTC")
+                                 .arg(name, note, StartText(picture_.ForMap(session_.Pass.SouthBound))));
   EnableControls();
+  if (!loaded.Damage.isEmpty()) Boxes().Message(loaded.Damage);
 }
 
 void TTabSheetGroundPath::ComboBoxSatForPicChange() {

@@ -210,7 +210,9 @@ TEST_F(Cli, DefaultsAreTheUsersSettings) {
   EXPECT_FALSE(given.isEmpty());
   EXPECT_EQ(fromSettings, given);
   files::ReplaceFile(Path("my elements/02231015V.png"), "x");
-  EXPECT_EQ(Run("picture --find 02231017").Lines().value(0), Path("my elements/02231015V.png"));
+  const Outcome found = Run("picture --find 02231017");
+  EXPECT_EQ(found.Lines().value(0), Path("my elements/02231015V.png"));
+  EXPECT_EQ(found.Err, Path("my elements/02231015V.png") + QStringLiteral(": Error Reading File!\n"));
   EXPECT_EQ(files::ReadLines(Path("config/registry.reg")).join(QLatin1Char('\n')), before);  // it only looks
 }
 

@@ -4,7 +4,9 @@
 #include <sys/resource.h>
 
 #include <QFile>
+#include <QImageWriter>
 #include <QTemporaryDir>
+#include <set>
 
 #include "files/read_file.h"
 #include "picture/jpeg_image.h"
@@ -22,14 +24,24 @@ class PictureFile : public testing::Test {
     EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
     file.close();
     try {
-      return !LoadPicture(Path(name)).isNull();
+      loaded_ = LoadRecording(Path(name));
+      return true;
     } catch (const PictureError& error) {
       error_ = error.Text();
       return false;
     }
   }
 
+  /// The lines that are there by what is said of the last picture; all for one that is whole.
+  int LinesSaid(const char* name) const {
+    if (loaded_.Damage.isEmpty()) return loaded_.Image.height();
+    EXPECT_TRUE(loaded_.Damage.startsWith(Path(name))) << loaded_.Damage.toStdString();
+    const qsizetype at = loaded_.Damage.indexOf(u"Only the first ");
+    return at < 0 ? loaded_.Image.height() : loaded_.Damage.mid(at).section(u' ', 3, 3).toInt();
+  }
+
   QTemporaryDir folder_;
+  LoadedPicture loaded_;
   QString error_;  ///< of the last picture that did not load
 };
 
@@ -52,9 +64,9 @@ TEST_F(PictureFile, JpegKeepsColoursAndLeavesTheOldFileOnFailure) {
   EXPECT_EQ(LoadPicture(path).width(), 37);
 }
 
-TEST_F(PictureFile, CutShortIsRefusedAndGarbledDoesNoHarm) {
-  QImage image(24, 16, QImage::Format_RGB32);
-  for (int i = 0; i < 24 * 16; ++i)
+TEST_F(PictureFile, CutShortShowsTheLinesThatAreThere) {
+  QImage image(24, 64, QImage::Format_RGB32);
+  for (int i = 0; i < 24 * 64; ++i)
     image.setPixel(i % 24, i / 24, 0xFF000000U + static_cast<QRgb>(i * i * 77));
   SaveJpeg(image, Path("pass.jpg"), 33);
   const qint64 small = QFile(Path("pass.jpg")).size();
@@ -62,16 +74,45 @@ TEST_F(PictureFile, CutShortIsRefusedAndGarbledDoesNoHarm) {
   EXPECT_GT(QFile(Path("pass.jpg")).size(), small + 300) << "quality must count";
   ASSERT_TRUE(image.save(Path("pass.png")) && image.save(Path("pass.bmp")));
   for (const char* name : {"pass.jpg", "pass.png", "pass.bmp"}) {
-    const QByteArray whole = files::ReadFile(Path(name));
-    ASSERT_TRUE(Loads(name, whole)) << name;
-    const qsizetype behindPixels = whole.endsWith("IEND\xAE\x42\x60\x82") ? 20 : 0;
-    for (qsizetype at = 0; at < whole.size(); at += 3) {
-      EXPECT_FALSE(at < whole.size() - behindPixels && Loads(name, whole.first(at))) << name << at;
-      QByteArray garbled = whole;
+    const QByteArray file = files::ReadFile(Path(name));
+    const QImage whole = LoadPicture(Path(name));
+    std::set<int> counts;  // of lines, as the file grows
+    for (qsizetype size = 0; size < file.size(); size += 3) {
+      SCOPED_TRACE(name + std::to_string(size));
+      if (!Loads(name, file.first(size))) continue;
+      const int lines = std::min(LinesSaid(name), 64);
+      EXPECT_EQ(loaded_.Image.copy(0, 0, 24, lines), whole.copy(0, 0, 24, lines));
+      for (int y = lines; y < 64; ++y) ASSERT_EQ(loaded_.Image.pixel(7, y), kMissingLine);
+      if (lines == 64) continue;  // only what follows the pixels is missing
+      EXPECT_THROW(LoadPicture(Path(name)), PictureError);
+      EXPECT_TRUE(counts.empty() || lines >= *counts.rbegin());
+      counts.insert(lines);
+    }
+    // JPEG comes in steps of 16 lines, PNG line by line; of bitmaps, which begin at the bottom, only whole
+    // ones.
+    EXPECT_EQ(counts.size(), name == std::string("pass.jpg")   ? 3U
+                             : name == std::string("pass.png") ? 63U
+                                                               : 0U);
+    for (qsizetype at = 0; at < file.size(); at += 3) {
+      QByteArray garbled = file;
       garbled[at] = static_cast<char>(~garbled[at]);
       Loads(name, garbled);  // either answer, and no other exception
     }
   }
+}
+
+TEST_F(PictureFile, PicturesThatGrowFinerAreShownAsTheyCame) {
+  QImage image(64, 64, QImage::Format_RGB32);
+  for (int i = 0; i < 64 * 64; ++i) image.setPixel(i % 64, i / 64, qRgb(i / 16, 200, i % 64));
+  QImageWriter writer(Path("fine.jpg"));
+  writer.setProgressiveScanWrite(true);
+  ASSERT_TRUE(writer.write(image));
+  const QByteArray file = files::ReadFile(Path("fine.jpg"));
+  ASSERT_TRUE(Loads("fine.jpg", file) && loaded_.Damage.isEmpty());
+  ASSERT_TRUE(Loads("fine.jpg", file.first(file.lastIndexOf("\xFF\xDA") + 20)));
+  EXPECT_TRUE(loaded_.Damage.endsWith(u"It is shown as far as it could be read."))
+      << loaded_.Damage.toStdString();
+  EXPECT_NEAR(qRed(loaded_.Image.pixel(32, 60)), 240, 25);
 }
 
 TEST_F(PictureFile, LyingSizesTakeNoMemory) {

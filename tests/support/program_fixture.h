@@ -17,7 +17,8 @@ namespace pelorin::tests {
 
 /// The whole program over a temporary folder: "bin" for the portable executable, the built map data beside it
 /// as after an installation, settings and a data folder, "user", of its own, a clock that stands still, and
-/// boxes that are recorded. The working folder is "elsewhere" while it lives. Several runs may follow each other.
+/// boxes that are recorded. The working folder is "elsewhere" while it lives. Several runs may follow each
+/// other.
 class ProgramFixture {
  public:
   ProgramFixture();

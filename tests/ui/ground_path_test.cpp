@@ -20,6 +20,7 @@
 #include <QTest>
 #include <QTimer>
 
+#include "files/atomic_file.h"
 #include "files/read_file.h"
 #include "files/text_file.h"
 #include "picture/picture_file.h"
@@ -344,6 +345,35 @@ TEST_F(GroundPathTest, OnlyTheMapOfItsPassIsLaidOverAPicture) {
   program.Find<QComboBox>("ComboBoxSatForPic")->setCurrentText(u"NOAA 19"_s);
   EXPECT_FALSE(program.Find("ButtonSaveBlend")->isEnabled()) << "the map is another satellite's";
   program.Close();
+}
+
+TEST_F(GroundPathTest, OfADamagedRecordingTheLinesThatAreThereAreShown) {
+  const QString path = program.Path(u"pictures/02231000V.png"_s);
+  QImage picture(90, 60, QImage::Format_RGB32);
+  for (int i = 0; i < 90 * 60; ++i) picture.setPixel(i % 90, i / 90, static_cast<QRgb>(i * i * 77));
+  picture::SavePicture(picture, path);
+  const QByteArray whole = files::ReadFile(path);
+  StartOnPage();
+  const struct {
+    qsizetype Bytes;
+    const char *Title, *Said;
+  } rows[] = {
+      {0, "02231000V.png could not be read", "Error: %1: Error Reading File!"},
+      {whole.size() / 2, "Picture: 02231000V.png (damaged)  from 10:00 UTC",
+       "Message: %1: Error Reading File! Only the first "},
+      {whole.size(), "Picture: 02231000V.png  from 10:00 UTC", nullptr},
+  };
+  for (const auto& row : rows) {
+    files::ReplaceFile(path, whole.first(row.Bytes));
+    program.Boxes.Take();
+    Pick(10, 0);
+    program.Click("ButtonReload");
+    const auto* title = program.Find<QLabel>("LabelPictureTitle");
+    EXPECT_EQ(title->toolTip().isEmpty() ? title->text() : title->toolTip(), QLatin1StringView(row.Title));
+    const QString said = program.Boxes.Take().join(u'|');
+    EXPECT_TRUE(row.Said ? said.startsWith(QString::fromLatin1(row.Said).arg(path)) : said.isEmpty())
+        << said.toStdString();
+  }
 }
 
 TEST_F(GroundPathTest, MapAndPictureAreFittedAndScrolledTogether) {
