@@ -57,8 +57,9 @@ void RunPasses(const QStringList& list) {
       QStringLiteral("passes"),
       QStringLiteral(
           "Lists the passes of satellites over a station in order of their rise. The text format has a "
-          "record a line: "
-          "mmddhhnnss of the rise, direction, longitude at culmination, maximum elevation, seconds, name."),
+          "record a line: mmddhhnnss of the rise, direction, longitude, elevation, seconds, name. Longitude "
+          "and elevation are those of the search, up to a minute before the satellite is highest: overhead "
+          "the elevation is up to 22 degrees too low. The other formats tell the highest elevation."),
       {ElementsOption(),
        StationOption(),
        {QStringLiteral("min-elevation"), QStringLiteral("DEG"),

@@ -1,26 +1,26 @@
 #pragma once
 
-#include <optional>
 #include <string>
-#include <string_view>
+
+#include "orbit/date_time.h"
 
 namespace pelorin::orbit {
 
-/// One pass as a line of text: "mmddhhnnss" of the rise, "N" or "S" at culmination, longitude below the
-/// satellite at culmination (whole degrees), maximum elevation (whole degrees), duration (seconds) and the
-/// satellite's name, which may hold blanks. For example  1115143005 S 357 63 781 NOAA 15.
+/// One pass as the search describes it. Its culmination is the search's own, up to a minute before the true
+/// one; overhead the elevation is then up to some twenty degrees too low. RefineCulmination knows better.
 struct PassInfo {
-  std::string AosStamp;
-  bool SouthBound = false;
-  std::string LongitudeDeg, MaxElevationDeg;
+  TDateTime Aos;               ///< rise, UTC
+  bool SouthBound = false;     ///< at culmination
+  double LongitudeDeg = 0;     ///< of the point below the satellite at culmination, [0, 360)
+  double MaxElevationDeg = 0;  ///< at culmination
   int DurationSeconds = 0;
-  std::string Name;
+  std::string Name;  ///< of the satellite; may hold blanks
 
+  /// The pass as a line: "mmddhhnnss" of the rise, "N" or "S", longitude and elevation in whole degrees,
+  /// seconds, name. For example  1115143005 S 357 63 781 NOAA 15.
   std::string ToText() const;
   /// The line of the pass list and of "PassList.txt": without the elevation.
   std::string ToListEntry() const;
-  /// Nothing when the line has not all fields.
-  static std::optional<PassInfo> FromText(std::string_view line);
 };
 
 }  // namespace pelorin::orbit

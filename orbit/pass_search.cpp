@@ -200,16 +200,14 @@ class PassSearch {
     Geodetic below;
     SatLatLonAlt(top.state.Position, top.jd, below);
     const TDateTime aos{DatePart(request_.Start).Days + (pass.Aos - jd0_)};
-    pass.Record = {FormatDateTime("mmddhhnnss", aos),
+    pass.Record = {aos,
                    top.state.Velocity.z < 0,
-                   WholeNumber(Degrees(below.Longitude)),
-                   WholeNumber(Degrees(top.value + minElevation_)),
+                   Degrees(below.Longitude),
+                   Degrees(top.value + minElevation_),
                    static_cast<int>(duration),
                    satellite_.Name};
     passes_.push_back(std::move(pass));
   }
-
-  static std::string WholeNumber(double value) { return std::to_string(std::lrint(value)); }
 
   const TSatellite& satellite_;
   ElevationFrame frame_;

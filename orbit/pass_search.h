@@ -10,8 +10,8 @@
 
 namespace pelorin::orbit {
 
-/// A pass with its times as Julian dates. The culmination is the search's own, up to a minute before the true
-/// one: RefineCulmination knows better.
+/// A pass with its times as Julian dates. Culmination and record are the search's own, up to a minute before
+/// the true culmination: RefineCulmination knows better.
 struct Pass {
   double Aos = 0, Culmination = 0, Los = 0;
   PassInfo Record;

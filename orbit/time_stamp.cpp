@@ -18,6 +18,11 @@ TDateTime CutToMinute(TDateTime moment) {
   return MakeDateTime(fields.Year, fields.Month, fields.Day, fields.Hour, fields.Minute);
 }
 
+TDateTime CutToSecond(TDateTime moment) {
+  const DateTimeFields fields = TakeApart(moment);
+  return MakeDateTime(fields.Year, fields.Month, fields.Day, fields.Hour, fields.Minute, fields.Second);
+}
+
 std::string StampOf(TDateTime moment) { return FormatDateTime("mmddhhnn", moment); }
 
 TDateTime TimeOfStamp(std::string_view name, int year) {

@@ -12,6 +12,9 @@ namespace pelorin::orbit {
 /// The moment with its seconds cut off.
 TDateTime CutToMinute(TDateTime moment);
 
+/// The moment with what is less than a second cut off.
+TDateTime CutToSecond(TDateTime moment);
+
 /// "mmddhhnn".
 std::string StampOf(TDateTime moment);
 

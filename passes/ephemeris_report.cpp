@@ -10,6 +10,7 @@
 #include "orbit/pass_search.h"
 #include "orbit/propagation.h"
 #include "orbit/scalar_math.h"
+#include "orbit/time_stamp.h"
 
 namespace pelorin::passes {
 namespace {
@@ -37,11 +38,7 @@ QString AngleText(double degrees, char16_t negative, char16_t positive) {
   return QString::number(std::fabs(degrees), 'f', 2) + u'°' + QChar(degrees < 0 ? negative : positive);
 }
 
-std::optional<int> WholeNumber(const std::string& field) {
-  bool isNumber = false;
-  const int value = QString::fromStdString(field).toInt(&isNumber);
-  return isNumber ? std::optional(value) : std::nullopt;
-}
+QString WholeNumber(double value) { return QString::number(std::lrint(value)); }
 
 /// A satellite and how far the report has come with it.
 class ReportedSatellite {
@@ -95,22 +92,15 @@ QStringList DayHeading(orbit::TDateTime day, const orbit::Observer& station) {
           QStringLiteral("N/S   Satellite    A O S    L O S    Mins Elev Long"), QString()};
 }
 
-std::optional<QString> ReportRow(const orbit::PassInfo& record, orbit::TDateTime day) {
-  const std::optional<int> longitude = WholeNumber(record.LongitudeDeg),
-                           elevation = WholeNumber(record.MaxElevationDeg);
-  if (!longitude || !elevation) return std::nullopt;
-  try {
-    const orbit::TDateTime aos = orbit::ParseTimeString(record.AosStamp, day);
-    const orbit::TDateTime los{aos.Days + record.DurationSeconds / orbit::kSecondsPerDay};
-    return (record.SouthBound ? QStringLiteral(" S  ") : QStringLiteral(" N  ")) +
-           QString::fromStdString(record.Name).leftJustified(kNameWidth, u' ', true) + QStringLiteral("  ") +
-           MomentText("hh:nn:ss ", aos) + MomentText("hh:nn:ss  ", los) +
-           QString::number((record.DurationSeconds + 59) / 60).rightJustified(4) + QStringLiteral("  ") +
-           QString::number(*elevation).rightJustified(2) + u'°' + u' ' +
-           QString::number(*longitude).rightJustified(3) + u'°';
-  } catch (const orbit::ConvertError&) {
-    return std::nullopt;
-  }
+QString ReportRow(const orbit::PassInfo& record, double maxElevationDeg) {
+  const orbit::TDateTime aos = orbit::CutToSecond(record.Aos);
+  const orbit::TDateTime los{aos.Days + record.DurationSeconds / orbit::kSecondsPerDay};
+  return (record.SouthBound ? QStringLiteral(" S  ") : QStringLiteral(" N  ")) +
+         QString::fromStdString(record.Name).leftJustified(kNameWidth, u' ', true) + QStringLiteral("  ") +
+         MomentText("hh:nn:ss ", aos) + MomentText("hh:nn:ss  ", los) +
+         QString::number((record.DurationSeconds + 59) / 60).rightJustified(4) + QStringLiteral("  ") +
+         WholeNumber(maxElevationDeg).rightJustified(2) + u'°' + u' ' +
+         WholeNumber(record.LongitudeDeg).rightJustified(3) + u'°';
 }
 
 void MakeEphemeris(EphemerisRequest request, const std::function<bool(EphemerisDay)>& afterDay) {
@@ -140,10 +130,8 @@ void MakeEphemeris(EphemerisRequest request, const std::function<bool(EphemerisD
     if (number > 1) made.Lines = {QString(), QString()};
     made.Lines += DayHeading(day, request.Station);
     for (const Found& found : ofDay) {
-      const std::optional<QString> row = ReportRow(found.Pass.Record, day);
-      if (!row) continue;
-      made.Lines.append(*row);
       made.Passes.push_back(DetailsOf(found.Pass, *found.Satellite, request.Station));
+      made.Lines.append(ReportRow(found.Pass.Record, made.Passes.back().MaxElevationDeg));
     }
     if (!afterDay(std::move(made))) return;
   }

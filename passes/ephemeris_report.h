@@ -3,7 +3,6 @@
 #include <QString>
 #include <QStringList>
 #include <functional>
-#include <optional>
 #include <vector>
 
 #include "orbit/date_time.h"
@@ -45,7 +44,7 @@ QString StationText(const orbit::Observer& station);
 /// The five lines above a day's rows.
 QStringList DayHeading(orbit::TDateTime day, const orbit::Observer& station);
 
-/// The row of a pass; nothing when a field of the record cannot be read. `day` tells the year.
-std::optional<QString> ReportRow(const orbit::PassInfo& record, orbit::TDateTime day);
+/// The row of a pass: the search's record, with the true maximum elevation in place of the record's.
+QString ReportRow(const orbit::PassInfo& record, double maxElevationDeg);
 
 }  // namespace pelorin::passes
