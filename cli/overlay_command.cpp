@@ -58,7 +58,7 @@ passes::ChosenPass FindPass(const Arguments& arguments, elements::KnownSets& kno
   std::vector<const orbit::TSatellite*> pointers;
   for (const orbit::TSatellite& satellite : satellites) pointers.push_back(&satellite);
   // Two days: a pass that rises before midnight and culminates after it belongs to the second.
-  const orbit::PassRequest day{orbit::DatePart(time), 2, 300, station.MinElevationDeg};
+  const orbit::PassRequest day{orbit::DatePart(time), 2, station.MinElevationDeg};
   const QStringList entries = passes::PassListEntries(pointers, station.Place, day);
   const app::PassMatch match = app::FindPassByString(passString, entries, time);
   if (match.Index < 0) {

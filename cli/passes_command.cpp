@@ -69,7 +69,7 @@ void RunPasses(const QStringList& list) {
        {QStringLiteral("days"), QStringLiteral("N"),
         QStringLiteral("Days from then on, 1 to 366. Default: 1.")},
        {QStringLiteral("min-seconds"), QStringLiteral("N"),
-        QStringLiteral("Only passes longer than this. Default: 300.")},
+        QStringLiteral("Only passes longer than this. Default: %1.").arg(orbit::kShortestPassSeconds)},
        {QStringLiteral("satellite"), QStringLiteral("NAME"),
         QStringLiteral("Only this satellite; may be given several times. Default: all.")},
        {QStringLiteral("format"), QStringLiteral("text|csv|json"), QStringLiteral("Default: text.")},
@@ -81,8 +81,9 @@ void RunPasses(const QStringList& list) {
   const orbit::PassRequest request{
       arguments.Has(QStringLiteral("from")) ? ParseDate(arguments.Text(QStringLiteral("from")))
                                             : orbit::DatePart(orbit::NowUTC()),
-      arguments.Whole(QStringLiteral("days"), 1, 1, 366),
-      arguments.Whole(QStringLiteral("min-seconds"), 300, 0, 86400), station.MinElevationDeg};
+      arguments.Whole(QStringLiteral("days"), 1, 1, 366), station.MinElevationDeg,
+      arguments.Whole(QStringLiteral("min-seconds"), orbit::kShortestPassSeconds, 0,
+                      static_cast<int>(orbit::kSecondsPerDay))};
   const double middle = orbit::JulianDateOfDateTime(request.Start) + request.Days / 2.0;
   const std::vector<orbit::TSatellite> chosen = ChosenSatellites(arguments, middle);
 

@@ -24,6 +24,8 @@ struct TrueCulmination {
 };
 
 inline constexpr double kHighestMinElevationDeg = 10;
+/// Shorter passes are in no list, nor are those of just this length.
+inline constexpr int kShortestPassSeconds = 300;
 
 /// What `SearchPasses` asks for: passes longer than `MinimumDurationSeconds` whose culmination lies in `Days`
 /// whole days from 00:00 UTC of `Start`'s date. The minimum elevation is brought into
@@ -31,16 +33,16 @@ inline constexpr double kHighestMinElevationDeg = 10;
 struct PassRequest {
   TDateTime Start;
   int Days = 1;
-  int MinimumDurationSeconds = 300;
   double MinimumElevationDeg = 0;
+  int MinimumDurationSeconds = kShortestPassSeconds;
 };
 
-/// Passes of one satellite in time order. Elements without an orbit, and satellites that never set, have
-/// none.
+/// Passes of one satellite in time order. Elements without an orbit, and satellites that do not set for a
+/// turn, have none.
 std::vector<Pass> SearchPasses(const TSatellite& satellite, const Observer& observer,
                                const PassRequest& request);
 
-/// The same as records in comma text.
+/// The same as records in comma text, for whoever wants text; the program itself works with the numbers.
 void FindPasses(const TSatellite& satellite, int minimumDurationSeconds, int days, std::string& resultText,
                 const Observer& observer, double minimumElevationDegrees, TDateTime startDateTime);
 

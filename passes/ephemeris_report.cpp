@@ -15,7 +15,6 @@
 namespace pelorin::passes {
 namespace {
 
-constexpr int kShortestReportedSeconds = 300;
 constexpr qsizetype kNameWidth = 12;
 constexpr qsizetype kRuleWidth = 51;
 
@@ -66,8 +65,7 @@ class ReportedSatellite {
 
  private:
   std::vector<orbit::Pass> Search(orbit::TDateTime from, int days) {
-    return SearchPasses(satellite_, request_.Station,
-                        {from, days, kShortestReportedSeconds, request_.MinElevationDeg});
+    return SearchPasses(satellite_, request_.Station, {from, days, request_.MinElevationDeg});
   }
   bool IsUp(double jd) { return frame_.Elevation(SatelliteStateKm(satellite_, jd).Position, jd) > 0; }
 

@@ -18,7 +18,6 @@
 namespace pelorin::desktop {
 namespace {
 
-constexpr int kShortestPassSeconds = 300;
 constexpr int kFirstSettlingMs = 100;
 /// Whoever scrolls through the dates wants one list at the end, not one at every step.
 constexpr int kSettlingMs = 500;
@@ -132,10 +131,9 @@ bool TGroupBoxPasses::BuildPassList() {
       session_.ActiveSetsFor(session_.Pass.PassListDate, session_.Pass.DaysAhead);
   std::vector<const orbit::TSatellite*> satellites;
   for (const orbit::TSatellite& set : sets) satellites.push_back(&set);
-  const QStringList entries =
-      passes::PassListEntries(satellites, session_.Station.Place,
-                              {session_.Pass.PassListDate, session_.Pass.DaysAhead, kShortestPassSeconds,
-                               session_.Station.MinElevationDeg});
+  const QStringList entries = passes::PassListEntries(
+      satellites, session_.Station.Place,
+      {session_.Pass.PassListDate, session_.Pass.DaysAhead, session_.Station.MinElevationDeg});
   ui_.ListBoxPasses->SetEmptyText(NoPassesText());
   ui_.ListBoxPasses->SetItems(entries);
   if (session_.Unattended == nullptr) {
