@@ -7,6 +7,7 @@
 #include "orbit/julian_date.h"
 #include "orbit/pass_search.h"
 #include "passes/pass_details.h"
+#include "passes/pass_table.h"
 
 namespace pelorin::cli {
 namespace {
@@ -16,21 +17,14 @@ struct FoundPass {
   const orbit::TSatellite* Satellite;
 };
 
-std::string Stamp(orbit::TDateTime moment) { return orbit::FormatDateTime("yyyy-mm-ddThh:nn:ssZ", moment); }
-
 void PrintTable(const std::vector<FoundPass>& passes, const orbit::Observer& observer, bool json) {
-  Table table(
-      {QStringLiteral("satellite"), QStringLiteral("catalogue_number"), QStringLiteral("rise_utc"),
-       QStringLiteral("culmination_utc"), QStringLiteral("set_utc"), QStringLiteral("rise_azimuth_deg"),
-       QStringLiteral("culmination_azimuth_deg"), QStringLiteral("set_azimuth_deg"),
-       QStringLiteral("max_elevation_deg"), QStringLiteral("direction"), QStringLiteral("duration_s")},
-      json);
+  Table table(passes::PassColumns(), json);
   for (const FoundPass& found : passes) {
-    const passes::PassDetails pass = passes::DetailsOf(found.Pass, *found.Satellite, observer);
-    table.Add({pass.Satellite, pass.CatalogueNumber, Stamp(pass.Rise), Stamp(pass.Culmination),
-               Stamp(pass.Set), Cell(pass.RiseAzimuthDeg, 1), Cell(pass.CulminationAzimuthDeg, 1),
-               Cell(pass.SetAzimuthDeg, 1), Cell(pass.MaxElevationDeg, 1),
-               std::string(pass.SouthBound ? "S" : "N"), pass.DurationSeconds});
+    std::vector<Cell> cells;
+    for (const passes::PassCell& cell : PassRow(passes::DetailsOf(found.Pass, *found.Satellite, observer))) {
+      cells.push_back(cell.IsNumber ? Cell::WrittenNumber(cell.Text) : Cell(cell.Text));
+    }
+    table.Add(cells);
   }
   table.Finish();
 }

@@ -6,6 +6,7 @@
 #include <cstdio>
 
 #include "cli/options.h"
+#include "files/csv.h"
 
 namespace pelorin::cli {
 
@@ -14,18 +15,19 @@ Cell::Cell(double number, int decimals) : text_(QString::number(number, 'f', dec
     throw Failure(QStringLiteral("The elements give no position for one of the moments asked for"));
 }
 
+Cell Cell::WrittenNumber(const QString& text) {
+  Cell cell(text);
+  cell.bare_ = true;
+  return cell;
+}
+
 Cell Cell::Flag(bool flag) {
   Cell cell(flag ? 1 : 0);
   cell.json_ = flag ? QStringLiteral("true") : QStringLiteral("false");
   return cell;
 }
 
-QString Cell::Csv() const {
-  const bool quote = text_.contains(QLatin1Char(',')) || text_.contains(QLatin1Char('"'));
-  return quote ? QLatin1Char('"') + QString(text_).replace(QLatin1Char('"'), QStringLiteral("\"\"")) +
-                     QLatin1Char('"')
-               : text_;
-}
+QString Cell::Csv() const { return files::CsvField(text_); }
 
 QString Cell::Json() const {
   if (!json_.isEmpty()) return json_;

@@ -15,6 +15,8 @@ class Cell {
   Cell(int number) : text_(QString::number(number)), bare_(true) {}  // NOLINT(google-explicit-constructor)
   /// Raises Failure for a number that is none: NaN never reaches a file.
   Cell(double number, int decimals);
+  /// A number that is text already.
+  static Cell WrittenNumber(const QString& text);
   /// true and false in JSON, 1 and 0 in CSV.
   static Cell Flag(bool flag);
 

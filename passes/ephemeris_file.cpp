@@ -5,7 +5,9 @@
 #include <cmath>
 
 #include "files/atomic_file.h"
+#include "files/csv.h"
 #include "files/text_file.h"
+#include "passes/pass_table.h"
 
 namespace pelorin::passes {
 namespace {
@@ -16,12 +18,6 @@ constexpr double kIdentifierStepsPerDay = 144;
 
 QByteArray Stamp(const char* pattern, orbit::TDateTime moment) {
   return QByteArray::fromStdString(FormatDateTime(pattern, moment));
-}
-
-QByteArray CsvText(const QString& text) {
-  QByteArray cell = text.toUtf8();
-  if (!cell.contains(',') && !cell.contains('"')) return cell;
-  return '"' + cell.replace("\"", "\"\"") + '"';
 }
 
 /// A text of a calendar: what would end it is escaped.
@@ -80,25 +76,13 @@ void SaveEphemeris(const QString& path, const EphemerisOutput& report) {
 }
 
 QByteArray EphemerisCsv(std::vector<PassDetails> passes) {
-  constexpr const char* second = "yyyy-mm-ddThh:nn:ssZ";
-  QByteArray content =
-      "satellite,catalogue_number,rise_utc,culmination_utc,set_utc,rise_azimuth_deg,culmination_azimuth_deg,"
-      "set_azimuth_deg,max_elevation_deg,direction,duration_s\r\n";
+  QString content = PassColumns().join(u',') + QStringLiteral("\r\n");
   for (const PassDetails& pass : InOrderOfRise(std::move(passes))) {
-    const QByteArrayList cells = {CsvText(pass.Satellite),
-                                  CsvText(pass.CatalogueNumber),
-                                  Stamp(second, pass.Rise),
-                                  Stamp(second, pass.Culmination),
-                                  Stamp(second, pass.Set),
-                                  QByteArray::number(pass.RiseAzimuthDeg, 'f', 1),
-                                  QByteArray::number(pass.CulminationAzimuthDeg, 'f', 1),
-                                  QByteArray::number(pass.SetAzimuthDeg, 'f', 1),
-                                  QByteArray::number(pass.MaxElevationDeg, 'f', 1),
-                                  pass.SouthBound ? "S" : "N",
-                                  QByteArray::number(pass.DurationSeconds)};
-    content += cells.join(',') + "\r\n";
+    QStringList fields;
+    for (const PassCell& cell : PassRow(pass)) fields.append(files::CsvField(cell.Text));
+    content += fields.join(u',') + QStringLiteral("\r\n");
   }
-  return content;
+  return content.toUtf8();
 }
 
 QByteArray FoldedLine(const QByteArray& line) {
