@@ -9,6 +9,7 @@
 #include "cli/table.h"
 #include "orbit/julian_date.h"
 #include "orbit/scalar_math.h"
+#include "orbit/time_stamp.h"
 #include "overlay/overlay_outputs.h"
 #include "overlay/overlay_text.h"
 #include "passes/chosen_pass.h"
@@ -110,6 +111,41 @@ OverlayRequest DescribePass(const Arguments& arguments, const app::Station& stat
   return request;
 }
 
+/// The second at which the recording began by its own clock, which --start tells, or the picture's name where
+/// it is of the pass's minute; nothing if neither does.
+std::optional<int> RecordedSecond(const Arguments& arguments, orbit::TDateTime start) {
+  if (arguments.Has(QStringLiteral("start"))) return 0;
+  const std::string name = QFileInfo(arguments.Text(QStringLiteral("picture"))).fileName().toStdString();
+  return name.starts_with(orbit::StampOf(start)) ? orbit::SecondsOfStamp(name) : std::nullopt;
+}
+
+/// Seconds to add to the start: those asked for, or else what the window would begin with.
+double CorrectionS(const Arguments& arguments, const OverlayRequest& request) {
+  const QString option = QStringLiteral("time-correction");
+  if (arguments.Has(option)) return arguments.Number(option, 0, -swath::kOffsetLimitS, swath::kOffsetLimitS);
+  const std::optional<int> second = RecordedSecond(arguments, request.Start);
+  if (!second) return 0;
+  swath::Recording recording;
+  recording.Satellite = QString::fromStdString(request.Satellite.Name);
+  recording.StartIsFrom = swath::StartFrom::NameSecond;
+  const double seconds =
+      *second + swath::ClockCorrections(arguments.Settings().ClockCorrections.Value).OffsetOf(recording);
+  if (seconds != 0) {
+    Say(QStringLiteral("Time correction: %1 s, from the picture's name and the settings' clock of %2")
+            .arg(seconds, 0, 'f', 1)
+            .arg(recording.Satellite));
+  }
+  return seconds;
+}
+
+overlay::Marks MarksOf(const Arguments& arguments) {
+  const bool wantsAll = arguments.Has(QStringLiteral("show-overlay"));
+  const app::Settings& settings = arguments.Settings();
+  return overlay::ChosenMarks(
+      arguments.Has(QStringLiteral("lines-only")) || (settings.OverlayLinesOnly.Value && !wantsAll),
+      settings.ShowOverlay.Value || wantsAll);
+}
+
 /// A received picture; what is wrong with it is said.
 QImage LoadReceived(const QString& path) {
   const picture::LoadedPicture loaded = picture::LoadRecording(path);
@@ -146,7 +182,10 @@ void RunOverlay(const QStringList& list) {
        {QStringLiteral("pass"), QStringLiteral("[YYYY]MMDDHHMM[SS]"),
         QStringLiteral("The pass that rose then, UTC; implies --pass-details.")},
        {QStringLiteral("time-correction"), QStringLiteral("SECONDS"),
-        QStringLiteral("Added to the start, -900 to 900: what the recorder's clock was off.")},
+        QStringLiteral(
+            "Added to the start, -900 to 900: what the recorder's clock was off. Default: what the "
+            "settings remember of the satellite's recorder, where --start or the picture's name tells "
+            "the second.")},
        {QStringLiteral("minutes"), QStringLiteral("N"),
         QStringLiteral(
             "Length of the map, 1 to 30. Default: as long as the pass, the rows or the picture, else 15.")},
@@ -158,10 +197,17 @@ void RunOverlay(const QStringList& list) {
        {QStringLiteral("lines"), QStringLiteral("N"),
         QStringLiteral("Rows of the map. Default: as many as the pass has lines.")},
        {QStringLiteral("picture"), QStringLiteral("FILE"),
-        QStringLiteral("The received picture: the map gets its number of rows.")},
+        QStringLiteral("The received picture: the map gets its number of rows, and with --pass the second of "
+                       "its name MMDDHHMMSS.")},
        {QStringLiteral("show-overlay"),
         {},
-        QStringLiteral("Draw coasts, borders and grid over the ground's colours.")},
+        QStringLiteral(
+            "Draw land, coasts, borders and grid over the ground. Default: as ticked in the desktop "
+            "program.")},
+       {QStringLiteral("lines-only"),
+        {},
+        QStringLiteral(
+            "Draw coasts, borders and grid only, over the ground's own colours. Default: as ticked there.")},
        TopographyOption(),
        MasterOption(),
        {QStringLiteral("results"), QStringLiteral("DIR"),
@@ -184,14 +230,10 @@ void RunOverlay(const QStringList& list) {
     width = std::max(picture.width(), width);
   }
   OverlayRequest request = DescribePass(arguments, arguments.Station(), lines);
-  request.Start.Days +=
-      arguments.Number(QStringLiteral("time-correction"), 0, -swath::kOffsetLimitS, swath::kOffsetLimitS) /
-      orbit::kSecondsPerDay;
+  request.Start.Days += CorrectionS(arguments, request) / orbit::kSecondsPerDay;
   request.LineLimit = lines;
   request.Width = width;
-  if (settings.ShowOverlay.Value || arguments.Has(QStringLiteral("show-overlay"))) {
-    request.Overlay = overlay::Marks::All;
-  }
+  request.Overlay = MarksOf(arguments);
   request.PassDetails = settings.SavePassDetails.Value || arguments.Has(QStringLiteral("pass-details")) ||
                         arguments.Has(QStringLiteral("pass"));
   for (std::size_t i = 0; i < request.TextItems.size(); ++i) {

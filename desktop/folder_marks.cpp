@@ -6,10 +6,10 @@
 #include <QListWidget>
 #include <QStyle>
 
+#include "desktop/full_text_delegate.h"
+
 namespace pelorin::desktop {
 namespace {
-
-constexpr int kMissingRole = Qt::UserRole;
 
 bool IsFolder(const QString& path) { return !path.isEmpty() && QFileInfo(path).isDir(); }
 
@@ -30,17 +30,8 @@ void MarkMissingFolder(QLineEdit* box) {
 void MarkMissingFolders(QListWidget* list) {
   for (int row = 0; row < list->count(); ++row) {
     QListWidgetItem* item = list->item(row);
-    item->setData(kMissingRole, !IsFolder(item->text()));
+    item->setData(kMissingRole, IsFolder(item->text()) ? QString() : QStringLiteral("not found"));
   }
-}
-
-void FolderDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
-  FullTextDelegate::initStyleOption(option, index);
-  if (!index.data(kMissingRole).toBool()) return;
-  option->text += QStringLiteral("  (not found)");
-  option->font.setItalic(true);
-  option->fontMetrics = QFontMetrics(option->font);
-  option->palette.setColor(QPalette::Text, option->palette.color(QPalette::PlaceholderText));
 }
 
 }  // namespace pelorin::desktop

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "desktop/full_text_delegate.h"
-
 class QLineEdit;
 class QListWidget;
 
@@ -12,18 +10,7 @@ namespace pelorin::desktop {
 /// Shows a warning sign in the box while its text names no existing folder. To be called after each change.
 void MarkMissingFolder(QLineEdit* box);
 
-/// Notes with each entry whether its folder exists, for FolderDelegate to show.
+/// Notes with each entry whether its folder exists, for FullTextDelegate to show.
 void MarkMissingFolders(QListWidget* list);
-
-/// Draws what MarkMissingFolders found missing dimmed, with "not found" behind it.
-class FolderDelegate : public FullTextDelegate {
-  Q_OBJECT
-
- public:
-  using FullTextDelegate::FullTextDelegate;
-
- protected:
-  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
-};
 
 }  // namespace pelorin::desktop

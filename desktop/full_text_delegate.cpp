@@ -17,4 +17,14 @@ bool FullTextDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
   return true;
 }
 
+void FullTextDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
+  QStyledItemDelegate::initStyleOption(option, index);
+  const QString missing = index.data(kMissingRole).toString();
+  if (missing.isEmpty()) return;
+  option->text += QStringLiteral("  (%1)").arg(missing);
+  option->font.setItalic(true);
+  option->fontMetrics = QFontMetrics(option->font);
+  option->palette.setColor(QPalette::Text, option->palette.color(QPalette::PlaceholderText));
+}
+
 }  // namespace pelorin::desktop

@@ -4,7 +4,12 @@
 
 namespace pelorin::desktop {
 
-/// Tells an entry's whole text as a tool tip where the list is too narrow for it.
+/// A text under this role says what an entry lacks: the entry is dimmed, with the text behind it. The entry's
+/// own text is left alone.
+inline constexpr int kMissingRole = Qt::UserRole;
+
+/// Draws what is missing dimmed, and tells an entry's whole text as a tool tip where the list is too narrow
+/// for it.
 class FullTextDelegate : public QStyledItemDelegate {
   Q_OBJECT
 
@@ -13,6 +18,9 @@ class FullTextDelegate : public QStyledItemDelegate {
 
   bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
                  const QModelIndex& index) override;
+
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
 };
 
 }  // namespace pelorin::desktop

@@ -8,6 +8,7 @@
 
 #include "app/program_paths.h"
 #include "desktop/folder_marks.h"
+#include "desktop/full_text_delegate.h"
 #include "desktop/passes/group_box_passes.h"
 #include "session/controls.h"
 #include "session/list_box.h"
@@ -22,6 +23,17 @@ QStringList NamesOf(const std::vector<session::NamedSatellite>& satellites) {
   QStringList names;
   for (const session::NamedSatellite& entry : satellites) names.append(entry.Name);
   return names;
+}
+
+/// One without elements can only be taken off the list: Available would not show it.
+void MarkMissingSatellites(TListBox* list, const session::ActiveSatellites& following) {
+  for (int row = 0; row < list->count(); ++row) {
+    QListWidgetItem* item = list->item(row);
+    if (!following.IsMissing(item->text())) continue;
+    item->setData(kMissingRole, QStringLiteral("no elements"));
+    item->setToolTip(QStringLiteral("No element file holds this satellite now. It is back when one does."));
+    item->setFlags(item->flags() & ~Qt::ItemIsDragEnabled);
+  }
 }
 
 /// A path may be broken into lines behind its separators.
@@ -131,7 +143,8 @@ void TTabSheetSetup::UpdateObserverDetails() {
 
 void TTabSheetSetup::ShowSatellites() {
   ui_.ListBoxAvailable->SetItems(NamesOf(session_.Following().Available()));
-  ui_.ListBoxActive->SetItems(NamesOf(session_.Active()));
+  ui_.ListBoxActive->SetItems(session_.Following().Followed());
+  MarkMissingSatellites(ui_.ListBoxActive, session_.Following());
   ExplainEmptyLists();
   EnableArrows();
 }

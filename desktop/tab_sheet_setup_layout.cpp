@@ -8,7 +8,7 @@
 #include <QToolButton>
 #include <vector>
 
-#include "desktop/folder_marks.h"
+#include "desktop/full_text_delegate.h"
 #include "session/controls.h"
 #include "session/list_box.h"
 
@@ -138,7 +138,6 @@ QWidget* TabSheetSetupLayout::BuildFolders(QWidget* page) {
                                    QStringLiteral("Choose the folder for results"));
   ListBoxImagePath = Hinted(MakeList("ListBoxImagePath", group),
                             QStringLiteral("One or more folders with .BMP, .PNG or .JPG files"));
-  ListBoxImagePath->setItemDelegate(new FolderDelegate(ListBoxImagePath));
   ListBoxImagePath->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
   ListBoxImagePath->SetEmptyText(QStringLiteral("Add the folders that hold received pictures."));
   ButtonAddPath = Named(new QPushButton(QStringLiteral("Add..."), group), "ButtonAddPath");

@@ -18,6 +18,11 @@ bool HasDirectColours(const QImage& image) {
 
 }  // namespace
 
+Marks ChosenMarks(bool linesOnly, bool showOverlay) {
+  if (linesOnly) return Marks::Lines;
+  return showOverlay ? Marks::All : Marks::None;
+}
+
 GroundColours::GroundColours(GroundSource source, const MasterView* master, Marks marks)
     : elevations_(source.Elevations), master_(master) {
   SetMarks(marks);

@@ -26,6 +26,9 @@ enum class Marks {
   All,    ///< everything but the master's background
 };
 
+/// What the user's two ticks come to: "Overlay lines only" and "Show overlay".
+Marks ChosenMarks(bool linesOnly, bool showOverlay);
+
 /// Colours the points of lines. Everything given must outlive it.
 class GroundColours {
  public:

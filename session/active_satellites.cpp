@@ -1,6 +1,5 @@
 #include "session/active_satellites.h"
 
-#include <QStringList>
 #include <algorithm>
 
 #include "app/settings.h"
@@ -33,18 +32,25 @@ ActiveSatellites::ActiveSatellites(const elements::TSatelliteList& satellites) {
 }
 
 void ActiveSatellites::Restore(const QString& commaText) {
-  for (const QString& name : app::FromCommaText(commaText)) Activate(name);
+  for (const QString& name : app::FromCommaText(commaText)) {
+    if (!Activate(name) && IndexOf(name) < 0 && !IsMissing(name)) missing_.append(name);
+  }
 }
 
-QString ActiveSatellites::CommaText() const {
-  QStringList names;
+QStringList ActiveSatellites::Followed() const {
+  QStringList names = missing_;
   for (const NamedSatellite& entry : active_) names.append(entry.Name);
-  return app::ToCommaText(names);
+  names.sort(Qt::CaseInsensitive);
+  return names;
 }
+
+QString ActiveSatellites::CommaText() const { return app::ToCommaText(Followed()); }
 
 bool ActiveSatellites::Activate(const QString& name) { return Move(available_, active_, name); }
 
-bool ActiveSatellites::Deactivate(const QString& name) { return Move(active_, available_, name); }
+bool ActiveSatellites::Deactivate(const QString& name) {
+  return missing_.removeOne(name) || Move(active_, available_, name);
+}
 
 int ActiveSatellites::IndexOf(const QString& name) const {
   for (std::size_t index = 0; index < active_.size(); ++index) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <vector>
 
 #include "elements/satellite_list.h"
@@ -13,8 +14,8 @@ struct NamedSatellite {
   const orbit::TSatellite* Satellite = nullptr;
 };
 
-/// Which of the loaded satellites the user follows: a satellite is active when it stands in Active(). Both
-/// lists are sorted by name, case aside.
+/// Which satellites the user follows: loaded ones, and names that no file holds just now, which wait for
+/// their file. All lists are sorted by name, case aside.
 class ActiveSatellites {
  public:
   /// Everything loaded is available, nothing is active. The list must outlive this object.
@@ -23,13 +24,19 @@ class ActiveSatellites {
   const std::vector<NamedSatellite>& Available() const { return available_; }
   const std::vector<NamedSatellite>& Active() const { return active_; }
 
-  /// Makes active what a saved list (comma text) names. Names that no file holds any more are passed over.
+  /// The names of the active satellites and of those that wait.
+  QStringList Followed() const;
+  /// Followed, but no file holds it just now.
+  bool IsMissing(const QString& name) const { return missing_.contains(name); }
+
+  /// Makes active what a saved list (comma text) names; what no file holds waits.
   void Restore(const QString& commaText);
 
-  /// The active names as they are saved.
+  /// The followed names as they are saved.
   QString CommaText() const;
 
-  /// Moves a satellite, found by its exact name, to the other list. False when it is not there.
+  /// Moves a satellite, found by its exact name, to the other list; one that waits is forgotten. False when
+  /// it is not there.
   bool Activate(const QString& name);
   bool Deactivate(const QString& name);
 
@@ -38,6 +45,7 @@ class ActiveSatellites {
 
  private:
   std::vector<NamedSatellite> available_, active_;
+  QStringList missing_;
 };
 
 }  // namespace pelorin::session

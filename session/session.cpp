@@ -1,5 +1,8 @@
 #include "session/session.h"
 
+#include <QDir>
+#include <QFileInfo>
+#include <exception>
 #include <filesystem>
 #include <utility>
 
@@ -59,13 +62,8 @@ std::vector<orbit::TSatellite> Session::ActiveSetsFor(orbit::TDateTime firstDay,
 }
 
 void Session::RestoreActive() {
-  const QString names = Settings.SatelliteList.Value, primary = Settings.PrimarySatellite.Value;
-  following_->Restore(names);
+  following_->Restore(Settings.SatelliteList.Value);
   RefreshActiveSatellites();
-  if (Satellites().Count() > 0) return;
-  // A folder that is out of reach for once must not cost the user's choice.
-  Settings.SatelliteList.Value = names;
-  Settings.PrimarySatellite.Value = primary;
 }
 
 void Session::Activate(const QString& name) {
@@ -78,8 +76,11 @@ void Session::Deactivate(const QString& name) {
 
 void Session::RefreshActiveSatellites() {
   Settings.SatelliteList.Value = following_->CommaText();
+  const QString primary = Settings.PrimarySatellite.Value;
   Q_EMIT ActiveSatellitesChanged();
-  ChooseSatellite(following_->IndexOf(Settings.PrimarySatellite.Value));
+  ChooseSatellite(following_->IndexOf(primary));
+  // As long as its file is missing, nobody else takes its place.
+  if (following_->IsMissing(primary)) Settings.PrimarySatellite.Value = primary;
 }
 
 void Session::ChooseSatellite(int index) {
@@ -94,6 +95,25 @@ bool Session::RefusesWhileMakingMap() const {
   if (!Run.MakingMap) return false;
   Boxes.Message(QStringLiteral("A map is being made. Wait for its end or press Stop, and try again."));
   return true;
+}
+
+void Session::SaveUnasked(const std::function<void()>& write) {
+  QString& told = Settings.ResultsTrouble.Value;
+  const QString folder = Settings.ResultsPath.Value;
+  QString trouble;
+  try {
+    write();
+  } catch (const std::exception& error) {
+    trouble = QFileInfo(folder).isDir()
+                  ? QString::fromUtf8(error.what())
+                  : QStringLiteral("There is no results folder %1").arg(QDir::toNativeSeparators(folder));
+    Window.SetStatus(QStringLiteral("Not saved: ") + trouble);
+  }
+  if (std::exchange(told, trouble) == trouble || trouble.isEmpty()) return;
+  Boxes.Error(
+      trouble +
+      QStringLiteral(".\n\nPelorin goes on without saving, and says so in the status bar only. Make the "
+                     "folder, or choose another one on the Setup page."));
 }
 
 void Session::SetPassDirection(bool southBound) {

@@ -95,11 +95,11 @@ class Session : public QObject {
   /// gone by, the newest for all others.
   std::vector<orbit::TSatellite> ActiveSetsFor(orbit::TDateTime firstDay, int days) const;
 
-  /// Makes active what the settings name. What no file holds any more is dropped, unless there is no
-  /// satellite at all.
+  /// Makes active what the settings name. What no file holds waits for its file.
   void RestoreActive();
 
-  /// Moves a satellite between Available and Active and lets every chooser follow.
+  /// Moves a satellite between Available and Active, or forgets one that waits, and lets every chooser
+  /// follow.
   void Activate(const QString& name);
   void Deactivate(const QString& name);
   /// Saves the active names, fills the choosers and chooses the primary satellite, if it is active.
@@ -112,6 +112,10 @@ class Session : public QObject {
   bool MakesMapUnattended() const { return Unattended != nullptr && Unattended->IsMaking(); }
   /// True, and the user is told so, while a map is being made: what it is made for stays as it is.
   bool RefusesWhileMakingMap() const;
+
+  /// Writes into the results folder what nobody asked for by name. What keeps that from being written is told
+  /// in a box once, also over several runs, and from then on in the status bar: the program goes on without.
+  void SaveUnasked(const std::function<void()>& write);
 
   void SetPassDirection(bool southBound);
   void SetPassDuration(int minutes);

@@ -3,8 +3,7 @@
 namespace pelorin::desktop {
 
 overlay::Marks ChosenMarks(const app::Settings& settings) {
-  if (settings.OverlayLinesOnly.Value) return overlay::Marks::Lines;
-  return settings.ShowOverlay.Value ? overlay::Marks::All : overlay::Marks::None;
+  return overlay::ChosenMarks(settings.OverlayLinesOnly.Value, settings.ShowOverlay.Value);
 }
 
 QString DirectionCaption(bool southBound) {

@@ -150,8 +150,12 @@ void TTabSheetGroundPath::ShowMap() {
 }
 
 void TTabSheetGroundPath::SaveResults() {
-  overlay::WriteOverlayOutputs(made_->Result, made_->Request.PassDetails,
-                               session_.Settings.ResultsPath.Value);
+  const auto write = [this] {
+    overlay::WriteOverlayOutputs(made_->Result, made_->Request.PassDetails,
+                                 session_.Settings.ResultsPath.Value);
+  };
+  // Whoever gave a pass waits for the files.
+  session_.MakesMapUnattended() ? write() : session_.SaveUnasked(write);
 }
 
 QString TTabSheetGroundPath::TitleOf(const overlay::OverlayRequest& request) const {

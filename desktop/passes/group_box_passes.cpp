@@ -136,8 +136,8 @@ bool TGroupBoxPasses::BuildPassList() {
       {session_.Pass.PassListDate, session_.Pass.DaysAhead, session_.Station.MinElevationDeg});
   ui_.ListBoxPasses->SetEmptyText(NoPassesText());
   ui_.ListBoxPasses->SetItems(entries);
-  if (session_.Unattended == nullptr) {
-    passes::SavePassList(session_.Settings.ResultsPath.Value, entries);
+  if (session_.Unattended == nullptr && !entries.isEmpty()) {
+    session_.SaveUnasked([&] { passes::SavePassList(session_.Settings.ResultsPath.Value, entries); });
   }
   session_.Run.PassListMade = true;
   return true;

@@ -153,7 +153,7 @@ TEST_F(GroundPathTest, FromThePassToTheFiles) {
   program.Click("ButtonGenTopo");
   const QStringList said = program.Boxes.Take();
   ASSERT_EQ(said.size(), 1);
-  EXPECT_TRUE(said.first().startsWith(u"Error: Cannot write "_s + program.Path(u"gone/Result.jpg"_s)));
+  EXPECT_TRUE(said.first().startsWith(u"Error: There is no results folder "_s + program.Path(u"gone/"_s)));
   EXPECT_TRUE(IsIdle());
   program.Close();
 }

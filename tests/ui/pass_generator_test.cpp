@@ -131,6 +131,34 @@ TEST(PassGenerator, PastDaysAreOfTheElementsOfTheirTime) {
   program.Close();
 }
 
+TEST(PassGenerator, MissingResultsFolderIsToldOnce) {
+  ProgramFixture program;
+  program.GiveOrdinarySettings(u"\"NOAA 19\""_s);
+  const QString folder = program.Path(u"elsewhere/gone"_s);
+  program.Set(u"ResultsPath"_s, folder + u'/');
+  program.Start();
+  const QStringList said = program.Boxes.Take();
+  ASSERT_EQ(said.size(), 1);
+  EXPECT_TRUE(said[0].startsWith(u"Error: There is no results folder "_s + folder)) << said[0].toStdString();
+  program.Form->ShowPage(Page::Setup);
+  program.Click("ButtonNextPass");
+  EXPECT_TRUE(PassButtons(program, true));
+  program.Click("ButtonPicFromPass");
+  program.Click("ButtonGenTopo");
+  EXPECT_TRUE(program.Form->Status().startsWith(u"Not saved: "_s)) << program.Form->Status().toStdString();
+  program.Close();
+  program.Start();
+  EXPECT_EQ(program.Boxes.Take(), QStringList()) << "nor at the next start";
+
+  ASSERT_TRUE(QDir().mkdir(folder));
+  program.Click("ButtonRegenPasses");
+  EXPECT_TRUE(QFile::remove(folder + u"/PassList.txt"_s));
+  ASSERT_TRUE(QDir().mkdir(folder + u"/PassList.txt"_s));
+  program.Click("ButtonRegenPasses");
+  EXPECT_EQ(program.Boxes.Take().size(), 1) << "another trouble";
+  program.Close();
+}
+
 TEST(PassGenerator, NextPassMayBeTomorrows) {
   ProgramFixture program;
   program.GiveOrdinarySettings(u"\"NOAA 19\""_s);

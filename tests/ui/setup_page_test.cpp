@@ -3,6 +3,7 @@
 #include <QComboBox>
 #include <QDrag>
 #include <QDropEvent>
+#include <QFile>
 #include <QFocusEvent>
 #include <QLineEdit>
 #include <QMimeData>
@@ -82,6 +83,40 @@ TEST(SetupPage, SatellitesMoveByMouseAndKeyboard) {
   EXPECT_TRUE(Drag(active, available));
   EXPECT_EQ(active->count() + available->count(), 45);
   program.Close();
+}
+
+TEST(SetupPage, SatellitesWaitForTheirFile) {
+  ProgramFixture program;
+  program.GiveOrdinarySettings(u"\"NOAA 99\",\"NOAA 19\",\"NOAA 99\",GONE"_s);
+  program.Set(u"PrimarySatellite"_s, u"NOAA 19"_s);
+  const QString file = program.Path(u"bin/weather.2li"_s), away = program.Path(u"elsewhere/weather.2li"_s);
+  ASSERT_TRUE(QFile::rename(file, away));
+  program.Start();
+  auto* active = program.Find<TListBox>("ListBoxActive");
+  EXPECT_EQ(active->Items(), QStringList({u"GONE"_s, u"NOAA 19"_s, u"NOAA 99"_s}));
+  EXPECT_EQ(program.Find<QComboBox>("ComboBoxSatForMap")->count(), 0) << "nobody computes with them";
+  program.Close();
+  EXPECT_EQ(program.SavedText(u"SatelliteList"_s), u"GONE,\"NOAA 19\",\"NOAA 99\""_s);
+
+  ASSERT_TRUE(QFile::rename(away, file));
+  program.Start();
+  program.Form->ShowPage(session::Page::Setup);
+  active = program.Find<TListBox>("ListBoxActive");
+  auto* available = program.Find<TListBox>("ListBoxAvailable");
+  EXPECT_EQ(active->Items(), QStringList({u"GONE"_s, u"NOAA 19"_s, u"NOAA 99"_s}));
+  EXPECT_EQ(program.Find<QComboBox>("ComboBoxSatForMap")->currentText(), u"NOAA 19"_s);
+  for (const QString& entry : program.Find<TListBox>("ListBoxPasses")->Items()) {
+    EXPECT_TRUE(entry.endsWith(u"NOAA 19"_s)) << entry.toStdString();
+  }
+  Select(active, u"NOAA 99"_s);
+  EXPECT_FALSE(Drag(active, available)) << "it would not arrive";
+  Select(active, u"NOAA 99"_s);
+  QTest::keyClick(active, Qt::Key_Delete);
+  EXPECT_EQ(active->Items(), QStringList({u"GONE"_s, u"NOAA 19"_s}));
+  EXPECT_EQ(available->count(), 44);
+  program.Close();
+  EXPECT_EQ(program.SavedText(u"SatelliteList"_s), u"GONE,\"NOAA 19\""_s);
+  EXPECT_EQ(program.SavedText(u"PrimarySatellite"_s), u"NOAA 19"_s);
 }
 
 TEST(SetupPage, StationIsReadWhenABoxIsLeft) {
