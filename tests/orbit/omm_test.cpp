@@ -147,6 +147,8 @@ TEST_F(Omm, DamagedValuesCostTheirOwnSetOnly) {
     const char* keyword;
     const char* value;
     std::size_t sets, rejected;
+    double epoch = 99034.20978316;
+    const char* setNumber = "148";
   } rows[] = {{"OBJECT_NAME", "  ", 0, 0},
               {"EPOCH", "", 0, 0},
               {"EPOCH", "1999-13-03T05:02:05", 0, 1},
@@ -155,6 +157,10 @@ TEST_F(Omm, DamagedValuesCostTheirOwnSetOnly) {
               {"EPOCH", "2057-02-03T05:02:05", 0, 1},
               {"EPOCH", "1999-02-03T05:02:05.2x", 0, 1},
               {"EPOCH", "1999-034T05:02:05.265024Z", 1, 0},
+              {"EPOCH", "2000-02-29T12:00:00", 1, 0, 60.5},
+              {"EPOCH", "1998-12-31T23:59:60.864", 1, 0, 98366.00001},
+              {"EPOCH", "1998-12-31T23:59:61", 0, 1},
+              {"ELEMENT_SET_NO", "1999", 1, 0, 99034.20978316, "999"},
               {"MEAN_MOTION", "x", 0, 1},
               {"MEAN_MOTION", "0", 0, 1},
               {"ECCENTRICITY", "1", 0, 1},
@@ -174,7 +180,8 @@ TEST_F(Omm, DamagedValuesCostTheirOwnSetOnly) {
       EXPECT_EQ(rejected_.size(), row.rejected) << row.keyword << " " << row.value << " " << csv;
       ASSERT_EQ(sets.size(), 1 + row.sets) << row.keyword << " " << row.value << " " << csv;
       EXPECT_EQ(sets.back().Name, "GOOD");
-      EXPECT_NEAR(sets.front().EpochRaw, 99034.20978316, 1e-9);
+      EXPECT_NEAR(sets.front().EpochRaw, row.epoch, 1e-9) << row.value;
+      EXPECT_EQ(sets.front().ElementSetNumber, row.setNumber) << row.value;
     }
   }
 }

@@ -54,7 +54,7 @@ TEST(Satellite, DeepSpaceBeginsAtAPeriodOf225Minutes) {
   const struct {
     const char* revolutionsPerDay;
     bool deepSpace;
-  } rows[] = {{" 6.41000000", false}, {" 6.38000000", true}, {" 1.00270000", true}};
+  } rows[] = {{" 6.39880000", false}, {" 6.39850000", true}, {" 1.00270000", true}};
   for (const auto& row : rows) {
     TSatellite s;
     std::string line2(kLine2);

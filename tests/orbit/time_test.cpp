@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <ctime>
 
 #include "orbit/comma_text.h"
 #include "orbit/date_time.h"
@@ -68,6 +69,7 @@ TEST(DateTime, WritesMomentsByPattern) {
   EXPECT_EQ(MakeDateTime(2000, 1, 1, 12).Days, 36526.5);
   EXPECT_THROW(MakeDateTime(2023, 2, 29), ConvertError);
   EXPECT_THROW(MakeDateTime(2023, 2, 28, 24), ConvertError);
+  EXPECT_NEAR(NowUTC().Days, 25569 + static_cast<double>(std::time(nullptr)) / 86400, 0.01);
 }
 
 TEST(DateTime, ReadsPassStrings) {

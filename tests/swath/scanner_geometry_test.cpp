@@ -28,13 +28,16 @@ TEST(ScannerGeometry, TheTableEndsWhereTheScannerDoes) {
     BuildScanTable(s, kHalfLinePixels, 850);
     EXPECT_EQ(CrossTrackOffset(s, 0), 0);
     EXPECT_EQ(CrossTrackOffset(s, -10), -CrossTrackOffset(s, 10));
-    const double last = orbit::Radians(row.halfAngleDeg * 2044 / 2047);
-    EXPECT_NEAR(CrossTrackOffset(s, 454), std::tan(CentralAngle(last, 850)) * (orbit::XKMPER + 850), 1e-6)
-        << row.name;
-    // 78 steps of 8 and one of 6 units.
-    const double inner = orbit::Radians(row.halfAngleDeg * (78 * 8 + 6) / 2047);
-    EXPECT_NEAR(CrossTrackOffset(s, 79), std::tan(CentralAngle(inner, 850)) * (orbit::XKMPER + 850), 1e-6)
-        << row.name;
+    // 78 pixels of 8 units, then 110 of 6, 83 of 4, 62 of 3 and 121 of 2.
+    const struct {
+      int pixel, units;
+    } bounds[] = {{78, 624}, {79, 630}, {189, 1288}, {272, 1619}, {300, 1703}, {334, 1804}, {454, 2044}};
+    for (const auto& [pixel, units] : bounds) {
+      const double angle = orbit::Radians(row.halfAngleDeg * units / 2047);
+      EXPECT_NEAR(CrossTrackOffset(s, pixel), std::tan(CentralAngle(angle, 850)) * (orbit::XKMPER + 850),
+                  1e-6)
+          << row.name << " " << pixel;
+    }
     for (int i = 1; i <= kHalfLinePixels; ++i)
       ASSERT_GT(CrossTrackOffset(s, i), CrossTrackOffset(s, i - 1)) << i;
   }
