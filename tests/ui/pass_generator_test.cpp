@@ -113,7 +113,7 @@ TEST(PassGenerator, PastDaysAreOfTheElementsOfTheirTime) {
     program.Fire("TimerPassDateChanging");
     const orbit::TDateTime day = orbit::MakeDateTime(row.Day.year(), row.Day.month(), row.Day.day());
     EXPECT_EQ(list->Items(), passes::PassListEntries({row.Expected.Find("NOAA 19")}, station.Place,
-                                                     {day, 1, 300, station.MinElevationDeg}));
+                                                     {day, 1, station.MinElevationDeg}));
   }
 
   // The map of such a pass is made with them, too.
