@@ -2,7 +2,6 @@
 #include <QFileInfo>
 #include <algorithm>
 
-#include "app/command_line.h"
 #include "cli/commands.h"
 #include "cli/options.h"
 #include "cli/overlay_sources.h"
@@ -13,7 +12,7 @@
 #include "overlay/overlay_outputs.h"
 #include "overlay/overlay_text.h"
 #include "passes/chosen_pass.h"
-#include "passes/pass_list.h"
+#include "passes/pass_lookup.h"
 #include "picture/picture_file.h"
 #include "swath/clock_corrections.h"
 
@@ -39,8 +38,7 @@ QStringList NamesForPass(const Arguments& arguments, elements::KnownSets& known)
   return names;
 }
 
-/// Finds the pass as the desktop does for its pass string: in the list of the day's passes, by the beginning
-/// of the entry.
+/// Finds the pass as the desktop does for its pass string.
 passes::ChosenPass FindPass(const Arguments& arguments, elements::KnownSets& known,
                             const app::Station& station) {
   const QString passString = arguments.Text(QStringLiteral("pass"));
@@ -51,29 +49,23 @@ passes::ChosenPass FindPass(const Arguments& arguments, elements::KnownSets& kno
       throw UsageError(QStringLiteral("--pass wants [YYYY]MMDDHHMM[SS]: ") + QString::fromUtf8(error.what()));
     }
   }();
-  const double jd = orbit::JulianDateOfDateTime(time);
   std::vector<orbit::TSatellite> satellites;
   for (const QString& name : NamesForPass(arguments, known)) {
-    satellites.push_back(FindSet(known, name, jd, arguments));
+    satellites.push_back(FindSet(known, name, orbit::JulianDateOfDateTime(time), arguments));
   }
-  std::vector<const orbit::TSatellite*> pointers;
-  for (const orbit::TSatellite& satellite : satellites) pointers.push_back(&satellite);
-  // Two days: a pass that rises before midnight and culminates after it belongs to the second.
-  const orbit::PassRequest day{orbit::DatePart(time), 2, station.MinElevationDeg};
-  const QStringList entries = passes::PassListEntries(pointers, station.Place, day);
-  const app::PassMatch match = app::FindPassByString(passString, entries, time);
-  if (match.Index < 0) {
+  const passes::PassMatch match =
+      passes::FindPassByString(passString, satellites, station.Place, station.MinElevationDeg, time);
+  if (match.Entry.isEmpty()) {
     throw Failure(
-        app::NoMatchText(passString, match.Key) +
-        QStringLiteral(
-            ". Searched: passes of %1 satellites on %2 and the day after; a year goes before the month")
+        passes::NoMatchText(passString, match.Key) +
+        QStringLiteral(". Searched: passes of %1 satellites that rise on %2; a year goes before the month")
             .arg(satellites.size())
             .arg(QString::fromStdString(orbit::FormatDateTime("yyyy-mm-dd", time))));
   }
   Say(QStringLiteral(
           "Pass: %1; its map begins at the whole minute. When the second is known, --start lays it exactly.")
-          .arg(entries[match.Index]));
-  return passes::ParseSelectedPass(entries[match.Index], day.Start);
+          .arg(match.Entry));
+  return match.Pass;
 }
 
 /// Start, length, direction and elements of the pass, however it was named.

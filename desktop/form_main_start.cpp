@@ -7,7 +7,6 @@
 #include <QTabWidget>
 #include <QTextDocument>
 
-#include "app/command_line.h"
 #include "app/element_address.h"
 #include "app/program_paths.h"
 #include "desktop/about_box.h"
@@ -141,14 +140,14 @@ void TFormMain::FormShow() {
 
 void TFormMain::FindPassOfCommandLine(const QString& passString) {
   session::Session& session = *session_;
-  TGroupBoxPasses& passes = TabSheetSetup->Passes();
-  while (!session.Run.PassListMade && !passes.IsSettled() && !session.Run.Closing) {
+  TGroupBoxPasses& list = TabSheetSetup->Passes();
+  while (!session.Run.PassListMade && !list.IsSettled() && !session.Run.Closing) {
     QApplication::processEvents(QEventLoop::WaitForMoreEvents);
   }
   if (session.Run.Closing) return;
-  app::PassMatch match;
+  passes::PassMatch match;
   try {
-    match = app::FindPassByString(passString, passes.Entries(), session.Now());
+    match = list.FindPass(passString);
   } catch (const orbit::ConvertError& error) {
     return HandOver(
         QStringLiteral("The pass string %1 is no time: %2. It must be of the form mmddhhnn or mmddhhnnss, "
@@ -157,9 +156,10 @@ void TFormMain::FindPassOfCommandLine(const QString& passString) {
         &session::Prompts::Error);
   }
   session.Map.CurrentTime = match.Time;
-  if (match.Index < 0) return HandOver(app::NoMatchText(passString, match.Key), &session::Prompts::Message);
-  passes.SelectPass(match.Index);
-  passes.ButtonPicFromPassClick();
+  if (match.Entry.isEmpty()) {
+    return HandOver(passes::NoMatchText(passString, match.Key), &session::Prompts::Message);
+  }
+  list.MakePictureOf(match);
   session.Unattended->PassFound();
 }
 

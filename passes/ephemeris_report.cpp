@@ -11,6 +11,7 @@
 #include "orbit/propagation.h"
 #include "orbit/scalar_math.h"
 #include "orbit/time_stamp.h"
+#include "passes/pass_lookup.h"
 
 namespace pelorin::passes {
 namespace {
@@ -48,15 +49,17 @@ class ReportedSatellite {
   const orbit::TSatellite& Satellite() const { return satellite_; }
 
   std::vector<orbit::Pass> PassesOf(orbit::TDateTime day, bool isFirstDay) {
-    std::vector<orbit::Pass> passes = Search(day, 1);
+    std::vector<orbit::Pass> passes =
+        SearchPasses(satellite_, request_.Station, {day, 1, request_.MinElevationDeg});
     // A search knows a culmination to the minute only. Around midnight both days may claim a pass, or
     // neither; it is listed once.
     std::erase_if(passes, [this](const orbit::Pass& pass) { return pass.Aos < listedUntil_; });
     const double midnight = JulianDateOfDateTime(day);
     const bool isListed = listedUntil_ > midnight || (!passes.empty() && passes.front().Aos < midnight);
     if (!isFirstDay && !isListed && IsUp(midnight)) {
-      for (const orbit::Pass& pass : Search({day.Days - 1}, 2)) {
-        if (pass.Aos < midnight && pass.Los > midnight) passes.insert(passes.begin(), pass);
+      for (const orbit::Pass& pass :
+           PassesRisingOn({day.Days - 1}, satellite_, request_.Station, request_.MinElevationDeg)) {
+        if (pass.Los > midnight) passes.insert(passes.begin(), pass);
       }
     }
     if (!passes.empty()) listedUntil_ = passes.back().Los;
@@ -64,9 +67,6 @@ class ReportedSatellite {
   }
 
  private:
-  std::vector<orbit::Pass> Search(orbit::TDateTime from, int days) {
-    return SearchPasses(satellite_, request_.Station, {from, days, request_.MinElevationDeg});
-  }
   bool IsUp(double jd) { return frame_.Elevation(SatelliteStateKm(satellite_, jd).Position, jd) > 0; }
 
   const orbit::TSatellite& satellite_;

@@ -5,11 +5,11 @@
 
 namespace pelorin::passes {
 
-QStringList PassListEntries(const std::vector<const orbit::TSatellite*>& satellites,
-                            const orbit::Observer& observer, const orbit::PassRequest& request) {
+QStringList PassListEntries(const std::vector<orbit::TSatellite>& satellites, const orbit::Observer& observer,
+                            const orbit::PassRequest& request) {
   QStringList entries;
-  for (const orbit::TSatellite* satellite : satellites) {
-    for (const orbit::Pass& pass : SearchPasses(*satellite, observer, request)) {
+  for (const orbit::TSatellite& satellite : satellites) {
+    for (const orbit::Pass& pass : SearchPasses(satellite, observer, request)) {
       entries.append(QString::fromStdString(pass.Record.ToListEntry()));
     }
   }

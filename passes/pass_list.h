@@ -13,8 +13,8 @@ namespace pelorin::passes {
 
 /// The passes of all satellites as list entries, "mmddhhnnss N|S longitude seconds name", in plain ordinal
 /// order. As the stamps have no year, a list over the turn of the year begins with January.
-QStringList PassListEntries(const std::vector<const orbit::TSatellite*>& satellites,
-                            const orbit::Observer& observer, const orbit::PassRequest& request);
+QStringList PassListEntries(const std::vector<orbit::TSatellite>& satellites, const orbit::Observer& observer,
+                            const orbit::PassRequest& request);
 
 /// The first entry whose pass starts at or after `now` (UTC) within the year, or −1.
 int FindNextPassIndex(const QStringList& entries, orbit::TDateTime now);

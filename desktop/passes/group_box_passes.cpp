@@ -127,12 +127,8 @@ bool TGroupBoxPasses::BuildPassList() {
   ui_.LabelPassDate->setText(
       QStringLiteral("Passes for %1  (UTC)")
           .arg(QString::fromStdString(FormatDateTime("yyyy mmm dd", session_.Pass.PassListDate))));
-  const std::vector<orbit::TSatellite> sets =
-      session_.ActiveSetsFor(session_.Pass.PassListDate, session_.Pass.DaysAhead);
-  std::vector<const orbit::TSatellite*> satellites;
-  for (const orbit::TSatellite& set : sets) satellites.push_back(&set);
   const QStringList entries = passes::PassListEntries(
-      satellites, session_.Station.Place,
+      session_.ActiveSetsFor(session_.Pass.PassListDate, session_.Pass.DaysAhead), session_.Station.Place,
       {session_.Pass.PassListDate, session_.Pass.DaysAhead, session_.Station.MinElevationDeg});
   ui_.ListBoxPasses->SetEmptyText(NoPassesText());
   ui_.ListBoxPasses->SetItems(entries);
@@ -171,17 +167,19 @@ void TGroupBoxPasses::EnablePassButtons(bool enabled) {
   ui_.ButtonFlightFromPass->setEnabled(enabled);
 }
 
-TGroupBoxPasses::SelectedPass TGroupBoxPasses::ParseSelectedPass() const {
-  const passes::ChosenPass pass =
-      passes::ParseSelectedPass(ui_.ListBoxPasses->SelectedText(), session_.Pass.PassListDate);
+passes::ChosenPass TGroupBoxPasses::ParseSelectedPass() const {
+  return passes::ParseSelectedPass(ui_.ListBoxPasses->SelectedText(), session_.Pass.PassListDate);
+}
+
+int TGroupBoxPasses::ActiveIndex(const QString& satelliteName) const {
   const std::vector<session::NamedSatellite>& active = session_.Active();
   for (std::size_t index = 0; index < active.size(); ++index) {
     // The list writes names in upper case, as the satellite itself does.
-    if (QString::fromStdString(active[index].Satellite->Name) == pass.SatelliteName) {
-      return {pass, static_cast<int>(index)};
+    if (QString::fromStdString(active[index].Satellite->Name) == satelliteName) {
+      return static_cast<int>(index);
     }
   }
-  throw orbit::ConvertError(pass.SatelliteName.toStdString() +
+  throw orbit::ConvertError(satelliteName.toStdString() +
                             " is no longer active.  Make it active again, or make a new pass list.");
 }
 
@@ -192,24 +190,44 @@ void TGroupBoxPasses::TakeOver(const passes::ChosenPass& pass) {
   session_.SetPassDuration(pass.PassDurationMinutes);
 }
 
-void TGroupBoxPasses::ButtonMapFromPassClick() {
-  if (!IsPassSelected() || session_.RefusesWhileMakingMap()) return;
-  const auto [pass, satelliteIndex] = ParseSelectedPass();
+void TGroupBoxPasses::ShowOnMap(const passes::ChosenPass& pass) {
+  const int satelliteIndex = ActiveIndex(pass.SatelliteName);
   session_.Window.ShowPage(session::Page::WorldMap);
   TakeOver(pass);
   session_.ChooseSatellite(satelliteIndex);
   session_.Window.FocusMakePicture();
 }
 
+void TGroupBoxPasses::ButtonMapFromPassClick() {
+  if (!IsPassSelected() || session_.RefusesWhileMakingMap()) return;
+  ShowOnMap(ParseSelectedPass());
+}
+
 void TGroupBoxPasses::ButtonPicFromPassClick() {
   if (!IsPassSelected() || session_.RefusesWhileMakingMap()) return;
-  ButtonMapFromPassClick();
+  ShowOnMap(ParseSelectedPass());
+  session_.Window.MakePictureFromMap();
+}
+
+passes::PassMatch TGroupBoxPasses::FindPass(const QString& passString) const {
+  const orbit::TDateTime now = session_.Now();
+  const orbit::TDateTime day = DatePart(orbit::ParseTimeString(passString.toStdString(), now));
+  return passes::FindPassByString(passString, session_.ActiveSetsFor(day, 1), session_.Station.Place,
+                                  session_.Station.MinElevationDeg, now);
+}
+
+void TGroupBoxPasses::MakePictureOf(const passes::PassMatch& match) {
+  if (const qsizetype index = Entries().indexOf(match.Entry); index >= 0) {
+    SelectPass(static_cast<int>(index));
+  }
+  ShowOnMap(match.Pass);
   session_.Window.MakePictureFromMap();
 }
 
 void TGroupBoxPasses::ButtonFlightFromPassClick() {
   if (!IsPassSelected() || session_.RefusesWhileMakingMap()) return;
-  const auto [pass, satelliteIndex] = ParseSelectedPass();
+  const passes::ChosenPass pass = ParseSelectedPass();
+  const int satelliteIndex = ActiveIndex(pass.SatelliteName);
   session_.Window.ShowPage(session::Page::Flight);
   session_.Window.StopFlight();
   TakeOver(pass);

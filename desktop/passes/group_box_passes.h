@@ -5,6 +5,7 @@
 
 #include "desktop/passes/group_box_passes_layout.h"
 #include "passes/chosen_pass.h"
+#include "passes/pass_lookup.h"
 #include "session/session.h"
 
 namespace pelorin::desktop {
@@ -32,9 +33,12 @@ class TGroupBoxPasses : public QGroupBox {
   /// No list is about to be made.
   bool IsSettled() const;
 
-  QStringList Entries() const;
-  /// Selects an entry and enables what can be done with it.
-  void SelectPass(int index);
+  /// The active satellites' pass that a pass string means; it may culminate after the day's end, and so be
+  /// in no list of that day. Raises ConvertError.
+  passes::PassMatch FindPass(const QString& passString) const;
+  /// Does with a pass that was found what "Picture from pass" does with the selected one, and selects it if
+  /// it is in the list. Raises ConvertError.
+  void MakePictureOf(const passes::PassMatch& match);
 
   // What each does needs a selected pass; without one they do nothing.
   void ButtonMapFromPassClick();
@@ -57,12 +61,14 @@ class TGroupBoxPasses : public QGroupBox {
   bool IsPassSelected() const;
   void EnablePassButtons(bool enabled);
 
-  /// The selected pass and the place of its satellite among the active ones. Raises ConvertError.
-  struct SelectedPass {
-    passes::ChosenPass Pass;
-    int SatelliteIndex;
-  };
-  SelectedPass ParseSelectedPass() const;
+  QStringList Entries() const;
+  /// Selects an entry and enables what can be done with it.
+  void SelectPass(int index);
+  /// Raises ConvertError.
+  passes::ChosenPass ParseSelectedPass() const;
+  /// The place of a satellite among the active ones. Raises ConvertError when it is not among them.
+  int ActiveIndex(const QString& satelliteName) const;
+  void ShowOnMap(const passes::ChosenPass& pass);
   /// Sets start, map, direction and duration to the pass.
   void TakeOver(const passes::ChosenPass& pass);
 

@@ -9,6 +9,7 @@
 #include "elements/known_sets.h"
 #include "orbit/julian_date.h"
 #include "tests/support/sky_watch.h"
+#include "tests/support/tables.h"
 
 namespace pelorin::passes {
 namespace {
@@ -58,10 +59,7 @@ N/S   Satellite    A O S    L O S    Mins Elev Long
  S  NOAA 19       19:00:32 19:10:52    11  16° 181°)";
 
 orbit::TSatellite Demonstration(const char* name) {
-  static const elements::KnownSets sets(PELORIN_DEMO_ELEMENTS, {});
-  const orbit::TSatellite* set = sets.Find(name);
-  if (set == nullptr) throw std::runtime_error(std::string("no ") + name);
-  return *set;
+  return tests::ReferenceSatellite(name, PELORIN_DEMO_ELEMENTS);
 }
 
 /// The request of the golden report; it starts in the middle of its first day.

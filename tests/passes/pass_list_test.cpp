@@ -6,12 +6,13 @@
 #include <tuple>
 #include <utility>
 
-#include "elements/known_sets.h"
 #include "files/file_error.h"
 #include "files/read_file.h"
 #include "orbit/scalar_math.h"
 #include "passes/chosen_pass.h"
 #include "passes/pass_list_file.h"
+#include "passes/pass_lookup.h"
+#include "tests/support/tables.h"
 
 namespace pelorin::passes {
 namespace {
@@ -21,21 +22,22 @@ using namespace Qt::StringLiterals;
 const orbit::TDateTime kListDate = orbit::MakeDateTime(2023, 12, 31, 6);
 const orbit::Observer kStation = orbit::ObserverFromDegrees(47.6, -122.3, 60);
 
+orbit::TSatellite Demonstration(const char* name) {
+  return tests::ReferenceSatellite(name, PELORIN_DEMO_ELEMENTS);
+}
+
 TEST(PassList, PassesOfAllSatellitesAreMergedInTimeOrder) {
-  const elements::KnownSets known(PELORIN_DEMO_ELEMENTS, {});
-  const elements::TSatelliteList& satellites = known.Satellites();
-  const orbit::TSatellite* const noaa15 = &satellites.Satellite(satellites.IndexOf("NOAA 15"));
-  const orbit::TSatellite* const noaa19 = &satellites.Satellite(satellites.IndexOf("NOAA 19"));
+  const orbit::TSatellite noaa15 = Demonstration("NOAA 15"), noaa19 = Demonstration("NOAA 19");
   // Over the turn of the year: January sorts first.
   const orbit::TDateTime start = orbit::MakeDateTime(2021, 12, 31, 17, 5);
   const orbit::PassRequest request{start, 2, 1.5};
   QStringList expected;
-  for (const orbit::TSatellite* satellite : {noaa15, noaa19}) {
+  for (const orbit::TSatellite& satellite : {noaa15, noaa19}) {
     const QStringList own = PassListEntries({satellite}, kStation, request);
-    EXPECT_GE(own.size(), 8) << satellite->Name;
+    EXPECT_GE(own.size(), 8) << satellite.Name;
     for (const QString& entry : own) {
       const ChosenPass chosen = ParseSelectedPass(entry, start);
-      EXPECT_EQ(chosen.SatelliteName.toStdString(), satellite->Name);
+      EXPECT_EQ(chosen.SatelliteName.toStdString(), satellite.Name);
       // A polar orbit 850 km up is never in sight for more than 16 minutes.
       EXPECT_TRUE(chosen.PassDurationMinutes >= 6 && chosen.PassDurationMinutes <= 16) << entry.toStdString();
     }
@@ -81,6 +83,60 @@ TEST(ChosenPass, EntryIsTakenApartOrRefused) {
         "0315143059 W 353 754 X", "0315143059 S 353 7m X", "0315143059 S 353 -7 X"}) {
     EXPECT_THROW(ParseSelectedPass(QLatin1StringView(entry), kListDate), orbit::ConvertError) << entry;
   }
+}
+
+TEST(PassLookup, PassStringFindsItsPass) {
+  const orbit::TDateTime now = orbit::MakeDateTime(2022, 2, 20, 13, 14, 15);
+  const std::vector<orbit::TSatellite> satellites = {Demonstration("NOAA 19"), Demonstration("METEOR 3-5")};
+  const orbit::Observer edinburgh = orbit::ObserverFromDegrees(55.905, -3.2, 150);
+  const auto find = [&](const QString& passString) {
+    return FindPassByString(passString, satellites, edinburgh, 1.5, now);
+  };
+  const struct {
+    const char* label;
+    QString passString, entry, key, time;  // the time as yyyymmddhhnnss
+  } rows[] = {
+      {"to the second", u"0223075129"_s, u"0223075129 S 7 891 NOAA 19"_s, u"0223075129"_s,
+       u"20220223075129"_s},
+      {"with its year", u"20220223075129"_s, u"0223075129 S 7 891 NOAA 19"_s, u"0223075129"_s,
+       u"20220223075129"_s},
+      {"the last digit gives way", u"0223075125"_s, u"0223075129 S 7 891 NOAA 19"_s, u"022307512"_s,
+       u"20220223075125"_s},
+      {"both digits of the seconds", u"0223075145"_s, u"0223075129 S 7 891 NOAA 19"_s, u"02230751"_s,
+       u"20220223075145"_s},
+      {"the minute alone", u"202202230751"_s, u"0223075129 S 7 891 NOAA 19"_s, u"02230751"_s,
+       u"20220223075100"_s},
+      {"a minute late", u"0223075229"_s, QString(), u"02230752"_s, u"20220223075229"_s},
+      {"a day without it", u"0224075129"_s, QString(), u"02240751"_s, u"20220224075129"_s},
+      {"culminates after midnight", u"20220225235921"_s, u"0225235921 N 23 1015 METEOR 3-5"_s,
+       u"0225235921"_s, u"20220225235921"_s},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.label);
+    const PassMatch match = find(row.passString);
+    EXPECT_EQ(match.Entry, row.entry) << match.Entry.toStdString();
+    EXPECT_EQ(match.Key, row.key) << match.Key.toStdString();
+    EXPECT_EQ(match.Time, orbit::ParseTimeString(row.time.toStdString()));
+    if (row.entry.isEmpty()) continue;
+    EXPECT_EQ(FormatDateTime("yyyymmddhhnnss", match.Pass.PassStart),
+              "2022" + row.entry.first(8).toStdString() + "00");
+    EXPECT_TRUE(row.entry.endsWith(match.Pass.SatelliteName));
+  }
+  for (const QString& text : {u""_s, u"04x21830"_s, u"0230183000"_s, u"04\u0664\u0664183000"_s}) {
+    EXPECT_THROW(find(text), orbit::ConvertError) << text.toStdString();
+  }
+
+  // What no list of one day holds is in that of the next.
+  const orbit::TSatellite& meteor = satellites[1];
+  const orbit::TDateTime day = orbit::MakeDateTime(2022, 2, 25);
+  const QString entry = u"0225235921 N 23 1015 METEOR 3-5"_s;
+  EXPECT_FALSE(PassListEntries({meteor}, edinburgh, {day, 1, 1.5}).contains(entry));
+  const QStringList ofNextDay = PassListEntries({meteor}, edinburgh, {{day.Days + 1}, 1, 1.5});
+  ASSERT_FALSE(ofNextDay.isEmpty());
+  EXPECT_TRUE(ofNextDay.first().startsWith(u"022523592"_s)) << ofNextDay.first().toStdString();
+  const auto nextDay = PassesRisingOn({day.Days + 1}, meteor, edinburgh, 1.5);
+  ASSERT_FALSE(nextDay.empty());
+  EXPECT_GE(nextDay.front().Record.Aos.Days, day.Days + 1);
 }
 
 }  // namespace

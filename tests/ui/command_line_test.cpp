@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QComboBox>
 #include <QFile>
 #include <QProcess>
 #include <QTest>
@@ -19,23 +20,14 @@ using session::TListBox;
 
 TEST(CommandLine, PassOfTheStringIsFoundOrToldToBeMissing) {
   ProgramFixture program;
-  program.GiveOrdinarySettings(u"\"NOAA 19\""_s);
-  program.Start();
-  const QStringList passes = program.Find<TListBox>("ListBoxPasses")->Items().filter(u"0223075"_s);
-  ASSERT_EQ(passes.size(), 1);
-  const QString stamp = passes.first().left(10);
-  program.Close();
-  QFile::remove(program.Path(u"bin/PassList.txt"_s));
-  program.Boxes.Take();
-
-  const QString lastDigitOff = stamp.left(9) + (stamp.endsWith(u'9') ? u'0' : u'9');
+  program.GiveOrdinarySettings(u"\"NOAA 19\",\"METEOR 3-5\""_s);
   const struct {
     const char* Label;
     QString Parameter, Said;
+    bool IsListed = true;
   } rows[] = {
-      {"to the second", stamp, QString()},
-      {"with its year", u"2022"_s + stamp, QString()},
-      {"the last second's digit gives way", lastDigitOff, QString()},
+      {"of the day's list", u"0223075129"_s, QString()},
+      {"rises today, culminates tomorrow", u"20220225235921"_s, QString(), false},
       {"a minute too early", u"0223074945"_s,
        u"Message: Parameter 0223074945 specified but pass string 02230749 not found.  Note that the pass "
        u"string may "
@@ -52,7 +44,12 @@ TEST(CommandLine, PassOfTheStringIsFoundOrToldToBeMissing) {
     EXPECT_EQ(session.MakesMapUnattended(), row.Said.isEmpty());
     EXPECT_EQ(program.Form->CurrentPage(), row.Said.isEmpty() ? Page::GroundPath : Page::WorldMap);
     if (row.Said.isEmpty()) {
+      const QString stamp = row.Parameter.right(10);
       EXPECT_EQ(orbit::FormatDateTime("mmddhhnn", session.Pass.PassStart), stamp.left(8).toStdString());
+      EXPECT_EQ(program.Find<QComboBox>("ComboBoxSatForPic")->currentText(),
+                row.IsListed ? u"NOAA 19"_s : u"METEOR 3-5"_s);
+      EXPECT_EQ(program.Find<TListBox>("ListBoxPasses")->SelectedText().left(10),
+                row.IsListed ? stamp : QString());
     }
     EXPECT_EQ(session.Map.Mode,
               row.Said.isEmpty() ? session::Timeframe::Manual : session::Timeframe::RealTime);

@@ -112,7 +112,7 @@ TEST(PassGenerator, PastDaysAreOfTheElementsOfTheirTime) {
     program.Find<QDateEdit>("DateTimePickerPasses")->setDate(row.Day);
     program.Fire("TimerPassDateChanging");
     const orbit::TDateTime day = orbit::MakeDateTime(row.Day.year(), row.Day.month(), row.Day.day());
-    EXPECT_EQ(list->Items(), passes::PassListEntries({row.Expected.Find("NOAA 19")}, station.Place,
+    EXPECT_EQ(list->Items(), passes::PassListEntries({*row.Expected.Find("NOAA 19")}, station.Place,
                                                      {day, 1, station.MinElevationDeg}));
   }
 
