@@ -63,13 +63,13 @@ int main(int argc, char** argv) {
   session::QtPrompts boxes(QStringLiteral("Pelorin"), [](int) {});
   desktop::TFormMain form({store,
                            folder.filePath(QStringLiteral("bin/pelorin")),
-                           {},
                            boxes,
+                           nullptr,
                            [] { return kNow; },
                            {},
                            [](const QString&) {},
-                           {},
-                           [](desktop::Look) {}});
+                           [](desktop::Look) {},
+                           desktop::LoadBackdropAhead(folder.filePath(QStringLiteral("bin/")))});
   form.CreateForms();
   form.show();
   form.ShowPage(session::Page::GroundPath);

@@ -4,6 +4,7 @@
 // start_up_bench [runs]; QT_QPA_PLATFORM says on which platform, "offscreen" if it is not set.
 
 #include <QApplication>
+#include <QDate>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QEvent>
@@ -49,7 +50,8 @@ int EmptyWindow(int argc, char** argv) {
   return QApplication::exec();
 }
 
-/// Element sets of many satellites out of a few: every copy has a number and a name of its own.
+/// Element sets of many satellites out of a few: every copy has a number and a name of its own. They are of
+/// today, since older ones would be told in a box before the window is painted.
 void WriteElements(const QString& path) {
   QFile source(QStringLiteral(PELORIN_DEMO_ELEMENTS)), target(path);
   if (!source.open(QIODevice::ReadOnly) || !target.open(QIODevice::WriteOnly)) std::abort();
@@ -58,8 +60,11 @@ void WriteElements(const QString& path) {
   for (int copy = 0; copy < kSets; ++copy) {
     const int first = copy % sets * 3;
     const QByteArray number = QByteArray::number(10000 + copy);
+    const QDate today = QDate::currentDate();
+    const QByteArray epoch = today.toString(QStringLiteral("yy")).toLatin1() +
+                             QByteArray::number(today.dayOfYear()).rightJustified(3, '0') + ".00000000";
     target.write(lines[first].trimmed() + ' ' + number + '\n');
-    target.write(QByteArray(lines[first + 1]).replace(2, 5, number) + '\n');
+    target.write(QByteArray(lines[first + 1]).replace(2, 5, number).replace(18, 14, epoch) + '\n');
     target.write(QByteArray(lines[first + 2]).replace(2, 5, number) + '\n');
   }
 }

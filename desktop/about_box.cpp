@@ -75,7 +75,7 @@ TAboutBoxQuillfen::TAboutBoxQuillfen(QWidget* parent) : QDialog(parent) {
   setWindowTitle(QStringLiteral("About Pelorin"));
 
   auto* mark = new QLabel(this);
-  mark->setPixmap(ApplicationIcon().pixmap(QSize(kIconSide, kIconSide), devicePixelRatioF()));
+  mark->setPixmap(IconPicture(kIconSide, devicePixelRatioF()));
   auto* product = HeadingLabel(QStringLiteral("Pelorin"), 1.9, true, "LabelProductName", this);
   auto* version = HeadingLabel(QStringLiteral("Version %1").arg(QStringLiteral(PELORIN_VERSION)), 1, false,
                                "LabelVersion", this);

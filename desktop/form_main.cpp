@@ -10,7 +10,6 @@
 #include <utility>
 
 #include "app/program_paths.h"
-#include "desktop/icon.h"
 #include "desktop/map/tab_sheet_map.h"
 #include "desktop/overlay/tab_sheet_flight.h"
 #include "desktop/overlay/tab_sheet_ground_path.h"
@@ -39,7 +38,6 @@ TFormMain::TFormMain(Surroundings surroundings)
           surroundings_.Unattended != nullptr ? surroundings_.Unattended->Boxes() : surroundings_.Boxes,
           *this, surroundings_.Now, surroundings_.Unattended)) {
   setObjectName(QStringLiteral("FormMain"));
-  setWindowIcon(ApplicationIcon());
   UpdateCaption();
   if (surroundings_.ApplyLook) surroundings_.ApplyLook(static_cast<Look>(settings_.WindowColours.Value));
   ui_.Build(this);

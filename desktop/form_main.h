@@ -38,6 +38,7 @@ struct Surroundings {
   app::TimeZone TimeZone;
   TellStatus TellSplash;  ///< start-up's progress
   std::function<void(Look)> ApplyLook;
+  std::future<map::Backdrop> Backdrop;  ///< from LoadBackdropAhead, which has begun by now
 
   QString ProgramName() const { return QFileInfo(ProgramPath).completeBaseName(); }
 };

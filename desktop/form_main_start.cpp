@@ -6,6 +6,7 @@
 #include <QScreen>
 #include <QTabWidget>
 #include <QTextDocument>
+#include <utility>
 
 #include "app/element_address.h"
 #include "app/program_paths.h"
@@ -62,7 +63,7 @@ void TFormMain::FormCreate() {
   session.RestoreActive();
 
   ground_.TopographyFile = FindTopographyFile(programFolder_);
-  ground_.Backdrop = LoadMapBackdrop(session, programFolder_, !ground_.TopographyFile.isEmpty(), tellStatus);
+  ground_.Backdrop = TakeBackdrop(session, std::move(surroundings_.Backdrop), tellStatus);
   TabSheetMap->SetBackdrop(session.Map.PacificCentred ? map::TurnedByHalf(ground_.Backdrop.Picture)
                                                       : ground_.Backdrop.Picture);
   SetStartTime();

@@ -8,7 +8,6 @@
 #include <QVBoxLayout>
 #include <QWindow>
 
-#include "desktop/icon.h"
 #include "session/controls.h"
 
 namespace pelorin::desktop {
@@ -26,7 +25,6 @@ TFormSplash::TFormSplash()
       status_(session::Named(new QLabel(this), "LabelStatus")) {
   setObjectName(QStringLiteral("FormSplash"));
   setWindowTitle(QStringLiteral("Loading Pelorin"));
-  setWindowIcon(ApplicationIcon());
   setFixedSize(kClientWidth, kClientHeight);
   status_->setAlignment(Qt::AlignCenter);
   status_->setWordWrap(true);

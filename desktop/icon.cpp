@@ -1,7 +1,6 @@
 #include "desktop/icon.h"
 
 #include <QPainter>
-#include <QPixmap>
 #include <QRadialGradient>
 
 namespace pelorin::desktop {
@@ -72,16 +71,18 @@ void DrawIcon(QPainter& painter, double side) {
   painter.restore();
 }
 
+QPixmap IconPicture(int side, double devicePixelRatio) {
+  QPixmap picture(QSize(side, side) * devicePixelRatio);
+  picture.setDevicePixelRatio(devicePixelRatio);
+  picture.fill(Qt::transparent);
+  QPainter painter(&picture);
+  DrawIcon(painter, side);
+  return picture;
+}
+
 QIcon ApplicationIcon() {
   QIcon icon;
-  for (const int side : {16, 24, 32, 48, 64, 128, 256}) {
-    QPixmap picture(side, side);
-    picture.fill(Qt::transparent);
-    QPainter painter(&picture);
-    DrawIcon(painter, side);
-    painter.end();
-    icon.addPixmap(picture);
-  }
+  for (const int side : {16, 24, 32, 48, 64, 128}) icon.addPixmap(IconPicture(side));
   return icon;
 }
 

@@ -7,7 +7,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <future>
 #include <memory>
+#include <utility>
 
 #include "app/command_line.h"
 #include "app/program_paths.h"
@@ -135,13 +137,14 @@ int RunProgram(int argc, char** argv) {
   QGuiApplication::setApplicationDisplayName(QString());
   QGuiApplication::setDesktopFileName(QStringLiteral("org.quillfen.Pelorin"));
   const app::CommandLine line = app::ReadCommandLine(QCoreApplication::arguments().mid(1));
+  const QString programPath = QCoreApplication::applicationFilePath();
+  std::future<map::Backdrop> backdrop = LoadBackdropAhead(app::ProgramFolder());
 
   const bool desktopIsDark = SetUpStyle(application);
   QApplication::setWindowIcon(ApplicationIcon());
   TFormSplash splash;
   splash.Open();
 
-  const QString programPath = QCoreApplication::applicationFilePath();
   std::unique_ptr<Help> help;
   session::QtPrompts boxes(kProduct, [&help](int topic) { help->Show(topic); });
   help =
@@ -164,7 +167,7 @@ int RunProgram(int argc, char** argv) {
   const bool isMade = session::Guarded(unattended ? unattended->Boxes() : boxes, [&] {
     formMain = std::make_unique<TFormMain>(Surroundings{store, programPath, boxes, unattended.get(),
                                                         [] { return orbit::NowUTC(); }, app::LocalTimeZone(),
-                                                        tellSplash, applyLook});
+                                                        tellSplash, applyLook, std::move(backdrop)});
     formMain->CreateForms();
   });
   if (!isMade) return EXIT_FAILURE;

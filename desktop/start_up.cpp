@@ -75,12 +75,21 @@ QString FindTopographyFile(const QString& programFolder) {
   return app::FindDataFile(overlay::TopographyNames(), programFolder);
 }
 
-map::Backdrop LoadMapBackdrop(session::Session& session, const QString& programFolder, bool hasTopography,
-                              const TellStatus& tellStatus) {
-  map::Backdrop backdrop = map::LoadBackdrop(
-      hasTopography,
-      [&programFolder](const QStringList& names) { return app::FindDataFile(names, programFolder); },
-      tellStatus);
+std::future<map::Backdrop> LoadBackdropAhead(const QString& programFolder) {
+  // Where no thread can be had, TakeBackdrop does the work.
+  return std::async(std::launch::async | std::launch::deferred, [programFolder] {
+    return map::LoadBackdrop(
+        !FindTopographyFile(programFolder).isEmpty(),
+        [&programFolder](const QStringList& names) { return app::FindDataFile(names, programFolder); });
+  });
+}
+
+map::Backdrop TakeBackdrop(session::Session& session, std::future<map::Backdrop> ahead,
+                           const TellStatus& tellStatus) {
+  map::Backdrop backdrop = ahead.get();
+  for (const QString& name : backdrop.Tried) {
+    tellStatus(QStringLiteral("Loading map background from %1  ...").arg(name));
+  }
   for (const QString& text : backdrop.Messages) session.Boxes.Message(text);
   return backdrop;
 }

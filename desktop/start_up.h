@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <functional>
+#include <future>
 
 #include "map/backdrop.h"
 #include "overlay/map_sources.h"
@@ -36,9 +37,13 @@ void OfferDemonstrationElements(session::Session& session, const QString& progra
 
 QString FindTopographyFile(const QString& programFolder);
 
-/// Loads the backdrop, turned if the map is Pacific-centred.
-map::Backdrop LoadMapBackdrop(session::Session& session, const QString& programFolder, bool hasTopography,
-                              const TellStatus& tellStatus);
+/// Begins to load the backdrop, on a thread of its own: a large picture takes as long to decode as the
+/// window's controls take to be made. Needs nothing but the folder.
+std::future<map::Backdrop> LoadBackdropAhead(const QString& programFolder);
+
+/// Waits for the backdrop, and tells what was found and what was wrong.
+map::Backdrop TakeBackdrop(session::Session& session, std::future<map::Backdrop> ahead,
+                           const TellStatus& tellStatus);
 
 /// Opens the topography file, or takes the user's own bitmap for the ground; says when there is neither.
 void ConnectTopography(session::Session& session, GroundData& data, const TellStatus& tellStatus);

@@ -7,7 +7,8 @@
 #include "picture/picture_file.h"
 
 namespace pelorin::map {
-Backdrop LoadBackdrop(bool hasTopography, const FindFile& findFile, const TellStatus& tellStatus) {
+
+Backdrop LoadBackdrop(bool hasTopography, const FindFile& findFile) {
   const QString bitmap = QStringLiteral("UserMap.bmp");
   const QString small = QStringLiteral("SmallUserMap.jpg"), large = QStringLiteral("LargeUserMap.jpg");
   QStringList names{QStringLiteral("UserMap.jpg"), hasTopography ? small : large,
@@ -19,7 +20,7 @@ Backdrop LoadBackdrop(bool hasTopography, const FindFile& findFile, const TellSt
     const QString name = QFileInfo(path).fileName();
     if (path.isEmpty() || !names.removeOne(name)) break;
     const bool isBitmap = name == bitmap;
-    if (!isBitmap && tellStatus) tellStatus(QStringLiteral("Loading map background from %1  ...").arg(name));
+    if (!isBitmap) backdrop.Tried.append(name);
     try {
       backdrop.Picture = picture::LoadPicture(path);
       backdrop.IsUserBitmap = isBitmap;

@@ -76,7 +76,8 @@ void ProgramFixture::Start(const QString& passString) {
                             [this] { return Now; },
                             TimeZone,
                             [this](const QString& text) { SplashTexts.append(text); },
-                            {}});
+                            {},
+                            desktop::LoadBackdropAhead(Path(QStringLiteral("bin/")))});
   Form->CreateForms();
   Form->show();
   auto* firstList = Find<QTimer>("TimerPassDateChanging");
