@@ -226,6 +226,9 @@ TEST(Sky, LeavesOutWhatHasNoPlaceAndAsksForNothingTwice) {
   for (std::size_t i = 0; i < odd.size(); ++i) odd[i].Name = "ODD " + std::to_string(i);
   const std::vector<const orbit::TSatellite*> all{&odd[0], &odd[1], &sound, &odd[2], &odd[3]};
   SkyKeeper keeper;
+  const auto latitude = [&](double days) {
+    return keeper.At(all, {time.Days + days}, 2).Satellites[0].Now.LatitudeDeg;
+  };
   const Sky first = keeper.At(all, time, 5);
   EXPECT_EQ(NotDrawableTip(first.NotDrawable).toStdString(), "Not drawable: ODD 0, ODD 1, ODD 2, ODD 3");
   ASSERT_EQ(first.Satellites.size(), 1U);
@@ -233,12 +236,11 @@ TEST(Sky, LeavesOutWhatHasNoPlaceAndAsksForNothingTwice) {
   EXPECT_EQ(first.Find(&odd[0]), nullptr);
 
   sound.Epoch += 0.01;  // whoever propagates now gets another place
-  EXPECT_EQ(keeper.At(all, time, 2).Satellites[0].Now.LatitudeDeg, first.Satellites[0].Now.LatitudeDeg);
+  EXPECT_EQ(latitude(0), first.Satellites[0].Now.LatitudeDeg);
   keeper.Forget();
-  EXPECT_NE(keeper.At(all, time, 2).Satellites[0].Now.LatitudeDeg, first.Satellites[0].Now.LatitudeDeg);
+  EXPECT_NE(latitude(0), first.Satellites[0].Now.LatitudeDeg);
   sound.Epoch -= 0.01;
-  EXPECT_NE(keeper.At(all, {time.Days + 1e-5}, 2).Satellites[0].Now.LatitudeDeg,
-            first.Satellites[0].Now.LatitudeDeg);
+  EXPECT_NE(latitude(1e-5), first.Satellites[0].Now.LatitudeDeg);
   EXPECT_EQ(keeper.At({&sound}, {time.Days + 1e-5}, 5).Satellites[0].Trail.size(), 5U);
   EXPECT_TRUE(keeper.At({}, time, 5).Satellites.empty());
 }
