@@ -33,7 +33,7 @@ overlay::MasterStatus SayBeginning() {
 /// The plain map of the world that the desktop shows, if that is the user's own bitmap.
 QImage UserBitmap() {
   const map::Backdrop backdrop =
-      map::LoadBackdrop(false, [](const QStringList& names) { return app::FindDataFile(names); }, {});
+      map::LoadBackdrop(false, [](const QStringList& names) { return app::FindDataFile(names); });
   return backdrop.IsUserBitmap ? backdrop.Picture : QImage();
 }
 
