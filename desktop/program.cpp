@@ -6,7 +6,6 @@
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
-#include <exception>
 #include <future>
 #include <memory>
 #include <utility>
@@ -28,28 +27,6 @@ namespace {
 const QString kProduct = QStringLiteral("Pelorin");
 
 constexpr int kBadCall = 2;
-
-/// Errors that leave an event handler are shown, and the program goes on: the event loop itself would not
-/// survive them.
-class Application : public QApplication {
- public:
-  using QApplication::QApplication;
-
-  void ShowErrorsIn(session::Prompts* boxes) { boxes_ = boxes; }
-
-  bool notify(QObject* receiver, QEvent* event) override {
-    try {
-      return QApplication::notify(receiver, event);
-    } catch (const std::exception& error) {
-      if (boxes_ == nullptr) throw;
-      boxes_->Error(QString::fromUtf8(error.what()));
-      return false;
-    }
-  }
-
- private:
-  session::Prompts* boxes_ = nullptr;
-};
 
 void Print(std::FILE* stream, const QString& text) { std::fputs(qPrintable(text), stream); }
 
@@ -130,7 +107,7 @@ int RunProgram(int argc, char** argv) {
                       "without one, pelorin-cli does the work: pelorin-cli --help\n"));
     return EXIT_FAILURE;
   }
-  Application application(argc, argv);
+  QApplication application(argc, argv);
   // Numbers in files and stamps have a point, whatever the user's language.
   std::setlocale(LC_NUMERIC, "C");
   QCoreApplication::setApplicationVersion(QStringLiteral(PELORIN_VERSION));
@@ -150,7 +127,6 @@ int RunProgram(int argc, char** argv) {
   help =
       std::make_unique<Help>(HelpFile(programPath), [&boxes](const QString& text) { boxes.Message(text); });
   application.installEventFilter(help.get());
-  application.ShowErrorsIn(&boxes);
   const app::RegistryStore store;
   const auto tellSplash = [&splash](const QString& text) { splash.ShowStatus(text); };
   const auto tellCaller = [](const QString& text) {
