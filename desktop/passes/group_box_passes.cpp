@@ -58,10 +58,6 @@ TGroupBoxPasses::TGroupBoxPasses(session::Session& session, QWidget* parent)
   Handle(ui_.ButtonEphemeris, &QPushButton::clicked, this, &TGroupBoxPasses::ButtonEphemerisClick);
 }
 
-TGroupBoxPasses::~TGroupBoxPasses() {
-  if (ui_.MakePassListRow != nullptr && ui_.MakePassListRow->parent() == nullptr) delete ui_.MakePassListRow;
-}
-
 void TGroupBoxPasses::SetPassDate(orbit::TDateTime moment) {
   session::TurnPicker(ui_.DateTimePickerPasses, DatePart(moment));
 }

@@ -16,12 +16,10 @@ class TGroupBoxPasses : public QGroupBox {
 
  public:
   TGroupBoxPasses(session::Session& session, QWidget* parent);
-  ~TGroupBoxPasses() override;
 
   session::Prompts& Boxes() const { return session_.Boxes; }
 
-  /// "Make pass list", its days and "Print ephemeris...", to be placed among the station's controls; whoever
-  /// places them owns them.
+  /// "Make pass list", its days and "Print ephemeris...", to be placed among the station's controls.
   QWidget* MakePassListRow() const { return ui_.MakePassListRow; }
 
   /// Turns the date picker to a moment's day. The list stays.

@@ -57,11 +57,11 @@ void GroupBoxPassesLayout::Build(QGroupBox* box) {
   grid->addWidget(ButtonFlightFromPass, 4, 1);
   grid->setRowStretch(2, 1);
 
-  BuildMakePassListRow();
+  BuildMakePassListRow(box);
 }
 
-void GroupBoxPassesLayout::BuildMakePassListRow() {
-  MakePassListRow = session::Named(new QWidget, "MakePassListRow");
+void GroupBoxPassesLayout::BuildMakePassListRow(QGroupBox* box) {
+  MakePassListRow = session::Named(new QWidget(box), "MakePassListRow");
   ButtonRegenPasses =
       session::Named(new QPushButton(QStringLiteral("Make pass list"), MakePassListRow), "ButtonRegenPasses");
   UpDownDaysAhead = session::Named(new QSpinBox(MakePassListRow), "UpDownDaysAhead");

@@ -1,13 +1,11 @@
 #pragma once
 
-#include <QPointer>
-#include <QWidget>
-
 class QDateEdit;
 class QGroupBox;
 class QLabel;
 class QPushButton;
 class QSpinBox;
+class QWidget;
 
 namespace pelorin::session {
 class TListBox;
@@ -25,8 +23,7 @@ struct GroupBoxPassesLayout {
   QPushButton* ButtonPicFromPass = nullptr;
   QPushButton* ButtonFlightFromPass = nullptr;
 
-  /// Stands among the station's controls; without a parent until it is placed there.
-  QPointer<QWidget> MakePassListRow;
+  QWidget* MakePassListRow = nullptr;  ///< to be placed among the station's controls
   QPushButton* ButtonRegenPasses = nullptr;
   QSpinBox* UpDownDaysAhead = nullptr;
   QPushButton* ButtonEphemeris = nullptr;
@@ -34,7 +31,7 @@ struct GroupBoxPassesLayout {
   void Build(QGroupBox* box);
 
  private:
-  void BuildMakePassListRow();
+  void BuildMakePassListRow(QGroupBox* box);
 };
 
 }  // namespace pelorin::desktop
