@@ -70,10 +70,8 @@ QLabel* HeadingLabel(const QString& text, double scale, bool bold, const char* n
 
 }  // namespace
 
-TAboutBoxQuillfen::TAboutBoxQuillfen(QWidget* parent) : QDialog(parent) {
-  setObjectName(QStringLiteral("AboutBoxQuillfen"));
-  setWindowTitle(QStringLiteral("About Pelorin"));
-
+TAboutBoxQuillfen::TAboutBoxQuillfen(session::Session& session, QWidget* parent)
+    : TForm(session, "AboutBoxQuillfen", QStringLiteral("About Pelorin"), parent) {
   auto* mark = new QLabel(this);
   mark->setPixmap(IconPicture(kIconSide, devicePixelRatioF()));
   auto* product = HeadingLabel(QStringLiteral("Pelorin"), 1.9, true, "LabelProductName", this);
@@ -109,7 +107,7 @@ TAboutBoxQuillfen::TAboutBoxQuillfen(QWidget* parent) : QDialog(parent) {
   rows->addLayout(heading);
   rows->addWidget(tabs, 1);
   rows->addWidget(buttons);
-  buttons->button(QDialogButtonBox::Ok)->setFocus();
+  buttonOK_ = Named(buttons->button(QDialogButtonBox::Ok), "ButtonOK");
 
   const int rims = 2 * (rows->contentsMargins().left() + style()->pixelMetric(QStyle::PM_ScrollBarExtent));
   const int lineWidth = QFontMetrics(notices->font()).horizontalAdvance(u'M') * kNoticeColumns;

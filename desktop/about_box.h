@@ -1,15 +1,20 @@
 #pragma once
 
-#include <QDialog>
+#include "session/form.h"
 
 namespace pelorin::desktop {
 
 /// What the program is, and whose work it stands on.
-class TAboutBoxQuillfen : public QDialog {
+class TAboutBoxQuillfen : public session::TForm {
   Q_OBJECT
 
  public:
-  explicit TAboutBoxQuillfen(QWidget* parent = nullptr);
+  TAboutBoxQuillfen(session::Session& session, QWidget* parent);
+
+ private:
+  QWidget* FirstControl() const override { return buttonOK_; }
+
+  QWidget* buttonOK_;
 };
 
 }  // namespace pelorin::desktop

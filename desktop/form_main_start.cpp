@@ -118,7 +118,7 @@ void TFormMain::CreateForms() {
   FormSetFlightTime = new TFormSetFlightTime(*session_, this);
   FormSatKepsSummary = new TFormSatKepsSummary(*session_, this);
   FormOverlayTextOptions = new TFormOverlayTextOptions(*session_, this);
-  AboutBoxQuillfen = session::Named(new TAboutBoxQuillfen(this), "AboutBoxQuillfen");
+  AboutBoxQuillfen = new TAboutBoxQuillfen(*session_, this);
   FormEphemeris = new TFormEphemeris(*session_, this);
   FormUpdateKeplers =
       new TFormUpdateKeplers(*session_, app::ElementAddress(settings_), app::UserDataFolder(), this);

@@ -43,10 +43,7 @@ QLabel* NewPreview(std::size_t number) {
 }  // namespace
 
 TFormOverlayTextOptions::TFormOverlayTextOptions(session::Session& session, QWidget* parent)
-    : QDialog(parent), session_(session) {
-  setObjectName(QStringLiteral("FormOverlayTextOptions"));
-  setWindowTitle(QStringLiteral("Pelorin - Overlay Text Options"));
-
+    : TForm(session, "FormOverlayTextOptions", QStringLiteral("Pelorin - Overlay Text Options"), parent) {
   auto* lines = new QGridLayout;
   auto* sample = new QGroupBox(QStringLiteral(" Sample Overlay Text Preview "), this);
   auto* previews = new QVBoxLayout(sample);
@@ -58,16 +55,14 @@ TFormOverlayTextOptions::TFormOverlayTextOptions(session::Session& session, QWid
     lines->addWidget(lists_[line], 1, column);
     previews_[line] = NewPreview(line + 1);
     previews->addWidget(previews_[line]);
-    connect(lists_[line], &QListWidget::itemChanged, this,
-            [this, line] { CheckListBoxLinesClickCheck(line); });
+    session::Handle(lists_[line], &QListWidget::itemChanged, this,
+                    [line](TFormOverlayTextOptions* form) { form->CheckListBoxLinesClickCheck(line); });
   }
 
   auto* buttons = new QDialogButtonBox(this);
-  auto* ok =
-      session::Named(buttons->addButton(QStringLiteral("OK"), QDialogButtonBox::AcceptRole), "ButtonOK");
+  session::Named(buttons->addButton(QStringLiteral("OK"), QDialogButtonBox::AcceptRole), "ButtonOK");
   auto* cancel = session::Named(buttons->addButton(QStringLiteral("&Cancel"), QDialogButtonBox::RejectRole),
                                 "ButtonCancel");
-  ok->setAutoDefault(false);
   cancel->setDefault(true);
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -85,7 +80,6 @@ void TFormOverlayTextOptions::Run() {
   for (std::size_t line = 0; line < kLines; ++line) {
     items_[line] = overlay::MaskItems(session_.Settings.OvlTextLine[line].Value);
   }
-  FormShow();
   if (exec() != QDialog::Accepted) return;
   for (std::size_t line = 0; line < kLines; ++line) session_.Settings.OvlTextLine[line].Value = items_[line];
 }
@@ -101,6 +95,8 @@ void TFormOverlayTextOptions::FormShow() {
   }
   ShowPreview();
 }
+
+QWidget* TFormOverlayTextOptions::FirstControl() const { return lists_[0]; }
 
 void TFormOverlayTextOptions::CheckListBoxLinesClickCheck(std::size_t line) {
   const auto& choices = overlay::TextItemChoices();

@@ -1,10 +1,9 @@
 #pragma once
 
-#include <QDialog>
 #include <array>
 #include <cstdint>
 
-#include "session/session.h"
+#include "session/form.h"
 
 class QLabel;
 class QListWidget;
@@ -12,7 +11,7 @@ class QListWidget;
 namespace pelorin::desktop {
 
 /// The dialog in which the user chooses what each of the overlay's text lines holds.
-class TFormOverlayTextOptions : public QDialog {
+class TFormOverlayTextOptions : public session::TForm {
   Q_OBJECT
 
  public:
@@ -21,16 +20,14 @@ class TFormOverlayTextOptions : public QDialog {
   /// Asks, starting from the settings; they change only when the user confirms.
   void Run();
 
-  session::Prompts& Boxes() const { return session_.Boxes; }
-
  private:
   static constexpr std::size_t kLines = 3;
 
-  void FormShow();
+  void FormShow() override;
+  QWidget* FirstControl() const override;
   void CheckListBoxLinesClickCheck(std::size_t line);
   void ShowPreview();
 
-  session::Session& session_;
   std::array<std::uint8_t, kLines> items_{};  ///< TextItem bits
   std::array<QListWidget*, kLines> lists_{};
   std::array<QLabel*, kLines> previews_{};

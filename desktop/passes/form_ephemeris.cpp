@@ -10,7 +10,6 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScopeGuard>
-#include <QShowEvent>
 #include <QSpinBox>
 #include <QTabWidget>
 #include <iterator>
@@ -39,9 +38,7 @@ QString DayText(const char* pattern, orbit::TDateTime day) {
 }  // namespace
 
 TFormEphemeris::TFormEphemeris(session::Session& session, QWidget* parent)
-    : QDialog(parent), session_(session) {
-  session::Named(this, "FormEphemeris");
-  setWindowTitle(QStringLiteral("Pelorin - Ephemeris generation"));
+    : TForm(session, "FormEphemeris", QStringLiteral("Pelorin - Ephemeris generation"), parent) {
   ui_.Build(this);
   FormCreate();
 
@@ -210,13 +207,13 @@ void TFormEphemeris::reject() {
   if (isPredicting_) {
     stopRequested_ = true;
   } else {
-    QDialog::reject();
+    TForm::reject();
   }
 }
 
-void TFormEphemeris::showEvent(QShowEvent* event) {
-  if (!event->spontaneous()) session::Guarded(Boxes(), [this] { FormShow(); });
-  QDialog::showEvent(event);
+QWidget* TFormEphemeris::FirstControl() const {
+  const bool showsReport = ui_.PageControl->currentWidget() == ui_.TabSheetEphemeris;
+  return showsReport ? ui_.ListBoxPasses : ui_.ListBoxSatellites;
 }
 
 }  // namespace pelorin::desktop

@@ -1,29 +1,26 @@
 #pragma once
 
-#include <QDialog>
 #include <vector>
 
 #include "desktop/passes/form_ephemeris_layout.h"
 #include "passes/pass_details.h"
-#include "session/session.h"
+#include "session/form.h"
 
 namespace pelorin::desktop {
 
 /// The printable report of the active satellites' passes, day by day. Kept for the program's life: the report
 /// stays until another one is predicted.
-class TFormEphemeris : public QDialog {
+class TFormEphemeris : public session::TForm {
   Q_OBJECT
 
  public:
   TFormEphemeris(session::Session& session, QWidget* parent);
 
-  session::Prompts& Boxes() const { return session_.Boxes; }
-
   /// First day of the next report: that of the pass list, until date or days are touched.
   orbit::TDateTime StartDate;
 
   void FormCreate();
-  void FormShow();
+  void FormShow() override;
   void DateTimePickerStartChange();
   void ChangeDuration(int days);
   void ButtonPredictClick();
@@ -34,10 +31,8 @@ class TFormEphemeris : public QDialog {
   /// Ends a running prediction, which keeps its days; without one, closes the window.
   void reject() override;
 
- protected:
-  void showEvent(QShowEvent* event) override;
-
  private:
+  QWidget* FirstControl() const override;
   /// False, and the earlier report stays, when no satellite is selected; the user was told.
   bool Predict();
   std::vector<orbit::TSatellite> SelectedSatellites() const;
@@ -46,7 +41,6 @@ class TFormEphemeris : public QDialog {
   /// A file of the report's name in the results folder.
   QString SuggestedFile(const QString& extension) const;
 
-  session::Session& session_;
   FormEphemerisLayout ui_;
   std::vector<passes::PassDetails> reportedPasses_;
   QString reportedStation_;

@@ -7,10 +7,10 @@
 #include <QScopeGuard>
 #include <QScreen>
 #include <QScrollBar>
-#include <QShowEvent>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <utility>
 
 #include "elements/element_summary.h"
 #include "elements/stale_elements.h"
@@ -54,15 +54,11 @@ QTreeWidgetItem* ListItem(const elements::ElementSummaryRow& row) {
 }  // namespace
 
 TFormSatKepsSummary::TFormSatKepsSummary(session::Session& session, QWidget* parent)
-    : QDialog(parent),
-      session_(session),
+    : TForm(session, "FormSatKepsSummary", QStringLiteral("Pelorin - Satellite Kepler data summary"), parent),
       labelSource_(session::Named(new QLabel(this), "LabelSource")),
       listViewKeps_(session::Named(new QTreeWidget(this), "ListViewKeps")),
       labelEmpty_(session::Named(new QLabel(listViewKeps_->viewport()), "LabelEmpty")),
       labelLeftOut_(session::Named(new QLabel(this), "LabelLeftOut")) {
-  session::Named(this, "FormSatKepsSummary");
-  setWindowTitle(QStringLiteral("Pelorin - Satellite Kepler data summary"));
-
   // A long folder must not widen the window.
   labelSource_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   labelSource_->setTextFormat(Qt::PlainText);
@@ -112,8 +108,9 @@ TFormSatKepsSummary::TFormSatKepsSummary(session::Session& session, QWidget* par
 void TFormSatKepsSummary::FormShow() {
   FillList();
   ShowLeftOut();
-  SizeToList(SizeColumns());
-  listViewKeps_->setFocus();
+  const int columnsWidth = SizeColumns();
+  // Later on it keeps the size that the user likes.
+  if (!std::exchange(wasSized_, true)) SizeToList(columnsWidth);
 }
 
 void TFormSatKepsSummary::FillList() {
@@ -171,9 +168,6 @@ void TFormSatKepsSummary::SizeToList(int columnsWidth) {
   resize(wanted.boundedTo(screen()->availableSize() * kScreenPart).expandedTo(minimumSizeHint()));
 }
 
-void TFormSatKepsSummary::showEvent(QShowEvent* event) {
-  if (!event->spontaneous()) session::Guarded(Boxes(), [this] { FormShow(); });
-  QDialog::showEvent(event);
-}
+QWidget* TFormSatKepsSummary::FirstControl() const { return listViewKeps_; }
 
 }  // namespace pelorin::desktop

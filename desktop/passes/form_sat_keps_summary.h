@@ -1,8 +1,6 @@
 #pragma once
 
-#include <QDialog>
-
-#include "session/session.h"
+#include "session/form.h"
 
 class QLabel;
 class QTreeWidget;
@@ -10,20 +8,16 @@ class QTreeWidget;
 namespace pelorin::desktop {
 
 /// Every loaded element set with its age, and below them what could not be used.
-class TFormSatKepsSummary : public QDialog {
+class TFormSatKepsSummary : public session::TForm {
   Q_OBJECT
 
  public:
   TFormSatKepsSummary(session::Session& session, QWidget* parent);
 
-  session::Prompts& Boxes() const { return session_.Boxes; }
-
-  void FormShow();
-
- protected:
-  void showEvent(QShowEvent* event) override;
+  void FormShow() override;
 
  private:
+  QWidget* FirstControl() const override;
   void FillList();
   void ShowLeftOut();
   /// Returns the width of all columns.
@@ -31,11 +25,11 @@ class TFormSatKepsSummary : public QDialog {
   /// Opens the window for all columns, and as many rows as look well.
   void SizeToList(int columnsWidth);
 
-  session::Session& session_;
   QLabel* labelSource_;
   QTreeWidget* listViewKeps_;
   QLabel* labelEmpty_;
   QLabel* labelLeftOut_;
+  bool wasSized_ = false;
 };
 
 }  // namespace pelorin::desktop

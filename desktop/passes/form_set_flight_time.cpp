@@ -5,7 +5,6 @@
 #include <QFormLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QShowEvent>
 #include <QTimeEdit>
 #include <QVBoxLayout>
 
@@ -21,12 +20,9 @@ constexpr int kTitleCharacters = 40;
 }  // namespace
 
 TFormSetFlightTime::TFormSetFlightTime(session::Session& session, QWidget* parent)
-    : QDialog(parent),
-      session_(session),
+    : TForm(session, "FormSetFlightTime", QStringLiteral("Set flight start time"), parent),
       flightDate_(session::Named(new QDateEdit(this), "FlightDate")),
       flightTime_(session::Named(new QTimeEdit(this), "FlightTime")) {
-  session::Named(this, "FormSetFlightTime");
-  setWindowTitle(QStringLiteral("Set flight start time"));
   auto* pickers = new QFormLayout;
   pickers->addRow(session::LabelFor(QStringLiteral("Date"), flightDate_, this), flightDate_);
   pickers->addRow(session::LabelFor(QStringLiteral("Time (UTC)"), flightTime_, this), flightTime_);
@@ -63,9 +59,6 @@ void TFormSetFlightTime::ButtonOKClick() {
   accept();
 }
 
-void TFormSetFlightTime::showEvent(QShowEvent* event) {
-  if (!event->spontaneous()) session::Guarded(Boxes(), [this] { FormShow(); });
-  QDialog::showEvent(event);
-}
+QWidget* TFormSetFlightTime::FirstControl() const { return flightDate_; }
 
 }  // namespace pelorin::desktop

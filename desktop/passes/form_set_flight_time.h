@@ -1,8 +1,6 @@
 #pragma once
 
-#include <QDialog>
-
-#include "session/session.h"
+#include "session/form.h"
 
 class QDateEdit;
 class QTimeEdit;
@@ -10,25 +8,21 @@ class QTimeEdit;
 namespace pelorin::desktop {
 
 /// Asks when a flight starts. Kept for the program's life: it opens with what was chosen last.
-class TFormSetFlightTime : public QDialog {
+class TFormSetFlightTime : public session::TForm {
   Q_OBJECT
 
  public:
   TFormSetFlightTime(session::Session& session, QWidget* parent);
 
-  session::Prompts& Boxes() const { return session_.Boxes; }
-
   orbit::TDateTime FlightStartTime;  ///< UTC; zero means now, when the dialog opens
 
   void FormCreate();
-  void FormShow();
+  void FormShow() override;
   void ButtonOKClick();
 
- protected:
-  void showEvent(QShowEvent* event) override;
-
  private:
-  session::Session& session_;
+  QWidget* FirstControl() const override;
+
   QDateEdit* flightDate_;
   QTimeEdit* flightTime_;
 };

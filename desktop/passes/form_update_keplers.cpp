@@ -8,7 +8,6 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScopeGuard>
-#include <QShowEvent>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -40,8 +39,8 @@ QString InsistText(const QStringList& names) {
 
 TFormUpdateKeplers::TFormUpdateKeplers(session::Session& session, const QString& baseAddress,
                                        const QString& userDataFolder, QWidget* parent)
-    : QDialog(parent),
-      session_(session),
+    : TForm(session, "FormUpdateKeplers", QStringLiteral("Pelorin - Update Keplers from the Internet"),
+            parent),
       baseAddress_(baseAddress),
       userDataFolder_(userDataFolder),
       labelIntro_(Named(new QLabel(this), "LabelIntro")),
@@ -51,8 +50,6 @@ TFormUpdateKeplers::TFormUpdateKeplers(session::Session& session, const QString&
       progressBar_(Named(new QProgressBar(this), "ProgressBar")),
       buttonUpdate_(Named(new QPushButton(QStringLiteral("Update"), this), "ButtonUpdate")),
       buttonCancel_(Named(new QPushButton(QStringLiteral("Cancel"), this), "ButtonCancel")) {
-  Named(this, "FormUpdateKeplers");
-  setWindowTitle(QStringLiteral("Pelorin - Update Keplers from the Internet"));
   Build();
   session::Handle(buttonUpdate_, &QPushButton::clicked, this, &TFormUpdateKeplers::ButtonUpdateClick);
   session::Handle(buttonCancel_, &QPushButton::clicked, this, &TFormUpdateKeplers::ButtonCancelClick);
@@ -84,7 +81,6 @@ void TFormUpdateKeplers::Build() {
   progressBar_->setFormat(QStringLiteral("%v of %m"));
   progressBar_->hide();
   buttonCancel_->setDefault(true);
-  buttonUpdate_->setAutoDefault(false);
 
   setMinimumWidth(fontMetrics().averageCharWidth() * kWidthCharacters);
   auto* source = new QHBoxLayout;
@@ -225,16 +221,13 @@ void TFormUpdateKeplers::ButtonCancelClick() { reject(); }
 
 void TFormUpdateKeplers::reject() {
   if (!isRunning_) {
-    QDialog::reject();
+    TForm::reject();
     return;
   }
   isCancelled_ = true;
   download_.Cancel();
 }
 
-void TFormUpdateKeplers::showEvent(QShowEvent* event) {
-  if (!event->spontaneous()) session::Guarded(Boxes(), [this] { FormShow(); });
-  QDialog::showEvent(event);
-}
+QWidget* TFormUpdateKeplers::FirstControl() const { return checkListBoxFiles_; }
 
 }  // namespace pelorin::desktop

@@ -1,10 +1,9 @@
 #pragma once
 
-#include <QDialog>
 #include <QStringList>
 
 #include "elements/element_download.h"
-#include "session/session.h"
+#include "session/form.h"
 
 class QLabel;
 class QLineEdit;
@@ -15,7 +14,7 @@ class QTreeWidget;
 namespace pelorin::desktop {
 
 /// Fetches fresh copies of the loaded element files. They take effect when the program starts the next time.
-class TFormUpdateKeplers : public QDialog {
+class TFormUpdateKeplers : public session::TForm {
   Q_OBJECT
 
  public:
@@ -24,19 +23,15 @@ class TFormUpdateKeplers : public QDialog {
   TFormUpdateKeplers(session::Session& session, const QString& baseAddress, const QString& userDataFolder,
                      QWidget* parent);
 
-  session::Prompts& Boxes() const { return session_.Boxes; }
-
-  void FormShow();
+  void FormShow() override;
   void ButtonUpdateClick();
   void ButtonCancelClick();
 
   /// Escape and the window's closing button do what "Cancel" does.
   void reject() override;
 
- protected:
-  void showEvent(QShowEvent* event) override;
-
  private:
+  QWidget* FirstControl() const override;
   void FormCreate();
   void Build();
   void SetRunning(bool running);
@@ -46,7 +41,6 @@ class TFormUpdateKeplers : public QDialog {
   bool BeforeFile(int file);
   void AfterFile(int file, elements::FileOutcome outcome);
 
-  session::Session& session_;
   const QString baseAddress_, userDataFolder_;
   elements::ElementDownload download_;
   QString folder_;

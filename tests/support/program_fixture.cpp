@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractSpinBox>
+#include <QApplication>
+#include <QDialog>
 #include <QDir>
 #include <QFile>
 #include <QLineEdit>
@@ -92,6 +94,20 @@ void ProgramFixture::Close() {
 
 void ProgramFixture::Click(const char* button) const {
   QTest::mouseClick(Find<QAbstractButton>(button), Qt::LeftButton);
+}
+
+void ProgramFixture::InDialog(const std::function<void()>& open,
+                              const std::function<void(QDialog& dialog)>& work) const {
+  bool wasOpen = false;
+  QTimer::singleShot(0, Form.get(), [&] {
+    auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    wasOpen = dialog != nullptr;
+    if (!wasOpen) return;
+    work(*dialog);
+    if (dialog->isVisible()) dialog->reject();
+  });
+  open();
+  EXPECT_TRUE(wasOpen);
 }
 
 void ProgramFixture::Fire(const char* timer) const {

@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <functional>
 #include <memory>
 
 #include "app/registry_store.h"
@@ -49,6 +50,8 @@ class ProgramFixture {
     return control;
   }
   void Click(const char* button) const;
+  /// Opens a dialog and works in it; it is closed afterwards if it still shows.
+  void InDialog(const std::function<void()>& open, const std::function<void(QDialog& dialog)>& work) const;
   /// Fires a timer at once.
   void Fire(const char* timer) const;
 

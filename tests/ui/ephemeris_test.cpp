@@ -43,14 +43,7 @@ class EphemerisWindow {
 
   /// Opens the window as the user does, and does `work` in it until it is closed.
   void Open(const std::function<void()>& work) {
-    bool wasOpen = false;
-    QTimer::singleShot(0, dialog_, [&] {
-      wasOpen = dialog_->isVisible() && dialog_->isModal();
-      work();
-      if (dialog_->isVisible()) dialog_->reject();
-    });
-    Program.Click("ButtonEphemeris");
-    EXPECT_TRUE(wasOpen);
+    Program.InDialog([&] { Program.Click("ButtonEphemeris"); }, [&](QDialog&) { work(); });
   }
 
   template <class Control>
