@@ -4,6 +4,7 @@
 #include <cmath>
 #include <optional>
 
+#include "orbit/number_text.h"
 #include "orbit/pass_search.h"
 
 namespace pelorin::app {
@@ -18,9 +19,7 @@ constexpr double kDefaultMinElevationDeg = 1.5;
 /// Whoever writes decimals with a comma may do so; it cannot part thousands in a number of this size. Nothing
 /// when the text is no number.
 std::optional<double> Number(const QString& text) {
-  bool isNumber = false;
-  const double number = text.trimmed().replace(u',', u'.').toDouble(&isNumber);
-  return isNumber && std::isfinite(number) ? std::optional(number) : std::nullopt;
+  return orbit::DecimalNumber(text.trimmed().replace(u',', u'.').toStdString());
 }
 
 /// 15 digits show every typed number as it was typed, without the noise of its binary form.

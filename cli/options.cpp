@@ -9,6 +9,7 @@
 #include "cli/table.h"
 #include "orbit/element_file.h"
 #include "orbit/julian_date.h"
+#include "orbit/number_text.h"
 #include "orbit/pass_search.h"
 #include "orbit/scalar_math.h"
 
@@ -21,15 +22,15 @@ constexpr double kGoodDays = 14;
 /// Settings are the desktop's; this program has none of its own.
 const QString kDesktopName = QStringLiteral("Pelorin");
 
+std::optional<double> NumberIn(const QString& text) { return orbit::DecimalNumber(text.toStdString()); }
+
 /// Digits `at` … `at + length` of a text as a number. Raises UsageError.
 int Digits(const QString& text, qsizetype at, qsizetype length) {
-  bool fits = false;
-  const QString part = text.mid(at, length);
-  const int number = part.toInt(&fits);
-  if (!fits || part.size() != length || !part.front().isDigit()) {
+  try {
+    return orbit::DigitsAt(text.mid(at, length).toStdString(), 0, static_cast<std::size_t>(length));
+  } catch (const orbit::ConvertError&) {
     throw UsageError(QStringLiteral("'%1' is not a time").arg(text));
   }
-  return number;
 }
 
 /// Milliseconds of ".fff" at the end of a time, up to three digits.
@@ -97,14 +98,13 @@ QString Arguments::Required(const QString& name) const {
 
 double Arguments::Number(const QString& name, double otherwise, double least, double most) const {
   if (!parser_.isSet(name)) return otherwise;
-  bool fits = false;
-  const double number = parser_.value(name).toDouble(&fits);
-  if (!fits || !IsWithin(number, least, most)) {
+  const std::optional<double> number = NumberIn(parser_.value(name));
+  if (!number || !IsWithin(*number, least, most)) {
     throw UsageError(
         QStringLiteral("--%1 wants a number from %2 to %3, not \"%4\"")
             .arg(name, QString::number(least, 'g', 10), QString::number(most, 'g', 10), parser_.value(name)));
   }
-  return number;
+  return *number;
 }
 
 int Arguments::Whole(const QString& name, int otherwise, int least, int most) const {
@@ -128,12 +128,14 @@ app::Station Arguments::Station() const {
   app::StationTexts texts = settings_.Station();
   if (parser_.isSet(QStringLiteral("station"))) {
     const QStringList parts = parser_.value(QStringLiteral("station")).split(QLatin1Char(','));
-    std::array<double, 3> numbers{};
+    // Latitude, longitude and height.
+    constexpr std::array<double, 3> most{90, 360, 10000};
     bool fits = parts.size() == 3;
-    for (qsizetype i = 0; fits && i < 3; ++i) numbers[static_cast<std::size_t>(i)] = parts[i].toDouble(&fits);
-    const auto [latitude, longitude, height] = numbers;
-    if (!fits || !IsWithin(latitude, -90, 90) || !IsWithin(longitude, -360, 360) ||
-        !IsWithin(height, -10000, 10000)) {
+    for (std::size_t i = 0; fits && i < most.size(); ++i) {
+      const std::optional<double> number = NumberIn(parts[static_cast<qsizetype>(i)]);
+      fits = number && IsWithin(*number, -most[i], most[i]);
+    }
+    if (!fits) {
       throw UsageError(
           QStringLiteral("--station wants latitude, longitude and height in metres, as in 55.905,-3.2,150"));
     }
@@ -203,12 +205,10 @@ orbit::TDateTime ParseDate(const QString& text) {
 }
 
 double ParseMoment(const QString& text) {
-  bool isNumber = false;
-  const double jd = text.toDouble(&isNumber);
-  if (isNumber) {
-    if (!(jd >= 2415020.5 && jd < 2524593.5))
+  if (const std::optional<double> jd = NumberIn(text)) {
+    if (*jd < 2415020.5 || *jd >= 2524593.5)
       throw UsageError(QStringLiteral("'%1' is not a Julian date from 1900 to 2199").arg(text));
-    return jd;
+    return *jd;
   }
   QString plain = text;
   if (plain.endsWith(QLatin1Char('Z'))) plain.chop(1);

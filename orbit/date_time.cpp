@@ -1,11 +1,11 @@
 #include "orbit/date_time.h"
 
 #include <array>
-#include <charconv>
 #include <chrono>
 #include <cmath>
 
 #include "orbit/element_fields.h"
+#include "orbit/number_text.h"
 #include "orbit/scalar_math.h"
 
 namespace pelorin::orbit {
@@ -17,17 +17,6 @@ using std::chrono::sys_days;
 constexpr sys_days kDayZero = std::chrono::year{1899} / 12 / 30;
 constexpr double kMillisecondsPerDay = 1000 * kSecondsPerDay;
 constexpr double kMostDays = 9e6;
-
-/// `length` characters at `position` as a number without a sign.
-int NumberAt(std::string_view text, std::size_t position, std::size_t length) {
-  const std::string_view field = position < text.size() ? text.substr(position, length) : std::string_view();
-  unsigned value = 0;
-  const auto [stop, error] = std::from_chars(field.data(), field.data() + field.size(), value);
-  if (error != std::errc() || stop != field.data() + field.size() || field.size() != length) {
-    throw ConvertError("'" + std::string(field) + "' is not a valid integer value");
-  }
-  return static_cast<int>(value);
-}
 
 }  // namespace
 
@@ -115,13 +104,13 @@ TDateTime ParseTimeString(std::string_view text, TDateTime now) {
     throw ConvertError("'" + std::string(text) + "' is not a time as in 02231015 or 20220223101530");
   }
   int year = TakeApart(now).Year;
-  if (const int head = NumberAt(text, 0, 4); head >= 1231 && text.size() > 10) {
+  if (const int head = DigitsAt(text, 0, 4); head >= 1231 && text.size() > 10) {
     year = head;
     text.remove_prefix(4);
   }
-  const int second = text.size() > 8 ? NumberAt(text, 8, 2) : 0;
-  return MakeDateTime(year, NumberAt(text, 0, 2), NumberAt(text, 2, 2), NumberAt(text, 4, 2),
-                      NumberAt(text, 6, 2), second);
+  const int second = text.size() > 8 ? DigitsAt(text, 8, 2) : 0;
+  return MakeDateTime(year, DigitsAt(text, 0, 2), DigitsAt(text, 2, 2), DigitsAt(text, 4, 2),
+                      DigitsAt(text, 6, 2), second);
 }
 
 }  // namespace pelorin::orbit

@@ -1,31 +1,21 @@
 #include "orbit/element_fields.h"
 
 #include <algorithm>
-#include <charconv>
-#include <cmath>
+
+#include "orbit/number_text.h"
 
 namespace pelorin::orbit {
 namespace {
 
 constexpr char DigitOf(int number) { return static_cast<char>('0' + number % 10); }
 
-/// The columns of a field with their blanks filled, without a leading "+", which std::from_chars refuses.
-/// Fields are short enough to stay out of the heap.
+/// The columns of a field with their blanks filled. Fields are short enough to stay out of the heap.
 std::string FilledField(std::string_view line, int firstColumn, int length) {
   const auto first = static_cast<std::size_t>(firstColumn - 1);
   std::string field(first < line.size() ? line.substr(first, static_cast<std::size_t>(length))
                                         : std::string_view());
   ZeroFill(field);
-  if (field.size() > 1 && field[0] == '+' && field[1] != '-' && field[1] != '+') field.erase(0, 1);
   return field;
-}
-
-/// The whole of a field as a number, or 0.
-template <class Number>
-Number WholeOrZero(const std::string& field) {
-  Number value = 0;
-  const auto [stop, error] = std::from_chars(field.data(), field.data() + field.size(), value);
-  return error == std::errc() && stop == field.data() + field.size() ? value : 0;
 }
 
 }  // namespace
@@ -61,23 +51,12 @@ bool TakeLine(std::string_view& text, std::string_view& line) {
   return true;
 }
 
-std::optional<double> DecimalNumber(std::string_view text) {
-  text = Trimmed(text);
-  if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
-  double value = 0;
-  const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-  const bool whole = error == std::errc() && stop == text.data() + text.size();
-  return whole && std::isfinite(value) ? std::optional(value) : std::nullopt;
-}
-
 int IntegerField(std::string_view line, int firstColumn, int length) {
-  return WholeOrZero<int>(FilledField(line, firstColumn, length));
+  return WholeNumber(FilledField(line, firstColumn, length)).value_or(0);
 }
 
 double RealField(std::string_view line, int firstColumn, int length) {
-  const std::string field = FilledField(line, firstColumn, length);
-  // "inf" and "nan" are numbers to from_chars and never to an element line.
-  return field.find_first_not_of("0123456789.+-eE") == std::string::npos ? WholeOrZero<double>(field) : 0;
+  return DecimalNumber(FilledField(line, firstColumn, length)).value_or(0);
 }
 
 }  // namespace pelorin::orbit

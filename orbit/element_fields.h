@@ -1,10 +1,9 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 
-/// Lines, columns and numbers of element files.
+/// Lines and columns of element files.
 namespace pelorin::orbit {
 
 /// Two digits of 0 … 99.
@@ -24,9 +23,6 @@ std::string UpperCased(std::string_view text);
 
 /// Takes the next line off the text, without its end (CR LF or LF); false, and an empty line, at the end.
 bool TakeLine(std::string_view& text, std::string_view& line);
-
-/// The whole of a text, blanks at its ends aside, as a finite decimal number.
-std::optional<double> DecimalNumber(std::string_view text);
 
 /// The signed integer in `length` columns from `firstColumn` (1-based) on, blanks read as zeros.
 /// Columns beyond the line's end are missing; anything unreadable is 0.

@@ -7,6 +7,7 @@
 #include "orbit/date_time.h"
 #include "orbit/element_fields.h"
 #include "orbit/julian_date.h"
+#include "orbit/number_text.h"
 #include "orbit/scalar_math.h"
 
 namespace pelorin::orbit {

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "orbit/number_text.h"
+
 namespace pelorin::swath {
 
 double ToOffsetStep(double seconds) {
@@ -13,9 +15,8 @@ double ToOffsetStep(double seconds) {
 ClockCorrections::ClockCorrections(const QString& saved) {
   for (const QString& entry : saved.split(u';', Qt::SkipEmptyParts)) {
     const qsizetype sign = entry.lastIndexOf(u'=');
-    bool isNumber = false;
-    const double seconds = entry.mid(sign + 1).toDouble(&isNumber);
-    if (sign > 0 && isNumber && std::isfinite(seconds)) clocks_[entry.left(sign)] = ToOffsetStep(seconds);
+    const std::optional<double> seconds = orbit::DecimalNumber(entry.mid(sign + 1).toStdString());
+    if (sign > 0 && seconds) clocks_[entry.left(sign)] = ToOffsetStep(*seconds);
   }
 }
 
