@@ -47,10 +47,10 @@ struct Pass {
 };
 
 void GroundPointsOfOneLine(benchmark::State& state) {
-  orbit::TSatellite satellite = Noaa19();
+  const orbit::TSatellite satellite = Noaa19();
   const swath::GroundTrack track = swath::TrackAt(satellite, satellite.Epoch);
-  swath::BuildScanTable(satellite, swath::kHalfLinePixels, track.Below.Altitude);
-  const swath::ScanDistances distances = swath::DistancesOf(satellite);
+  const swath::ScanDistances distances =
+      swath::ScanDistancesOf(swath::ScannerFamily::Noaa, track.Below.Altitude);
   swath::GroundLine line;
   for (auto _ : state) {
     swath::FillGroundLine(track, distances, line);
@@ -61,10 +61,10 @@ BENCHMARK(GroundPointsOfOneLine)->Unit(benchmark::kMicrosecond);
 
 /// The same with the library's arctangents, point by point: what the line above is measured against.
 void GroundPointsOneByOne(benchmark::State& state) {
-  orbit::TSatellite satellite = Noaa19();
+  const orbit::TSatellite satellite = Noaa19();
   const swath::GroundTrack track = swath::TrackAt(satellite, satellite.Epoch);
-  swath::BuildScanTable(satellite, swath::kHalfLinePixels, track.Below.Altitude);
-  const swath::ScanDistances distances = swath::DistancesOf(satellite);
+  const swath::ScanDistances distances =
+      swath::ScanDistancesOf(swath::ScannerFamily::Noaa, track.Below.Altitude);
   for (auto _ : state) {
     for (const double distance : distances) benchmark::DoNotOptimize(swath::PointAcross(track, distance));
   }
@@ -74,8 +74,8 @@ BENCHMARK(GroundPointsOneByOne)->Unit(benchmark::kMicrosecond);
 void OneScanLine(benchmark::State& state) {
   Pass pass;
   const swath::GroundTrack track = swath::TrackAt(pass.request.Satellite, pass.request.Satellite.Epoch);
-  swath::BuildScanTable(pass.request.Satellite, swath::kHalfLinePixels, track.Below.Altitude);
-  const swath::ScanDistances distances = swath::DistancesOf(pass.request.Satellite);
+  const swath::ScanDistances distances =
+      swath::ScanDistancesOf(swath::ScannerFamily::Noaa, track.Below.Altitude);
   const GroundColours colours({&*pass.topography, nullptr}, &*pass.master, Marks::All);
   const ScanLineWriter writer(colours);
   swath::GroundLine line;

@@ -4,6 +4,7 @@
 #include "cli/known_scanners.h"
 #include "cli/options.h"
 #include "cli/table.h"
+#include "orbit/element_fields.h"
 #include "orbit/scalar_math.h"
 #include "swath/ground_track.h"
 #include "swath/line_of_sight.h"
@@ -27,27 +28,27 @@ void RunScan(const QStringList& list) {
                              {QStringLiteral("height"), QStringLiteral("KM"),
                               QStringLiteral("The satellite's height, 100 to 50000 km.")}},
                             list);
-  orbit::TSatellite satellite;
-  satellite.SetIdentity(arguments.Required(QStringLiteral("satellite")).toStdString(), "");
+  const std::string name = arguments.Required(QStringLiteral("satellite")).toStdString();
+  const swath::ScannerFamily family = swath::ScannerFamilyOf(orbit::UpperCased(orbit::Trimmed(name)));
   arguments.Required(QStringLiteral("height"));
-  Say(QStringLiteral("Scan half-angle for that name: %1 degrees.")
-          .arg(swath::FamilyHalfAngle(swath::ScannerFamilyOf(satellite.Name))));
-  swath::BuildScanTable(satellite, kHalfLinePixels,
-                        arguments.Number(QStringLiteral("height"), 0, 100, 50000));
+  Say(QStringLiteral("Scan half-angle for that name: %1 degrees.").arg(swath::FamilyHalfAngle(family)));
+  const swath::ScanDistances distances =
+      swath::ScanDistancesOf(family, arguments.Number(QStringLiteral("height"), 0, 100, 50000));
   Table table({QStringLiteral("pixel"), QStringLiteral("distance_km")}, false);
-  for (int i = 0; i <= kHalfLinePixels; ++i) table.Add({i, Cell(swath::CrossTrackOffset(satellite, i), 6)});
+  for (int i = 0; i <= kHalfLinePixels; ++i) table.Add({i, Cell(distances[swath::ScanIndex(i)], 6)});
   table.Finish();
 }
 
 namespace {
 
 /// Positions as the classic table of distances has them.
-void PrintClassicLine(orbit::TSatellite& satellite, const swath::GroundTrack& track) {
-  swath::BuildScanTable(satellite, kHalfLinePixels, track.Below.Altitude);
+void PrintClassicLine(const orbit::TSatellite& satellite, const swath::GroundTrack& track) {
+  const swath::ScanDistances distances =
+      swath::ScanDistancesOf(swath::ScannerFamilyOf(satellite.Name), track.Below.Altitude);
   Table table({QStringLiteral("position"), QStringLiteral("latitude_deg"), QStringLiteral("longitude_deg")},
               false);
   for (int s = -kHalfLinePixels; s <= kHalfLinePixels; ++s) {
-    const swath::GroundPoint point = swath::PointAcross(track, swath::CrossTrackOffset(satellite, s));
+    const swath::GroundPoint point = swath::PointAcross(track, distances[swath::ScanIndex(s)]);
     table.Add({s, Cell(point.LatitudeDeg, 6), Cell(point.LongitudeDeg, 6)});
   }
   table.Finish();
@@ -114,7 +115,7 @@ void RunLine(const QStringList& list) {
   const swath::ScannerTable scanners = wanted.isEmpty() ? swath::ScannerTable() : KnownScanners();
   const swath::Scanner* scanner = wanted.isEmpty() ? nullptr : &ScannerNamed(scanners, wanted);
 
-  orbit::TSatellite satellite = ChooseSet(*arguments.ElementSets(), name, jd, arguments);
+  const orbit::TSatellite satellite = ChooseSet(*arguments.ElementSets(), name, jd, arguments);
   const swath::GroundTrack track = swath::TrackAt(satellite, jd);
   if (!std::isfinite(track.Below.Altitude)) {
     throw Failure(QStringLiteral("The elements give no position for that moment"));

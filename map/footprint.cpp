@@ -51,7 +51,7 @@ std::vector<Stroke> Footprint(const MapFrame& frame, double latitudeDeg, double 
     const double outward = cosRadius * cosLat - north * sinLat;
     const double degreesNorth = orbit::Degrees(orbit::ArcSin(cosRadius * sinLat + north * cosLat));
     // Brought back to −180 … 180, or the half of the circle beyond 180° W would lie left of the map.
-    const double degreesEast = std::remainder(orbit::Degrees(longitude + std::atan2(east, outward)), 360.0);
+    const double degreesEast = orbit::Degrees(orbit::SignedAngle(longitude + std::atan2(east, outward)));
     const QPoint point = MapPoint(frame, degreesNorth, degreesEast);
     if (std::abs(point.x() - previousX) > frame.Width / 5) finish();
     stroke.push_back(point);

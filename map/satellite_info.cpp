@@ -13,12 +13,11 @@ SatelliteInfo InfoOf(const orbit::TSatellite& satellite, const orbit::SatelliteS
   orbit::LookAngles(state.Position, state.Velocity, station, jd, look, info.Visible);
   orbit::Geodetic below;
   orbit::SatLatLonAlt(state.Position, jd, below);
-  const double longitude = below.Longitude > orbit::kPi ? below.Longitude - orbit::kTwoPi : below.Longitude;
   const double azimuthDeg = orbit::Degrees(look.Azimuth);
   info.ElevationDeg = orbit::Degrees(look.Elevation);
   info.StatusText =
       QString::asprintf("Lat: %.0f°  Lon: %.0f°  Alt: %.0fkm  ", orbit::Degrees(below.Latitude),
-                        orbit::Degrees(longitude), below.Altitude) +
+                        orbit::Degrees(orbit::SignedAngle(below.Longitude)), below.Altitude) +
       QString::asprintf("Az: %.0f°  El: %.1f°  Range: %.0fkm  Dop: %.0fHz  Sig: %.0fdBm", azimuthDeg,
                         info.ElevationDeg, look.Range, orbit::DopplerHz(look.RangeRate),
                         orbit::SignalDbm(look.Range, info.Visible));

@@ -1,11 +1,9 @@
 #include "map/sky.h"
 
-#include <cmath>
 #include <optional>
 #include <thread>
 
 #include "orbit/julian_date.h"
-#include "orbit/model_constants.h"
 #include "orbit/observer.h"
 #include "orbit/scalar_math.h"
 #include "orbit/sun.h"
@@ -19,19 +17,15 @@ namespace {
 constexpr int kSatellitesBetweenYields = 250;
 constexpr qsizetype kNamesInTip = 12;
 
-double MapLongitudeDeg(double longitude) {
-  return orbit::Degrees(longitude > orbit::kPi ? longitude - orbit::kTwoPi : longitude);
-}
-
 /// Where the satellite is at `jd`, if anywhere; `state` goes with it.
 std::optional<PlaceBelow> Locate(const orbit::TSatellite& satellite, double jd,
                                  orbit::SatelliteState& state) {
   state = orbit::SatelliteStateKm(satellite, jd);
-  if (!(state.Position.w <= orbit::kFarthestKm) || !std::isfinite(state.Velocity.w)) return std::nullopt;
   orbit::Geodetic below;
   orbit::SatLatLonAlt(state.Position, jd, below);
-  if (!(below.Altitude >= 0)) return std::nullopt;
-  return PlaceBelow{orbit::Degrees(below.Latitude), MapLongitudeDeg(below.Longitude), below.Altitude};
+  if (!orbit::IsAboveTheEarth(state, below)) return std::nullopt;
+  return PlaceBelow{orbit::Degrees(below.Latitude), orbit::Degrees(orbit::SignedAngle(below.Longitude)),
+                    below.Altitude};
 }
 
 PlaceBelow SubSolarPlace(double jd) {
@@ -39,7 +33,7 @@ PlaceBelow SubSolarPlace(double jd) {
   orbit::SunPosition(jd, sun);
   double latitude = 0, longitude = 0;
   orbit::SatGeocentricLatLon(sun, jd, latitude, longitude);
-  return {orbit::Degrees(latitude), MapLongitudeDeg(longitude), 0};
+  return {orbit::Degrees(latitude), orbit::Degrees(orbit::SignedAngle(longitude)), 0};
 }
 
 }  // namespace

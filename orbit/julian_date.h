@@ -30,6 +30,8 @@ double JulianDateOfDateTime(TDateTime moment);
 
 TDateTime DateTimeOfJulianDate(double jd);
 
+// Of the described interface; the program itself writes moments by FormatDateTime.
+
 /// The calendar date as 11 characters, "2001 Nov 15", of a moment rounded to `places` decimals of a second
 /// (Meeus, 1991).
 std::string JulianDateToString(double jd, int places);

@@ -54,16 +54,14 @@ double SignalDbm(double range, bool visible) {
 ElevationFrame::ElevationFrame(const Observer& observer)
     : longitude_(observer.Longitude),
       sinLat_(std::sin(observer.Latitude)),
-      cosLat_(std::cos(observer.Latitude)) {
-  const double c = 1 / std::sqrt(1 - kEccentricitySquared * sinLat_ * sinLat_);
-  equatorial_ = (XKMPER * c + observer.Height) * cosLat_;
-  polar_ = (XKMPER * kOneMinusFlattening * kOneMinusFlattening * c + observer.Height) * sinLat_;
-}
+      cosLat_(std::cos(observer.Latitude)),
+      station_(DistancesOfStation(observer)) {}
 
 double ElevationFrame::Elevation(const Vector& sat, double julianDate) const {
   const double theta = ThetaGOfJulianDate(julianDate) + longitude_;
   const double sinTheta = std::sin(theta), cosTheta = std::cos(theta);
-  const double x = sat.x - equatorial_ * cosTheta, y = sat.y - equatorial_ * sinTheta, z = sat.z - polar_;
+  const double x = sat.x - station_.FromAxis * cosTheta, y = sat.y - station_.FromAxis * sinTheta,
+               z = sat.z - station_.AboveEquator;
   const double up = cosLat_ * (cosTheta * x + sinTheta * y) + sinLat_ * z;
   double elevation = 0;
   ApplyRefraction(ArcSin(up / std::sqrt(x * x + y * y + z * z)), elevation);

@@ -37,7 +37,8 @@ class ElevationFrame {
   double Elevation(const Vector& satPosition, double julianDate) const;
 
  private:
-  double longitude_, sinLat_, cosLat_, equatorial_, polar_;
+  double longitude_, sinLat_, cosLat_;
+  StationDistances station_;
 };
 
 }  // namespace pelorin::orbit

@@ -16,10 +16,6 @@ inline constexpr double A3OVK2 = 0.004690140306468832;  ///< −J3 / CK2
 inline constexpr double k125CK4 = 7.762359375e-7;       ///< 1.25 CK4, CK4 = −⅜ J4
 inline constexpr double kTwoThirds = 2.0 / 3.0;
 
-/// Beyond, the Sun's pull is stronger than the Earth's: the radius of its sphere of influence (Hill), km. The
-/// model's positions out there are those of a satellite that has long come down.
-inline constexpr double kFarthestKm = 1.5e6;
-
 inline constexpr double kSecondsPerMinute = 60;
 
 /// Orbits of this period (minutes) and longer are deep-space.

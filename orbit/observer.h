@@ -21,6 +21,12 @@ struct Geodetic {
   double Theta = 0;      ///< radians: right ascension
 };
 
+/// Where a station stands in the Earth: its distances from the axis and from the equator's plane, km.
+struct StationDistances {
+  double FromAxis, AboveEquator;
+};
+StationDistances DistancesOfStation(const Observer& observer);
+
 /// A station from degrees and metres; the longitude may be given as −180 … 180 or 0 … 360.
 Observer ObserverFromDegrees(double latitudeDeg, double longitudeDeg, double heightM);
 

@@ -8,6 +8,12 @@
 #include "orbit/sgp4.h"
 
 namespace pelorin::orbit {
+namespace {
+
+/// Beyond, the Sun's pull is stronger than the Earth's: the radius of its sphere of influence (Hill), km.
+constexpr double kFarthestKm = 1.5e6;
+
+}  // namespace
 
 void PropagateSinceEpoch(const TSatellite& satellite, double tsince, Vector& position, Vector& velocity) {
   PropagatorState& state = satellite.Propagator;
@@ -45,6 +51,10 @@ SatelliteState SatelliteStateKm(const TSatellite& satellite, double julianDate) 
   Propagate(satellite, julianDate, state.Position, state.Velocity);
   ConvertSatState(state.Position, state.Velocity);
   return state;
+}
+
+bool IsAboveTheEarth(const SatelliteState& state, const Geodetic& below) {
+  return state.Position.w <= kFarthestKm && std::isfinite(state.Velocity.w) && below.Altitude >= 0;
 }
 
 bool CanPropagate(const TSatellite& satellite) {

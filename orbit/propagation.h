@@ -1,5 +1,6 @@
 #pragma once
 
+#include "orbit/observer.h"
 #include "orbit/satellite.h"
 #include "orbit/vector.h"
 
@@ -24,6 +25,10 @@ void ConvertSatState(Vector& position, Vector& velocity);
 
 /// Propagate and ConvertSatState in one step.
 SatelliteState SatelliteStateKm(const TSatellite& satellite, double julianDate);
+
+/// Whether a state is one of a satellite of the Earth; `below` is its sub-satellite point. Past a decay the
+/// model goes on with numbers that are below the ground, farther than any satellite, or none at all.
+bool IsAboveTheEarth(const SatelliteState& state, const Geodetic& below);
 
 /// Whether the elements describe an orbit at all: a turn of at most a year, a perigee above the ground, and a
 /// position at the epoch.

@@ -41,13 +41,16 @@ class TSatellite {
   double Epoch = 0;             ///< Julian date
   double EpochRaw = 0;          ///< yyddd.dddddddd
 
-  std::vector<double> ScanTable;  ///< BuildScanTable fills it
-  int LinesPerMinute = 120;       ///< lines of the received picture
-  std::string Name;               ///< upper case, trimmed
-  std::string SourceFile;         ///< element file without its folder
+  int LinesPerMinute = 120;  ///< lines of the received picture
+  std::string Name;          ///< upper case, trimmed
+  std::string SourceFile;    ///< element file without its folder
+
+  // Of the described record; the program itself does not read these. Where a scanner looks is told by
+  // swath::FamilyHalfAngle and swath::ScanDistancesOf, whose angles are others.
   bool Valid = false;             ///< a pair of element lines has been read
   double ScanHalfAngle = 45.0;    ///< degrees
-  bool IsNoaaScanner = false;
+  bool IsNoaaScanner = false;     ///< one of the first generation's names
+  std::vector<double> ScanTable;  ///< what BuildScanTable was last asked for
 
   /// Private to propagation: the model worked out of the elements by the first call after ParseElements or
   /// TakeElements. Results never depend on it, so a satellite that is only computed with is const.
@@ -61,7 +64,7 @@ class TSatellite {
   void TakeElements(const PublishedElements& elements);
 
   /// Takes over the name line and the element file's name (its folder is cut off) and sets what depends on
-  /// the name: scan half-angle, lines per minute, scanner family.
+  /// the name: lines per minute, ScanHalfAngle and IsNoaaScanner.
   void SetIdentity(std::string_view nameLine, std::string_view fileName);
 
   /// What all sets of one satellite share, in whatever form its number is written; empty for a number cut

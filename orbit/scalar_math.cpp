@@ -32,4 +32,6 @@ double Modulus(double x, double m) {
 
 double FMod2p(double x) { return Modulus(x, kTwoPi); }
 
+double SignedAngle(double x) { return std::remainder(x, kTwoPi); }
+
 }  // namespace pelorin::orbit

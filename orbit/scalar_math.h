@@ -44,6 +44,10 @@ double Modulus(double x, double m);
 /// An angle reduced to [0, 2π).
 double FMod2p(double x);
 
+/// An angle reduced to [−π, π]: a longitude as people write it.
+double SignedAngle(double x);
+
+/// Of the described interface; the program itself calls std::min and std::max.
 constexpr int MinInt(int a, int b) { return a < b ? a : b; }
 constexpr int MaxInt(int a, int b) { return a > b ? a : b; }
 

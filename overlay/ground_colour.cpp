@@ -42,9 +42,9 @@ std::uint32_t GroundColours::BaseColour(int southMin, int eastMin, BaseRow& row)
   const auto scaled = [](int size, int minutes, int range) {
     return std::min(static_cast<int>(std::int64_t{size} * minutes / range), size - 1);
   };
-  const int number = scaled(base_.height(), southMin, 10800);
+  const int number = scaled(base_.height(), southMin, swath::kMinutesOfTurn / 2);
   if (number != row.number) row = {number, reinterpret_cast<const QRgb*>(base_.constScanLine(number))};
-  return row.pixels[scaled(base_.width(), (eastMin + 10800) % 21600, 21600)];
+  return row.pixels[scaled(base_.width(), swath::MinutesFromDateLine(eastMin), swath::kMinutesOfTurn)];
 }
 
 void GroundColours::ColourLine(const swath::GroundLine& line,
@@ -57,8 +57,7 @@ void GroundColours::ColourLine(const swath::GroundLine& line,
     if (master_) {
       // The master's pixels stand for the points at their middle: the nearest one counts.
       const int masterRow = std::min(MasterPixels(southMin), kMasterHeight - 1);
-      const int westMin = eastMin >= 10800 ? eastMin - 10800 : eastMin + 10800;
-      const int column = MasterPixels(westMin);
+      const int column = MasterPixels(swath::MinutesFromDateLine(eastMin));
       index = master_->Row(masterRow)[column < kMasterWidth ? column : 0];
     }
     indices[i] = index;

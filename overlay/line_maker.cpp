@@ -10,16 +10,12 @@ namespace {
 /// weather satellites: within it one table serves.
 constexpr double kHeightTolerance = 0.05;
 
-/// Past a decay the model goes on with numbers that are no place of a satellite.
-bool IsPlace(const swath::GroundTrack& track) {
-  return track.Inertial.Position.w <= orbit::kFarthestKm && std::isfinite(track.Inertial.Velocity.w) &&
-         track.Below.Altitude >= 0;
-}
-
 }  // namespace
 
 LineMaker::LineMaker(const orbit::TSatellite& satellite, const OverlaySources& sources, Marks marks)
-    : satellite_(satellite), colours_(sources.Ground, sources.Master, marks) {
+    : satellite_(satellite),
+      family_(swath::ScannerFamilyOf(satellite.Name)),
+      colours_(sources.Ground, sources.Master, marks) {
   if (!orbit::CanPropagate(satellite_)) {
     throw OverlayError("The elements of " + satellite_.Name + " describe no orbit");
   }
@@ -27,15 +23,14 @@ LineMaker::LineMaker(const orbit::TSatellite& satellite, const OverlaySources& s
 
 void LineMaker::FollowHeight(double heightKm) {
   if (std::fabs(heightKm - distancesFor_) <= kHeightTolerance) return;
-  swath::BuildScanTable(satellite_, swath::kHalfLinePixels, heightKm);
-  distances_ = swath::DistancesOf(satellite_);
+  distances_ = swath::ScanDistancesOf(family_, heightKm);
   distancesFor_ = heightKm;
 }
 
 const swath::GroundTrack& LineMaker::Make(double julianDate, MinuteMarker marker, bool turned,
                                           std::span<std::uint32_t> pixels, std::span<std::uint8_t> indices) {
   track_ = swath::TrackAt(satellite_, julianDate);
-  if (!IsPlace(track_)) {
+  if (!orbit::IsAboveTheEarth(track_.Inertial, track_.Below)) {
     throw OverlayError(
         "The elements of " + satellite_.Name + " give no position for " +
         orbit::FormatDateTime("yyyy mmm dd, hh:nn:ss", orbit::DateTimeOfJulianDate(julianDate)));

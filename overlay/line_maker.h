@@ -43,7 +43,8 @@ class LineMaker {
  private:
   void FollowHeight(double heightKm);
 
-  orbit::TSatellite satellite_;
+  orbit::TSatellite satellite_;  ///< its own: the list may be loaded anew while a flight runs
+  swath::ScannerFamily family_;
   GroundColours colours_;
   ScanLineWriter writer_{colours_};
   swath::GroundTrack track_{};

@@ -6,11 +6,13 @@
 
 #include "overlay/indexed_raster.h"
 #include "overlay/palette.h"
+#include "swath/ground_track.h"
 
 namespace pelorin::overlay {
-namespace {
 
-constexpr int kMinutesOfTurn = 21600;
+using swath::kMinutesOfTurn;
+
+namespace {
 
 void DrawGrid(IndexedRaster& raster, const MasterStatus& status) {
   status(QStringLiteral("Overlay master image, generating longitude lines..."));
@@ -58,7 +60,7 @@ int MasterColumn(int longitudeMin) {
   return MasterPixels(longitudeMin + kMinutesOfTurn / 2 + turns * kMinutesOfTurn) - turns * kMasterWidth;
 }
 
-int MasterRow(int latitudeMin) { return MasterPixels(5400 - latitudeMin); }
+int MasterRow(int latitudeMin) { return MasterPixels(kMinutesOfTurn / 4 - latitudeMin); }
 
 picture::IndexedImage DrawMaster(const std::vector<TPolyObject>& polygons, const MasterStatus& status) {
   status(QStringLiteral("Creating overlay master image, please wait..."));

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "swath/ground_track.h"
+
 namespace pelorin::overlay {
 namespace {
 
@@ -31,7 +33,7 @@ int Topography::ElevationAt(int southMin, int eastMin) const {
     return static_cast<std::int16_t>(at[0] | at[1] << 8);
   }
   if (layout_ == Layout::BigEndianFromDateLine) {
-    const int column = (eastMin + 10800) % 21600 / 5;
+    const int column = swath::MinutesFromDateLine(eastMin) / 5;
     const std::uint8_t* at = file_.Data() + 2 * (std::ptrdiff_t{row} * kBigEndianColumns + column);
     return static_cast<std::int16_t>(at[0] << 8 | at[1]);
   }

@@ -78,9 +78,7 @@ class ReportedSatellite {
 }  // namespace
 
 QString StationText(const orbit::Observer& station) {
-  double longitude = orbit::Degrees(station.Longitude);
-  if (longitude > 180) longitude -= 360;
-  return AngleText(longitude, u'W', u'E') + QStringLiteral(", ") +
+  return AngleText(orbit::Degrees(orbit::SignedAngle(station.Longitude)), u'W', u'E') + QStringLiteral(", ") +
          AngleText(orbit::Degrees(station.Latitude), u'S', u'N');
 }
 

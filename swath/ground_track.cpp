@@ -83,14 +83,6 @@ GroundPoint PointAcross(const GroundTrack& track, double scanKm) {
   return {Degrees(std::atan2(parts.up, parts.out)), Degrees(std::atan2(p.y, p.x))};
 }
 
-ScanDistances DistancesOf(const TSatellite& satellite) {
-  ScanDistances distances;
-  for (int s = -kHalfLinePixels; s <= kHalfLinePixels; ++s) {
-    distances[static_cast<std::size_t>(s + kHalfLinePixels)] = CrossTrackOffset(satellite, s);
-  }
-  return distances;
-}
-
 // Machines of the last ten years work on four points at a time; which code runs is decided when the program
 // starts.
 #if defined(__x86_64__) && defined(__linux__) && defined(__GNUC__) && !defined(__clang__) && \
@@ -98,7 +90,7 @@ ScanDistances DistancesOf(const TSatellite& satellite) {
 [[gnu::target_clones("default", "avx2")]]
 #endif
 void FillGroundLine(const GroundTrack& track, const ScanDistances& distances, GroundLine& line) {
-  constexpr double minutesPerRadian = 10800 / kPi;
+  constexpr double minutesPerRadian = kMinutesOfTurn / kTwoPi;
   const Vector p = track.Position, n = track.Across;
   // Latitudes as minutes from the pole and longitudes as minutes from 360° W are positive: adding a half and
   // cutting rounds them to the nearest.
@@ -109,14 +101,14 @@ void FillGroundLine(const GroundTrack& track, const ScanDistances& distances, Gr
     const double r = std::sqrt(x * x + y * y);
     const LatitudeParts parts = GeodeticLatitude(r, z);
     south[i] = (kPi / 2 - QuickAtan2(parts.up, parts.out)) * minutesPerRadian + 0.5;
-    east[i] = QuickAtan2(y, x) * minutesPerRadian + 21600.5;
+    east[i] = QuickAtan2(y, x) * minutesPerRadian + (kMinutesOfTurn + 0.5);
   }
   for (std::size_t i = 0; i < kScanPositions; ++i) {
     // Written so that what is no number becomes 0: whatever comes in, the minutes point into maps.
     const auto southMin = static_cast<std::int32_t>(south[i] > 0 && south[i] < 10801 ? south[i] : 0.0);
     const auto eastMin = static_cast<std::int32_t>(east[i] > 0 && east[i] < 43201 ? east[i] : 0.0);
     line.SouthMin[i] = southMin > 10800 ? 10800 : southMin;
-    line.EastMin[i] = eastMin >= 21600 ? eastMin - 21600 : eastMin;
+    line.EastMin[i] = eastMin >= kMinutesOfTurn ? eastMin - kMinutesOfTurn : eastMin;
   }
 }
 

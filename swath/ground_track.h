@@ -10,9 +10,6 @@
 /// The ground below one scan line.
 namespace pelorin::swath {
 
-/// Positions of a line, −454 … 454.
-inline constexpr int kScanPositions = 2 * kHalfLinePixels + 1;
-
 /// A satellite at one moment as a scan line needs it: in axes that turn with the Earth (x through Greenwich),
 /// km.
 struct GroundTrack {
@@ -29,20 +26,24 @@ struct GroundPoint {
   double LatitudeDeg, LongitudeDeg;
 };
 
-/// Ground point below the point `scanKm` from the satellite along the orbit normal (CrossTrackOffset gives
+/// Ground point below the point `scanKm` from the satellite along the orbit normal (ScanDistancesOf gives
 /// it). Flattened Earth, the latitude is the geodetic one; Bowring's (1976) closed form, exact to a
 /// millimetre at satellite heights.
 GroundPoint PointAcross(const GroundTrack& track, double scanKm);
 
-/// A whole line in minutes of arc, position s at index s + 454: minutes south of the north pole, 0 … 10800,
+inline constexpr int kMinutesOfTurn = 21600;
+
+/// Minutes east of 180° W, where world images begin, of minutes east of Greenwich; both 0 … 21599.
+constexpr int MinutesFromDateLine(int eastMin) {
+  constexpr int half = kMinutesOfTurn / 2;
+  return eastMin >= half ? eastMin - half : eastMin + half;
+}
+
+/// A whole line in minutes of arc, by ScanIndex: minutes south of the north pole, 0 … 10800,
 /// and minutes east of Greenwich, 0 … 21599, both to the nearest.
 struct GroundLine {
   std::array<std::int32_t, kScanPositions> SouthMin, EastMin;
 };
-
-/// The signed scan distances of a whole line, in its order, from a satellite's ScanTable.
-using ScanDistances = std::array<double, kScanPositions>;
-ScanDistances DistancesOf(const orbit::TSatellite& satellite);
 
 /// PointAcross for every position of a line at once, fit for millions of points a second.
 void FillGroundLine(const GroundTrack& track, const ScanDistances& distances, GroundLine& line);

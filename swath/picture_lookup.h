@@ -26,8 +26,18 @@ struct FoundPicture {
 /// The suffixes of a preference, best first.
 QStringList PictureSuffixes(int preference);
 
-/// The path of the picture with this base name. Folders come first, suffixes second: a less preferred picture
-/// in an earlier folder wins.
+/// Looks for a picture by its key: the path of a file, or a time stamp of which the first eight characters,
+/// "mmddhhnn", count. After the stamp itself the minutes from 2 before to 9 after it are searched, in UTC and
+/// then by the local clock: pictures may be named by standard or daylight time, minutes east of UTC. Folders
+/// come first, suffixes second: a less preferred picture in an earlier folder wins. Raises ConvertError when
+/// the key is neither.
+FoundPicture LookUpPicture(const QString& key, int preference, const QStringList& folders,
+                           int standardOffsetMinutes, int daylightOffsetMinutes,
+                           const BaseNameCallback& onBaseName = {});
+
+// Of the described interface; the program itself calls LookUpPicture, which reads each folder once.
+
+/// The path of the picture with this base name.
 QString FindPicture(const QString& baseName, int preference, const QStringList& folders,
                     const BaseNameCallback& onBaseName = {});
 
@@ -35,13 +45,5 @@ QString FindPicture(const QString& baseName, int preference, const QStringList& 
 /// counted from `start`.
 FoundPicture ScanMinutes(orbit::TDateTime start, int offsetMinutes, int preference,
                          const QStringList& folders, const BaseNameCallback& onBaseName = {});
-
-/// Looks for a picture by its key: the path of a file, or a time stamp of which the first eight characters,
-/// "mmddhhnn", count. After the stamp itself the minutes from 2 before to 9 after it are searched, in UTC and
-/// then by the local clock: pictures may be named by standard or daylight time, minutes east of UTC. Raises
-/// ConvertError when the key is neither.
-FoundPicture LookUpPicture(const QString& key, int preference, const QStringList& folders,
-                           int standardOffsetMinutes, int daylightOffsetMinutes,
-                           const BaseNameCallback& onBaseName = {});
 
 }  // namespace pelorin::swath

@@ -13,7 +13,7 @@ namespace {
 struct AngleStep {
   int first, step;
 };
-constexpr AngleStep kAngleLaw[] = {{1, 8}, {79, 6}, {189, 4}, {272, 3}, {334, 2}, {kHalfLinePixels + 1, 0}};
+constexpr std::array<AngleStep, 5> kAngleLaw{{{1, 8}, {79, 6}, {189, 4}, {272, 3}, {334, 2}}};
 
 }  // namespace
 
@@ -56,19 +56,28 @@ double ScanAngleToGroundDistance(double alpha, double h) {
   return sinGamma / std::sqrt(1 - sinGamma * sinGamma) * (orbit::XKMPER + h);
 }
 
-void BuildScanTable(orbit::TSatellite& satellite, int n, double heightKm) {
-  const double half = FamilyHalfAngle(ScannerFamilyOf(satellite.Name));
-  std::vector<double>& table = satellite.ScanTable;
-  table.resize(static_cast<std::size_t>(n) + 1);
-  table[0] = 0;
+ScanDistances ScanDistancesOf(ScannerFamily family, double heightKm) {
+  const double half = FamilyHalfAngle(family);
+  ScanDistances distances{};
   double angleDeg = 0;
-  const AngleStep* law = kAngleLaw;
-  for (int i = 1; i <= n; ++i) {
-    if (i == law[1].first && law[1].step > 0) ++law;
+  const AngleStep* law = kAngleLaw.begin();
+  for (int i = 1; i <= kHalfLinePixels; ++i) {
+    if (law + 1 != kAngleLaw.end() && i == law[1].first) ++law;
     angleDeg += law->step * half / 2047;
-    // Beyond the law's last pixel the angle is the plain share of the half-angle.
-    const double angle = i <= kHalfLinePixels ? orbit::Radians(angleDeg) : orbit::Radians(i * half / n);
-    table[static_cast<std::size_t>(i)] = ScanAngleToGroundDistance(angle, heightKm);
+    const double distance = ScanAngleToGroundDistance(orbit::Radians(angleDeg), heightKm);
+    distances[ScanIndex(i)] = distance;
+    distances[ScanIndex(-i)] = -distance;
+  }
+  return distances;
+}
+
+void BuildScanTable(orbit::TSatellite& satellite, int n, double heightKm) {
+  const ScannerFamily family = ScannerFamilyOf(satellite.Name);
+  const ScanDistances line = ScanDistancesOf(family, heightKm);
+  satellite.ScanTable.assign(line.begin() + kHalfLinePixels, line.end());
+  for (int i = kHalfLinePixels + 1; i <= n; ++i) {
+    const double angle = orbit::Radians(i * FamilyHalfAngle(family) / n);
+    satellite.ScanTable.push_back(ScanAngleToGroundDistance(angle, heightKm));
   }
 }
 

@@ -72,10 +72,10 @@ TEST(OverlayGenerator, ColoursTellWhereEachPixelLooks) {
   for (const int line : {0, 77, 239}) {
     const double jd = orbit::JulianDateOfDateTime(request.Start) + line * 0.5 / 86400;
     const swath::GroundTrack track = swath::TrackAt(request.Satellite, jd);
-    swath::BuildScanTable(request.Satellite, swath::kHalfLinePixels, track.Below.Altitude);
+    const swath::ScanDistances distances =
+        swath::ScanDistancesOf(swath::ScannerFamily::Noaa, track.Below.Altitude);
     for (int s = -454; s <= 454; s += 10) {
-      const swath::GroundPoint point =
-          swath::PointAcross(track, swath::CrossTrackOffset(request.Satellite, s));
+      const swath::GroundPoint point = swath::PointAcross(track, distances[swath::ScanIndex(s)]);
       const double column = (point.LongitudeDeg + 180) / 10, row = (90 - point.LatitudeDeg) / 10;
       // Away from the cells' edges, where a hundredth of a degree decides.
       if (std::fabs(column - std::round(column)) < 0.06 || std::fabs(row - std::round(row)) < 0.06) continue;

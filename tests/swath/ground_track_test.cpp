@@ -21,23 +21,21 @@ double Apart(double a, double b) { return std::remainder(a - b, 360.0); }
 /// A whole orbit in steps that meet both poles, the date line and Greenwich.
 template <class Check>
 void AlongOneOrbit(Check check) {
-  TSatellite satellite = tests::ReferenceSatellite("NOAA 12");
+  const TSatellite satellite = tests::ReferenceSatellite("NOAA 12");
   for (int minute = 0; minute < 102; minute += 3) {
     const GroundTrack track = TrackAt(satellite, satellite.Epoch + minute / 1440.0);
-    BuildScanTable(satellite, kHalfLinePixels, track.Below.Altitude);
-    check(satellite, track);
+    check(satellite.Epoch, track, ScanDistancesOf(ScannerFamily::Noaa, track.Below.Altitude));
   }
 }
 
 /// The point as the map's own formulas have it: geodetic point below a point along the orbit normal.
 TEST(GroundTrack, PointsLieBelowTheOrbitNormal) {
-  AlongOneOrbit([](const TSatellite& satellite, const GroundTrack& track) {
+  AlongOneOrbit([](double jd, const GroundTrack& track, const ScanDistances& distances) {
     const Vector normal = Cross(track.Inertial.Position, track.Inertial.Velocity);
-    const double jd = satellite.Epoch;  // only differences of longitude are compared
     Geodetic below;
     SatLatLonAlt(track.Inertial.Position, jd, below);
     for (const int s : {-454, -100, 0, 7, 300, 454}) {
-      const double km = CrossTrackOffset(satellite, s);
+      const double km = distances[ScanIndex(s)];
       Geodetic expected;
       SatLatLonAlt(PointAlong(track.Inertial.Position, normal, km), jd, expected);
       const GroundPoint point = PointAcross(track, km);
@@ -50,7 +48,7 @@ TEST(GroundTrack, PointsLieBelowTheOrbitNormal) {
 
 TEST(GroundTrack, PositivePositionsLieEastWhenFlyingSouth) {
   int southBound = 0, northBound = 0;
-  AlongOneOrbit([&](TSatellite&, const GroundTrack& track) {
+  AlongOneOrbit([&](double, const GroundTrack& track, const ScanDistances&) {
     if (std::fabs(Degrees(track.Below.Latitude)) > 60) return;
     const double east = Apart(PointAcross(track, 500).LongitudeDeg, Degrees(track.Below.Longitude));
     const bool south = track.Inertial.Velocity.z < 0;
@@ -62,12 +60,12 @@ TEST(GroundTrack, PositivePositionsLieEastWhenFlyingSouth) {
 }
 
 TEST(GroundTrack, WholeLinesAgreeWithSinglePoints) {
-  AlongOneOrbit([](const TSatellite& satellite, const GroundTrack& track) {
+  AlongOneOrbit([](double, const GroundTrack& track, const ScanDistances& distances) {
     GroundLine line;
-    FillGroundLine(track, DistancesOf(satellite), line);
+    FillGroundLine(track, distances, line);
     for (int s = -kHalfLinePixels; s <= kHalfLinePixels; ++s) {
-      const auto i = static_cast<std::size_t>(s + kHalfLinePixels);
-      const GroundPoint point = PointAcross(track, CrossTrackOffset(satellite, s));
+      const std::size_t i = ScanIndex(s);
+      const GroundPoint point = PointAcross(track, distances[ScanIndex(s)]);
       ASSERT_NEAR(line.SouthMin[i], (90 - point.LatitudeDeg) * 60, 0.501) << s;
       ASSERT_GE(line.EastMin[i], 0);
       ASSERT_LT(line.EastMin[i], 21600);
@@ -79,7 +77,7 @@ TEST(GroundTrack, WholeLinesAgreeWithSinglePoints) {
 /// A ray from the scanner to the ellipsoid, independent of the table's flat detour: half a pixel apart at the
 /// most near the middle, a kilometre or two at the edge of the swath.
 TEST(GroundTrack, AgreesWithARayToTheEllipsoid) {
-  AlongOneOrbit([](const TSatellite& satellite, const GroundTrack& track) {
+  AlongOneOrbit([](double jd, const GroundTrack& track, const ScanDistances& distances) {
     const Vector p = track.Position;
     const double r = std::sqrt(Dot(p, p));
     const double steps[] = {8, 6, 4, 3, 2};
@@ -98,9 +96,9 @@ TEST(GroundTrack, AgreesWithARayToTheEllipsoid) {
       const double c = p.x * p.x + p.y * p.y + p.z * p.z * f * f - XKMPER * XKMPER;
       const double way = (-b - std::sqrt(b * b - 4 * a * c)) / (2 * a);
       Geodetic seen;
-      SatLatLonAlt({p.x + way * ray.x, p.y + way * ray.y, p.z + way * ray.z, 0}, satellite.Epoch, seen);
-      const double longitude = Degrees(seen.Longitude + ThetaGOfJulianDate(satellite.Epoch));
-      const GroundPoint point = PointAcross(track, CrossTrackOffset(satellite, s));
+      SatLatLonAlt({p.x + way * ray.x, p.y + way * ray.y, p.z + way * ray.z, 0}, jd, seen);
+      const double longitude = Degrees(seen.Longitude + ThetaGOfJulianDate(jd));
+      const GroundPoint point = PointAcross(track, distances[ScanIndex(s)]);
       const double northKm = Radians(point.LatitudeDeg - Degrees(seen.Latitude)) * 6371;
       const double eastKm = Radians(Apart(point.LongitudeDeg, longitude)) * 6371 * std::cos(seen.Latitude);
       worst = std::fmax(worst, std::hypot(northKm, eastKm));
