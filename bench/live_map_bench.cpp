@@ -61,14 +61,8 @@ int main(int argc, char** argv) {
   settings.ShowOverlay.Value = settings.SavePassDetails.Value = true;
   settings.Save();
   session::QtPrompts boxes(QStringLiteral("Pelorin"), [](int) {});
-  desktop::TFormMain form({store,
-                           folder.filePath(QStringLiteral("bin/pelorin")),
-                           boxes,
-                           nullptr,
-                           [] { return kNow; },
-                           {},
-                           [](const QString&) {},
-                           [](desktop::Look) {},
+  desktop::TFormMain form({store, folder.filePath(QStringLiteral("bin/pelorin")), boxes, nullptr,
+                           [] { return kNow; }, app::TimeZone(), [](const QString&) {}, [](desktop::Look) {},
                            desktop::LoadBackdropAhead(folder.filePath(QStringLiteral("bin/")))});
   form.CreateForms();
   form.show();
