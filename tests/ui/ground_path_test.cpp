@@ -350,7 +350,9 @@ TEST_F(GroundPathTest, OnlyTheMapOfItsPassIsLaidOverAPicture) {
 TEST_F(GroundPathTest, OfADamagedRecordingTheLinesThatAreThereAreShown) {
   const QString path = program.Path(u"pictures/02231000V.png"_s);
   QImage picture(90, 60, QImage::Format_RGB32);
-  for (int i = 0; i < 90 * 60; ++i) picture.setPixel(i % 90, i / 90, static_cast<QRgb>(i * i * 77));
+  for (unsigned i = 0; i < 90 * 60; ++i) {
+    picture.setPixel(static_cast<int>(i % 90), static_cast<int>(i / 90), i * i * 77);
+  }
   picture::SavePicture(picture, path);
   const QByteArray whole = files::ReadFile(path);
   StartOnPage();
