@@ -2,19 +2,21 @@
 #include <QFileInfo>
 #include <algorithm>
 
+#include "app/time_zone.h"
 #include "cli/commands.h"
 #include "cli/options.h"
 #include "cli/overlay_sources.h"
 #include "cli/table.h"
 #include "orbit/julian_date.h"
 #include "orbit/scalar_math.h"
-#include "orbit/time_stamp.h"
 #include "overlay/overlay_outputs.h"
 #include "overlay/overlay_text.h"
 #include "passes/chosen_pass.h"
 #include "passes/pass_lookup.h"
 #include "picture/picture_file.h"
 #include "swath/clock_corrections.h"
+#include "swath/picture_lookup.h"
+#include "swath/picture_of_pass.h"
 
 namespace pelorin::cli {
 namespace {
@@ -62,72 +64,95 @@ passes::ChosenPass FindPass(const Arguments& arguments, elements::KnownSets& kno
             .arg(satellites.size())
             .arg(QString::fromStdString(orbit::FormatDateTime("yyyy-mm-dd", time))));
   }
-  Say(QStringLiteral(
-          "Pass: %1; its map begins at the whole minute. When the second is known, --start lays it exactly.")
-          .arg(match.Entry));
+  Say(QStringLiteral("Pass: %1").arg(match.Entry));
   return match.Pass;
 }
 
-/// Start, length, direction and elements of the pass, however it was named.
-/// A map of `lines` rows, if that is not 0, is as many minutes long as they take.
-OverlayRequest DescribePass(const Arguments& arguments, const app::Station& station, int lines) {
+/// The recording of a pass: its first line is of the time in the picture's name where that is of the pass, or
+/// else of the minute in which the pass rises.
+swath::Recording RecordingOfPass(const Arguments& arguments, const passes::ChosenPass& pass) {
+  swath::PictureOfPass picture(arguments.Settings().ClockCorrections.Value);
+  picture.SetSatellite(pass.SatelliteName);
+  picture.SetPass(pass.PassStart);
+  if (arguments.Has(QStringLiteral("picture"))) {
+    const QString path = arguments.Text(QStringLiteral("picture"));
+    const app::YearOffsets local = app::LocalTimeZone().OffsetsIn(TakeApart(pass.PassStart).Year);
+    if (const auto found =
+            swath::PictureNamedFor(path, picture.Pass(), local.StandardMinutes, local.DaylightMinutes)) {
+      picture.Seek(*found);
+    } else {
+      Say(QStringLiteral("%1 is not named by a time of this pass").arg(path));
+    }
+  }
+  const swath::Recording recording = picture.ForMap(pass.SouthBound);
+  if (recording.StartIsFrom != swath::StartFrom::NameSecond) {
+    Say(QStringLiteral(
+        "The map begins at a whole minute; when the second is known, --start lays it exactly"));
+  }
+  return recording;
+}
+
+/// The recording whose first line was received at --start.
+swath::Recording RecordingFromStart(const Arguments& arguments, elements::KnownSets& known) {
+  swath::Recording recording;
+  recording.Start = ParseStart(arguments.Required(QStringLiteral("start")));
+  recording.StartIsFrom = swath::StartFrom::NameSecond;
+  const QString name = arguments.Required(QStringLiteral("satellite"));
+  recording.Satellite = QString::fromStdString(
+      FindSet(known, name, orbit::JulianDateOfDateTime(recording.Start), arguments).Name);
+  recording.OffsetS =
+      swath::ClockCorrections(arguments.Settings().ClockCorrections.Value).OffsetOf(recording);
+  return recording;
+}
+
+/// Sets the seconds to add to the start: those asked for, or else what the window would begin with.
+void CorrectClock(const Arguments& arguments, swath::Recording& recording) {
+  const QString option = QStringLiteral("time-correction");
+  if (arguments.Has(option)) {
+    recording.OffsetS = arguments.Number(option, 0, -swath::kOffsetLimitS, swath::kOffsetLimitS);
+  } else if (recording.OffsetS != 0) {
+    Say(QStringLiteral("Time correction: %1 s, the settings' clock of %2")
+            .arg(recording.OffsetS, 0, 'f', 1)
+            .arg(recording.Satellite));
+  }
+}
+
+/// Start, length, direction and elements of the pass, however it was named, on the rows of a picture if
+/// there is one. A map of so many rows from a start is as many minutes long as they take.
+OverlayRequest DescribePass(const Arguments& arguments, const app::Station& station, QSize pictureSize) {
   const auto known = arguments.ElementSets();
-  OverlayRequest request;
-  request.Station = station.Place;
   const QString direction =
       arguments.Choice(QStringLiteral("direction"),
                        {QStringLiteral("auto"), QStringLiteral("north"), QStringLiteral("south")});
-  QString name;
+  swath::Recording recording;
+  int usualMinutes = 15;
   if (arguments.Has(QStringLiteral("pass"))) {
     const passes::ChosenPass pass = FindPass(arguments, *known, station);
-    name = pass.SatelliteName;
-    request.Start = pass.PassStart;
-    request.SouthBound = pass.SouthBound;
-    request.DurationMinutes =
-        arguments.Whole(QStringLiteral("minutes"), std::min(pass.PassDurationMinutes, 30), 1, 30);
+    recording = RecordingOfPass(arguments, pass);
+    usualMinutes = std::min(pass.PassDurationMinutes, 30);
   } else {
-    name = arguments.Required(QStringLiteral("satellite"));
-    request.Start = ParseStart(arguments.Required(QStringLiteral("start")));
-    const int linesPerMinute =
-        FindSet(*known, name, orbit::JulianDateOfDateTime(request.Start), arguments).LinesPerMinute;
-    const int usual = lines > 0 ? std::clamp((lines + linesPerMinute - 1) / linesPerMinute, 1, 30) : 15;
-    request.DurationMinutes = arguments.Whole(QStringLiteral("minutes"), usual, 1, 30);
+    recording = RecordingFromStart(arguments, *known);
+    if (const int lines = pictureSize.height(); lines > 0) {
+      const int linesPerMinute =
+          FindSet(*known, recording.Satellite, orbit::JulianDateOfDateTime(recording.Start), arguments)
+              .LinesPerMinute;
+      usualMinutes = std::clamp((lines + linesPerMinute - 1) / linesPerMinute, 1, 30);
+    }
   }
+  CorrectClock(arguments, recording);
+  recording.Rows = pictureSize.height();
+  recording.Columns = pictureSize.width();
+  OverlayRequest request = overlay::RequestFor(recording);
+  request.Station = station.Place;
+  request.DurationMinutes = arguments.Whole(QStringLiteral("minutes"), usualMinutes, 1, 30);
   const orbit::TDateTime middle{request.Start.Days + request.DurationMinutes / 2.0 / orbit::kMinutesPerDay};
-  request.Satellite = ChooseSet(*known, name, orbit::JulianDateOfDateTime(middle), arguments);
+  request.Satellite = ChooseSet(*known, recording.Satellite, orbit::JulianDateOfDateTime(middle), arguments);
   if (direction != QStringLiteral("auto")) {
     request.SouthBound = direction == QStringLiteral("south");
   } else if (!arguments.Has(QStringLiteral("pass"))) {
     request.SouthBound = overlay::IsSouthBoundAt(request.Satellite, middle);
   }
   return request;
-}
-
-/// The second at which the recording began by its own clock, which --start tells, or the picture's name where
-/// it is of the pass's minute; nothing if neither does.
-std::optional<int> RecordedSecond(const Arguments& arguments, orbit::TDateTime start) {
-  if (arguments.Has(QStringLiteral("start"))) return 0;
-  const std::string name = QFileInfo(arguments.Text(QStringLiteral("picture"))).fileName().toStdString();
-  return name.starts_with(orbit::StampOf(start)) ? orbit::SecondsOfStamp(name) : std::nullopt;
-}
-
-/// Seconds to add to the start: those asked for, or else what the window would begin with.
-double CorrectionS(const Arguments& arguments, const OverlayRequest& request) {
-  const QString option = QStringLiteral("time-correction");
-  if (arguments.Has(option)) return arguments.Number(option, 0, -swath::kOffsetLimitS, swath::kOffsetLimitS);
-  const std::optional<int> second = RecordedSecond(arguments, request.Start);
-  if (!second) return 0;
-  swath::Recording recording;
-  recording.Satellite = QString::fromStdString(request.Satellite.Name);
-  recording.StartIsFrom = swath::StartFrom::NameSecond;
-  const double seconds =
-      *second + swath::ClockCorrections(arguments.Settings().ClockCorrections.Value).OffsetOf(recording);
-  if (seconds != 0) {
-    Say(QStringLiteral("Time correction: %1 s, from the picture's name and the settings' clock of %2")
-            .arg(seconds, 0, 'f', 1)
-            .arg(recording.Satellite));
-  }
-  return seconds;
 }
 
 overlay::Marks MarksOf(const Arguments& arguments) {
@@ -189,8 +214,8 @@ void RunOverlay(const QStringList& list) {
        {QStringLiteral("lines"), QStringLiteral("N"),
         QStringLiteral("Rows of the map. Default: as many as the pass has lines.")},
        {QStringLiteral("picture"), QStringLiteral("FILE"),
-        QStringLiteral("The received picture: the map gets its number of rows, and with --pass the second of "
-                       "its name MMDDHHMMSS.")},
+        QStringLiteral("The received picture: the map gets its number of rows, and with --pass begins at the "
+                       "time in its name, MMDDHHMM[SS], from 2 minutes before the pass to 9 after.")},
        {QStringLiteral("show-overlay"),
         {},
         QStringLiteral(
@@ -214,17 +239,10 @@ void RunOverlay(const QStringList& list) {
     throw UsageError(QStringLiteral("--lines and --picture exclude each other"));
   }
   const app::Settings& settings = arguments.Settings();
-  int lines = arguments.Whole(QStringLiteral("lines"), 0, 1, 20000);
-  int width = overlay::kUsualLineWidth;
-  if (arguments.Has(QStringLiteral("picture"))) {
-    const QImage picture = LoadReceived(arguments.Text(QStringLiteral("picture")));
-    lines = picture.height();
-    width = std::max(picture.width(), width);
-  }
-  OverlayRequest request = DescribePass(arguments, arguments.Station(), lines);
-  request.Start.Days += CorrectionS(arguments, request) / orbit::kSecondsPerDay;
-  request.LineLimit = lines;
-  request.Width = width;
+  const QSize pictureSize = arguments.Has(QStringLiteral("picture"))
+                                ? LoadReceived(arguments.Text(QStringLiteral("picture"))).size()
+                                : QSize(0, arguments.Whole(QStringLiteral("lines"), 0, 1, 20000));
+  OverlayRequest request = DescribePass(arguments, arguments.Station(), pictureSize);
   request.Overlay = MarksOf(arguments);
   request.PassDetails = settings.SavePassDetails.Value || arguments.Has(QStringLiteral("pass-details")) ||
                         arguments.Has(QStringLiteral("pass"));

@@ -15,6 +15,14 @@ constexpr int kMinutesBefore = 2;
 constexpr int kMinutesScanned = 12;
 constexpr qsizetype kStampLength = 8;  // "mmddhhnn"
 
+/// The name of a picture of so many minutes after `start`.
+QString BaseNameOf(TDateTime start, int minutes) {
+  const TDateTime time{start.Days + minutes / orbit::kMinutesPerDay};
+  return QString::fromStdString(FormatDateTime("mmddhhnn", time));
+}
+
+TDateTime FirstSearched(TDateTime pass) { return {pass.Days - kMinutesBefore / orbit::kMinutesPerDay}; }
+
 /// The user's picture folders. A scan asks for hundreds of names, so each folder is read once, and not
 /// before it is needed: it may lie on a slow network.
 class PictureFolders {
@@ -44,8 +52,7 @@ class PictureFolders {
 
   FoundPicture Scan(TDateTime start, int offsetMinutes) {
     for (int minute = 0; minute < kMinutesScanned; ++minute) {
-      const TDateTime time{start.Days + (minute + offsetMinutes) / orbit::kMinutesPerDay};
-      const QString found = Find(QString::fromStdString(FormatDateTime("mmddhhnn", time)));
+      const QString found = Find(BaseNameOf(start, minute + offsetMinutes));
       if (!found.isEmpty()) return {found, minute};
     }
     return {};
@@ -105,7 +112,7 @@ FoundPicture LookUpPicture(const QString& key, int preference, const QStringList
   const QString stamp = key.left(kStampLength);
   // The year 2000, because it has a 29 February; the year is no part of a picture's name.
   const TDateTime time = orbit::ParseTimeString(stamp.toStdString(), orbit::MakeDateTime(2000, 1, 1));
-  const TDateTime start{time.Days - kMinutesBefore / orbit::kMinutesPerDay};
+  const TDateTime start = FirstSearched(time);
 
   PictureFolders pictures(preference, folders, onBaseName);
   FoundPicture found{pictures.Find(stamp), kMinutesBefore};
@@ -115,6 +122,19 @@ FoundPicture LookUpPicture(const QString& key, int preference, const QStringList
   }
   if (!found.Path.isEmpty()) found.MinutesLater -= kMinutesBefore;
   return found;
+}
+
+std::optional<FoundPicture> PictureNamedFor(const QString& path, TDateTime pass, int standardOffsetMinutes,
+                                            int daylightOffsetMinutes) {
+  const QString stamp = QFileInfo(path).fileName().left(kStampLength);
+  for (const int offset : {0, standardOffsetMinutes, daylightOffsetMinutes}) {
+    for (int minute = 0; minute < kMinutesScanned; ++minute) {
+      if (BaseNameOf(FirstSearched(pass), minute + offset) == stamp) {
+        return FoundPicture{path, minute - kMinutesBefore};
+      }
+    }
+  }
+  return std::nullopt;
 }
 
 }  // namespace pelorin::swath

@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 #include <functional>
+#include <optional>
 
 #include "orbit/date_time.h"
 
@@ -34,6 +35,11 @@ QStringList PictureSuffixes(int preference);
 FoundPicture LookUpPicture(const QString& key, int preference, const QStringList& folders,
                            int standardOffsetMinutes, int daylightOffsetMinutes,
                            const BaseNameCallback& onBaseName = {});
+
+/// The picture that the user names for the pass of a minute, as LookUpPicture would have found it; nothing
+/// when the name tells none of the minutes that are searched.
+std::optional<FoundPicture> PictureNamedFor(const QString& path, orbit::TDateTime pass,
+                                            int standardOffsetMinutes, int daylightOffsetMinutes);
 
 // Of the described interface; the program itself calls LookUpPicture, which reads each folder once.
 

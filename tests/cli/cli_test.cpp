@@ -169,10 +169,12 @@ TEST_F(Cli, APassBecomesItsOverlay) {
   QDir(Path("")).mkpath(QStringLiteral("results"));
   const Outcome passes = Run("passes --elements DEMO --from 2022-02-23 --satellite NOAA_19");
   ASSERT_EQ(passes.Lines().size(), 10) << passes.Err.toStdString();
-  // A recording that began some seconds after the predicted rise: the key is shortened until it matches.
+  // A recording that began some seconds after the predicted rise: the key is shortened until it matches, and
+  // its name tells when.
+  ASSERT_TRUE(QImage(909, 300, QImage::Format_RGB32).save(Path("0223093442V.png")));
   const Outcome outcome =
-      Run("overlay --elements DEMO --satellite NOAA_19 --pass 20220223093258 --topography none --lines 300 "
-          "--results HERE/results");
+      Run("overlay --elements DEMO --satellite NOAA_19 --pass 20220223093258 --topography none --picture "
+          "HERE/0223093442V.png --results HERE/results");
   ASSERT_EQ(outcome.Status, 0) << outcome.Err.toStdString();
   EXPECT_TRUE(outcome.Err.contains(QStringLiteral("0223093220 S")));
   ASSERT_EQ(outcome.Lines().size(), 4);
@@ -180,7 +182,7 @@ TEST_F(Cli, APassBecomesItsOverlay) {
   EXPECT_EQ(QImage(Path("results/ovl.bmp")).size(), QSize(1040, 300));
   const QStringList passData = files::ReadLines(Path("results/pass.dat"));
   ASSERT_EQ(passData.size(), 300);
-  EXPECT_TRUE(passData[0].startsWith(QStringLiteral("2022-02-23T09:32:00.000 ")));
+  EXPECT_TRUE(passData[0].startsWith(QStringLiteral("2022-02-23T09:34:42.000 ")));
 
   // The picture's rows decide the map's; the earlier results stay when the new ones cannot be made.
   ASSERT_TRUE(QImage(909, 77, QImage::Format_RGB32).save(Path("picture.png")));

@@ -71,6 +71,19 @@ TEST_F(PictureLookupTest, MinutesAroundThePassAreSearched) {
   EXPECT_EQ(searched_.at(1), u"12312359"_s) << "over the turn of the year";
 }
 
+TEST(PictureNamedFor, NameIsOfAMinuteThatIsSearched) {
+  const struct {
+    const char* Name;
+    std::optional<int> MinutesLater;
+  } rows[] = {{"a/01010000V.png", 0}, {"12312358.jpg", -2}, {"0101000959-C.jpg", 9}, {"12312130.png", 0},
+              {"01010103.png", 3},    {"12312357.png", {}}, {"01010010.png", {}},    {"party.png", {}}};
+  for (const auto& row : rows) {
+    const auto found =
+        PictureNamedFor(QLatin1StringView(row.Name), orbit::ParseTimeString("202001010000"), -150, 60);
+    EXPECT_EQ(found ? std::optional(found->MinutesLater) : std::nullopt, row.MinutesLater) << row.Name;
+  }
+}
+
 TEST_F(PictureLookupTest, KeyIsAFileOrATime) {
   Make(u"a/pass.bmp"_s);
   EXPECT_EQ(LookUp(0, 0, 0, root_.filePath(u"a/pass.bmp"_s)), u"a/pass.bmp"_s);
