@@ -71,7 +71,9 @@ QLabel* HeadingLabel(const QString& text, double scale, bool bold, const char* n
 }  // namespace
 
 TAboutBoxQuillfen::TAboutBoxQuillfen(session::Session& session, QWidget* parent)
-    : TForm(session, "AboutBoxQuillfen", QStringLiteral("About Pelorin"), parent) {
+    : TForm(session, "AboutBoxQuillfen", QStringLiteral("About Pelorin"), parent) {}
+
+void TAboutBoxQuillfen::FormCreate() {
   auto* mark = new QLabel(this);
   mark->setPixmap(IconPicture(kIconSide, devicePixelRatioF()));
   auto* product = HeadingLabel(QStringLiteral("Pelorin"), 1.9, true, "LabelProductName", this);

@@ -12,9 +12,10 @@ class TAboutBoxQuillfen : public session::TForm {
   TAboutBoxQuillfen(session::Session& session, QWidget* parent);
 
  private:
+  void FormCreate() override;
   QWidget* FirstControl() const override { return buttonOK_; }
 
-  QWidget* buttonOK_;
+  QWidget* buttonOK_ = nullptr;
 };
 
 }  // namespace pelorin::desktop

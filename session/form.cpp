@@ -1,6 +1,7 @@
 #include "session/form.h"
 
 #include <QGuiApplication>
+#include <utility>
 
 #include "session/controls.h"
 
@@ -14,6 +15,7 @@ TForm::TForm(Session& session, const char* name, const QString& caption, QWidget
 
 void TForm::setVisible(bool visible) {
   if (visible && !isVisible()) {
+    if (!std::exchange(isCreated_, true)) FormCreate();
     ensurePolished();
     Guarded(Boxes(), [this] { FormShow(); });
     FirstControl()->setFocus();

@@ -23,6 +23,9 @@ class TForm : public QDialog {
   void setVisible(bool visible) override;
 
  protected:
+  /// Makes the controls, before the dialog is seen for the first time: most runs need few of the dialogs, and
+  /// the start waits for none of them.
+  virtual void FormCreate() = 0;
   /// Fills the controls, each time before the dialog is seen.
   virtual void FormShow() {}
   virtual QWidget* FirstControl() const = 0;
@@ -30,6 +33,7 @@ class TForm : public QDialog {
   Session& session_;
 
  private:
+  bool isCreated_ = false;
   std::optional<QPoint> place_;  ///< of the frame, where the dialog was closed last
 };
 

@@ -43,7 +43,9 @@ QLabel* NewPreview(std::size_t number) {
 }  // namespace
 
 TFormOverlayTextOptions::TFormOverlayTextOptions(session::Session& session, QWidget* parent)
-    : TForm(session, "FormOverlayTextOptions", QStringLiteral("Pelorin - Overlay Text Options"), parent) {
+    : TForm(session, "FormOverlayTextOptions", QStringLiteral("Pelorin - Overlay Text Options"), parent) {}
+
+void TFormOverlayTextOptions::FormCreate() {
   auto* lines = new QGridLayout;
   auto* sample = new QGroupBox(QStringLiteral(" Sample Overlay Text Preview "), this);
   auto* previews = new QVBoxLayout(sample);

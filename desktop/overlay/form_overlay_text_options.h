@@ -23,6 +23,7 @@ class TFormOverlayTextOptions : public session::TForm {
  private:
   static constexpr std::size_t kLines = 3;
 
+  void FormCreate() override;
   void FormShow() override;
   QWidget* FirstControl() const override;
   void CheckListBoxLinesClickCheck(std::size_t line);

@@ -38,9 +38,12 @@ QString DayText(const char* pattern, orbit::TDateTime day) {
 }  // namespace
 
 TFormEphemeris::TFormEphemeris(session::Session& session, QWidget* parent)
-    : TForm(session, "FormEphemeris", QStringLiteral("Pelorin - Ephemeris generation"), parent) {
+    : TForm(session, "FormEphemeris", QStringLiteral("Pelorin - Ephemeris generation"), parent) {}
+
+void TFormEphemeris::FormCreate() {
   ui_.Build(this);
-  FormCreate();
+  session::SetUpPicker(ui_.DateTimePickerStart, QStringLiteral("yyyy MMM dd"));
+  session::TurnPicker(ui_.DateTimePickerStart, session_.LocalNow());
 
   using session::Handle;
   Handle(ui_.DateTimePickerStart, &QDateEdit::dateChanged, this, &TFormEphemeris::DateTimePickerStartChange);
@@ -64,11 +67,6 @@ TFormEphemeris::TFormEphemeris(session::Session& session, QWidget* parent)
   for (const Qt::Key enter : {Qt::Key_Return, Qt::Key_Enter}) {
     session::OnKey(ui_.ListBoxSatellites, enter, Boxes(), [this] { ui_.ButtonPredict->click(); });
   }
-}
-
-void TFormEphemeris::FormCreate() {
-  session::SetUpPicker(ui_.DateTimePickerStart, QStringLiteral("yyyy MMM dd"));
-  session::TurnPicker(ui_.DateTimePickerStart, session_.LocalNow());
 }
 
 void TFormEphemeris::FormShow() {

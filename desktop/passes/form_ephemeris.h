@@ -19,7 +19,7 @@ class TFormEphemeris : public session::TForm {
   /// First day of the next report: that of the pass list, until date or days are touched.
   orbit::TDateTime StartDate;
 
-  void FormCreate();
+  void FormCreate() override;
   void FormShow() override;
   void DateTimePickerStartChange();
   void ChangeDuration(int days);

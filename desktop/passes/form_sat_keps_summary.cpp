@@ -54,11 +54,15 @@ QTreeWidgetItem* ListItem(const elements::ElementSummaryRow& row) {
 }  // namespace
 
 TFormSatKepsSummary::TFormSatKepsSummary(session::Session& session, QWidget* parent)
-    : TForm(session, "FormSatKepsSummary", QStringLiteral("Pelorin - Satellite Kepler data summary"), parent),
-      labelSource_(session::Named(new QLabel(this), "LabelSource")),
-      listViewKeps_(session::Named(new QTreeWidget(this), "ListViewKeps")),
-      labelEmpty_(session::Named(new QLabel(listViewKeps_->viewport()), "LabelEmpty")),
-      labelLeftOut_(session::Named(new QLabel(this), "LabelLeftOut")) {
+    : TForm(session, "FormSatKepsSummary", QStringLiteral("Pelorin - Satellite Kepler data summary"),
+            parent) {}
+
+void TFormSatKepsSummary::FormCreate() {
+  labelSource_ = session::Named(new QLabel(this), "LabelSource");
+  listViewKeps_ = session::Named(new QTreeWidget(this), "ListViewKeps");
+  labelEmpty_ = session::Named(new QLabel(listViewKeps_->viewport()), "LabelEmpty");
+  labelLeftOut_ = session::Named(new QLabel(this), "LabelLeftOut");
+
   // A long folder must not widen the window.
   labelSource_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   labelSource_->setTextFormat(Qt::PlainText);

@@ -14,6 +14,7 @@ class TFormSatKepsSummary : public session::TForm {
  public:
   TFormSatKepsSummary(session::Session& session, QWidget* parent);
 
+  void FormCreate() override;
   void FormShow() override;
 
  private:
@@ -25,10 +26,10 @@ class TFormSatKepsSummary : public session::TForm {
   /// Opens the window for all columns, and as many rows as look well.
   void SizeToList(int columnsWidth);
 
-  QLabel* labelSource_;
-  QTreeWidget* listViewKeps_;
-  QLabel* labelEmpty_;
-  QLabel* labelLeftOut_;
+  QLabel* labelSource_ = nullptr;
+  QTreeWidget* listViewKeps_ = nullptr;
+  QLabel* labelEmpty_ = nullptr;
+  QLabel* labelLeftOut_ = nullptr;
   bool wasSized_ = false;
 };
 

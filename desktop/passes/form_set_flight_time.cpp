@@ -20,9 +20,13 @@ constexpr int kTitleCharacters = 40;
 }  // namespace
 
 TFormSetFlightTime::TFormSetFlightTime(session::Session& session, QWidget* parent)
-    : TForm(session, "FormSetFlightTime", QStringLiteral("Set flight start time"), parent),
-      flightDate_(session::Named(new QDateEdit(this), "FlightDate")),
-      flightTime_(session::Named(new QTimeEdit(this), "FlightTime")) {
+    : TForm(session, "FormSetFlightTime", QStringLiteral("Set flight start time"), parent) {}
+
+void TFormSetFlightTime::FormCreate() {
+  flightDate_ = session::Named(new QDateEdit(this), "FlightDate");
+  flightTime_ = session::Named(new QTimeEdit(this), "FlightTime");
+  session::SetUpPicker(flightDate_, QStringLiteral("yyyy MMM dd"));
+  session::SetUpPicker(flightTime_, QStringLiteral("HH:mm"));
   auto* pickers = new QFormLayout;
   pickers->addRow(session::LabelFor(QStringLiteral("Date"), flightDate_, this), flightDate_);
   pickers->addRow(session::LabelFor(QStringLiteral("Time (UTC)"), flightTime_, this), flightTime_);
@@ -40,12 +44,6 @@ TFormSetFlightTime::TFormSetFlightTime(session::Session& session, QWidget* paren
 
   session::Handle(buttonOK, &QPushButton::clicked, this, &TFormSetFlightTime::ButtonOKClick);
   connect(buttonCancel, &QPushButton::clicked, this, &QDialog::reject);
-  FormCreate();
-}
-
-void TFormSetFlightTime::FormCreate() {
-  session::SetUpPicker(flightDate_, QStringLiteral("yyyy MMM dd"));
-  session::SetUpPicker(flightTime_, QStringLiteral("HH:mm"));
 }
 
 void TFormSetFlightTime::FormShow() {

@@ -16,15 +16,15 @@ class TFormSetFlightTime : public session::TForm {
 
   orbit::TDateTime FlightStartTime;  ///< UTC; zero means now, when the dialog opens
 
-  void FormCreate();
+  void FormCreate() override;
   void FormShow() override;
   void ButtonOKClick();
 
  private:
   QWidget* FirstControl() const override;
 
-  QDateEdit* flightDate_;
-  QTimeEdit* flightTime_;
+  QDateEdit* flightDate_ = nullptr;
+  QTimeEdit* flightTime_ = nullptr;
 };
 
 }  // namespace pelorin::desktop

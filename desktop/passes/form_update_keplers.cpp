@@ -53,7 +53,6 @@ TFormUpdateKeplers::TFormUpdateKeplers(session::Session& session, const QString&
   Build();
   session::Handle(buttonUpdate_, &QPushButton::clicked, this, &TFormUpdateKeplers::ButtonUpdateClick);
   session::Handle(buttonCancel_, &QPushButton::clicked, this, &TFormUpdateKeplers::ButtonCancelClick);
-  FormCreate();
 }
 
 void TFormUpdateKeplers::Build() {

@@ -32,7 +32,7 @@ class TFormUpdateKeplers : public session::TForm {
 
  private:
   QWidget* FirstControl() const override;
-  void FormCreate();
+  void FormCreate() override;
   void Build();
   void SetRunning(bool running);
   /// Lets the user decide about files that were asked for a short time ago.

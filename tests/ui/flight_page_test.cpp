@@ -84,12 +84,12 @@ TEST(FlightPage, StartsAgainAtTheTimeThatIsSet) {
     return program.Form->Status();
   };
   const auto picture = [&] { return program.Find("ImageFlight")->grab().toImage(); };
-  auto* date = program.Find<QDateEdit>("FlightDate");
-  auto* time = program.Find<QTimeEdit>("FlightTime");
   // What the dialog shows when it opens; it is left with these pickers and this button or key.
   const auto setTime = [&](const QString& start, const std::function<void()>& leave) {
     QString shown;
     QTimer::singleShot(0, program.Form.get(), [&] {
+      auto* date = program.Find<QDateEdit>("FlightDate");
+      auto* time = program.Find<QTimeEdit>("FlightTime");
       shown = date->text() + u' ' + time->text();
       date->setDate(QDate::fromString(start.left(10), Qt::ISODate));
       time->setTime(QTime::fromString(start.mid(11), u"HH:mm"_s));

@@ -92,8 +92,8 @@ TEST_F(UpdateKeplers, FreshFilesWaitForTheNextStart) {
   server.Answers[u"more.txt"_s] =
       ElementServer::Reply("403 Forbidden", "not updated since your last download");
   program.Start();
-  EXPECT_EQ(Find<QLineEdit>("EditBaseUrl")->text(), server.Base());
   Update(true);
+  EXPECT_EQ(Find<QLineEdit>("EditBaseUrl")->text(), server.Base());
   EXPECT_EQ(program.Boxes.Take(),
             QStringList(u"Message: The new Keplers will be used the next time you run Pelorin."_s));
   EXPECT_EQ(Ticks(), u"[x] More.TLE: already current\n[x] weather.2li: updated\n"_s);
