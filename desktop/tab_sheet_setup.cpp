@@ -19,12 +19,6 @@ namespace {
 using session::Handle;
 using session::TListBox;
 
-QStringList NamesOf(const std::vector<session::NamedSatellite>& satellites) {
-  QStringList names;
-  for (const session::NamedSatellite& entry : satellites) names.append(entry.Name);
-  return names;
-}
-
 /// One without elements can only be taken off the list: Available would not show it.
 void MarkMissingSatellites(TListBox* list, const session::ActiveSatellites& following) {
   for (int row = 0; row < list->count(); ++row) {

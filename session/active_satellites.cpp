@@ -24,6 +24,12 @@ bool Move(Names& from, Names& to, const QString& name) {
 
 }  // namespace
 
+QStringList NamesOf(const std::vector<NamedSatellite>& satellites) {
+  QStringList names;
+  for (const NamedSatellite& entry : satellites) names.append(entry.Name);
+  return names;
+}
+
 ActiveSatellites::ActiveSatellites(const elements::TSatelliteList& satellites) {
   for (int index = 0; index < satellites.Count(); ++index) {
     available_.push_back({QString::fromStdString(satellites.Name(index)), &satellites.Satellite(index)});
@@ -38,8 +44,7 @@ void ActiveSatellites::Restore(const QString& commaText) {
 }
 
 QStringList ActiveSatellites::Followed() const {
-  QStringList names = missing_;
-  for (const NamedSatellite& entry : active_) names.append(entry.Name);
+  QStringList names = missing_ + NamesOf(active_);
   names.sort(Qt::CaseInsensitive);
   return names;
 }

@@ -14,6 +14,8 @@ struct NamedSatellite {
   const orbit::TSatellite* Satellite = nullptr;
 };
 
+QStringList NamesOf(const std::vector<NamedSatellite>& satellites);
+
 /// Which satellites the user follows: loaded ones, and names that no file holds just now, which wait for
 /// their file. All lists are sorted by name, case aside.
 class ActiveSatellites {

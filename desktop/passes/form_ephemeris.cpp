@@ -73,9 +73,7 @@ void TFormEphemeris::FormShow() {
   // Before the first pass list there is no date of one.
   const orbit::TDateTime listDate = session_.Pass.PassListDate;
   SetStartDate(DatePart(listDate.Days > 0 ? listDate : session_.Now()));
-  QStringList names;
-  for (const session::NamedSatellite& satellite : session_.Active()) names.append(satellite.Name);
-  ui_.ListBoxSatellites->SetItems(names);
+  ui_.ListBoxSatellites->SetItems(session::NamesOf(session_.Active()));
   ui_.ListBoxSatellites->selectAll();
 }
 
