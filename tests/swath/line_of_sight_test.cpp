@@ -24,6 +24,11 @@ const std::map<std::string, Instrument> kInstruments{
     {"MSU-MR HRPT", {{1572, 110.4, ScanLaw::EvenAngles}, false}},
 };
 
+double KmApart(const GroundPoint& a, const GroundPoint& b) {
+  const double east = std::remainder(a.LongitudeDeg - b.LongitudeDeg, 360);
+  return std::hypot(a.LatitudeDeg - b.LatitudeDeg, east * std::cos(orbit::Radians(b.LatitudeDeg))) * 111.2;
+}
+
 TEST(LineOfSight, AgreesWithTheReferenceTable) {
   for (const tests::Row& row : tests::ReadTable("swath.csv")) {
     const Instrument& instrument = kInstruments.at(row.Text("instrument"));
@@ -36,10 +41,14 @@ TEST(LineOfSight, AgreesWithTheReferenceTable) {
     ASSERT_TRUE(point);
     SCOPED_TRACE(row.Text("satellite") + ' ' + row.Text("jd_utc") + ' ' + row.Text("column") + ' ' +
                  row.Text("yaw_deg"));
-    EXPECT_NEAR(point->LatitudeDeg, row.Number("latitude_deg"), 2e-6);
-    EXPECT_NEAR(std::remainder(point->LongitudeDeg - row.Number("longitude_deg"), 360) *
-                    std::cos(orbit::Radians(point->LatitudeDeg)),
-                0, 2e-6);
+    const GroundPoint published{row.Number("latitude_deg"), row.Number("longitude_deg")};
+    EXPECT_LT(KmApart(*point, published), 3e-4);
+    if (row.Text("instrument") != "AVHRR APT" || attitude.YawDeg != 0) continue;
+    // An overlay's lines do without the ray: some kilometres apart.
+    const GroundTrack track = TrackAt(satellite, jd);
+    const ScanDistances distances = ScanDistancesOf(ScannerFamily::Noaa, track.Below.Altitude);
+    const int position = static_cast<int>(row.Number("column")) - kHalfLinePixels;
+    EXPECT_LT(KmApart(PointAcross(track, distances[ScanIndex(position)]), published), 12);
   }
 }
 

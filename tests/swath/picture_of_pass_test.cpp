@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
-
 #include "orbit/scalar_math.h"
 
 namespace pelorin::swath {
@@ -26,34 +24,22 @@ PictureOfPass NewPass(const char* moment) {
 }
 
 TEST(PictureOfPass, NameOfItsPictureIsTheStartOfTheMap) {
+  using enum StartFrom;
   const struct {
-    const char* Label;
-    const char* Pass;
+    const char *Label, *Pass;
     FoundPicture Found;
     const char* Start;
     StartFrom From;
   } rows[] = {
-      {"no picture", "20190521152043", {}, "2019-05-21 15:20:00.000", StartFrom::Pass},
-      {"some minutes later",
-       "20190521152043",
-       {u"p/05211525V.png"_s, 5},
-       "2019-05-21 15:25:00.000",
-       StartFrom::NameMinute},
-      {"named by the local clock",
-       "20190521152043",
-       {u"p/05211722V.png"_s, 2},
-       "2019-05-21 15:22:00.000",
-       StartFrom::NameMinute},
-      {"before midnight and New Year",
-       "20200101000100",
-       {u"p/12312359V.png"_s, -2},
-       "2019-12-31 23:59:00.000",
-       StartFrom::NameMinute},
-      {"with seconds, and a clock that is known",
+      {"no picture", "20190521152043", {}, "2019-05-21 15:20:00.000", Pass},
+      {"minutes later", "20190521152043", {u"p/05211525V.png"_s, 5}, "2019-05-21 15:25:00.000", NameMinute},
+      {"local clock", "20190521152043", {u"p/05211722V.png"_s, 2}, "2019-05-21 15:22:00.000", NameMinute},
+      {"New Year", "20200101000100", {u"p/12312359V.png"_s, -2}, "2019-12-31 23:59:00.000", NameMinute},
+      {"seconds, known clock",
        "20190521152043",
        {u"p/0521152538V.png"_s, 5},
        "2019-05-21 15:25:40.500",
-       StartFrom::NameSecond},
+       NameSecond},
   };
   for (const auto& row : rows) {
     PictureOfPass picture = NewPass(row.Pass);
@@ -64,94 +50,54 @@ TEST(PictureOfPass, NameOfItsPictureIsTheStartOfTheMap) {
 }
 
 TEST(PictureOfPass, AMapIsOfThePictureOfItsOwnPassOnly) {
-  const FoundPicture other{u"p/02231432V.png"_s, 0};
+  constexpr const char *same = "202202230751", *other = "202202231432", *none = "";
   const struct {
     const char* Label;
-    std::function<void(PictureOfPass&)> Then;
     bool EarlierFits, NextFits;  ///< the picture that is seen then
     int NextRows;
+    const char* Pass = same;
+    const char* Found = nullptr;  ///< not looked for
+    int Rows = 0;                 ///< not to be read
+    int MinutesLater = 0;
+    QStringList Satellites{};
   } rows[] = {
-      {"nothing", [](PictureOfPass&) {}, true, true, 300},
-      {"it is gone", [](PictureOfPass& p) { p.Seek({}); }, true, true, 300},
-      {"no picture of another pass",
-       [](PictureOfPass& p) {
-         p.SetPass(At("202202231432"));
-         p.Seek({});
-       },
-       true, false, 0},
-      {"a picture of another pass",
-       [&](PictureOfPass& p) {
-         p.SetPass(At("202202231432"));
-         p.Seek(other);
-         p.Show(909, 500);
-       },
-       false, true, 500},
-      {"a damaged one",
-       [&](PictureOfPass& p) {
-         p.SetPass(At("202202231432"));
-         p.Seek(other);
-       },
-       true, false, 0},
-      {"a pass that is not looked for yet", [](PictureOfPass& p) { p.SetPass(At("202202231432")); }, true,
-       false, 0},
-      {"the same day of another year",
-       [](PictureOfPass& p) {
-         p.SetPass(At("202102230751"));
-         p.Seek({});
-       },
-       true, false, 0},
-      {"the same picture from another minute",
-       [](PictureOfPass& p) {
-         p.SetPass(At("202202230748"));
-         p.Seek({u"p/02230751V.png"_s, 3});
-         p.Show(909, 300);
-       },
-       true, true, 300},
-      {"another channel",
-       [](PictureOfPass& p) {
-         p.Seek({u"p/02230751I.png"_s, 0});
-         p.Show(1040, 250);
-       },
-       true, true, 250},
-      {"another satellite", [](PictureOfPass& p) { p.SetSatellite(u"NOAA 15"_s); }, false, true, 300},
-      {"another satellite and back",
-       [](PictureOfPass& p) {
-         p.SetSatellite(u"NOAA 15"_s);
-         p.SetSatellite(u"NOAA 19"_s);
-       },
-       true, true, 300},
-      {"another satellite's pass",
-       [](PictureOfPass& p) {
-         p.SetPass(At("202202231432"));
-         p.SetSatellite(u"NOAA 15"_s);
-         p.Seek({});
-       },
-       true, false, 0},
-      {"another offset", [](PictureOfPass& p) { p.SetOffset(30); }, true, true, 300},
-      {"an opened picture",
-       [](PictureOfPass& p) {
-         p.Open(u"x/0223075142.png"_s, 2022);
-         p.Seek({p.OpenedPath(), 0});
-         p.Show(909, 400);
-       },
-       false, true, 400},
-      {"what has no time in its name",
-       [](PictureOfPass& p) {
-         EXPECT_THROW(p.Open(u"x/party.png"_s, 2022), orbit::ConvertError);
-         EXPECT_EQ(p.OpenedPath(), QString());
-       },
-       true, true, 300},
+      {"nothing", true, true, 300},
+      {"it is gone", true, true, 300, same, none},
+      {"no picture of another pass", true, false, 0, other, none},
+      {"a picture of another pass", false, true, 500, other, "p/02231432V.png", 500},
+      {"a damaged one", true, false, 0, other, "p/02231432V.png"},
+      {"a pass that is not looked for yet", true, false, 0, other},
+      {"the same day of another year", true, false, 0, "202102230751", none},
+      {"the same picture from another minute", true, true, 300, "202202230748", "p/02230751V.png", 300, 3},
+      {"another channel", true, true, 250, same, "p/02230751I.png", 250},
+      {"another satellite", false, true, 300, same, nullptr, 0, 0, {u"NOAA 15"_s}},
+      {"and back", true, true, 300, same, nullptr, 0, 0, {u"NOAA 15"_s, u"NOAA 19"_s}},
+      {"another satellite's pass", true, false, 0, other, none, 0, 0, {u"NOAA 15"_s}},
   };
   for (const auto& row : rows) {
-    PictureOfPass picture = NewPass("202202230751");
+    SCOPED_TRACE(row.Label);
+    PictureOfPass picture = NewPass(same);
     picture.Seek({u"p/02230751V.png"_s, 0});
     picture.Show(909, 300);
     const Recording earlier = picture.ForMap(false);
-    row.Then(picture);
+    picture.SetPass(At(row.Pass));
+    for (const QString& name : row.Satellites) picture.SetSatellite(name);
+    if (row.Found) picture.Seek({QLatin1StringView(row.Found), row.MinutesLater});
+    if (row.Rows > 0) picture.Show(1040, row.Rows);
+    picture.SetOffset(30);  // as good a recording with another guess
+    EXPECT_THROW(picture.Open(u"x/party.png"_s, 2022), orbit::ConvertError);
+    EXPECT_EQ(picture.OpenedPath(), QString());
     const Recording next = picture.ForMap(false);
-    EXPECT_EQ(picture.Shows(earlier), row.EarlierFits) << row.Label;
-    EXPECT_EQ(picture.Shows(next), row.NextFits) << row.Label;
-    EXPECT_EQ(next.Rows, row.NextRows) << row.Label;
+    EXPECT_EQ(picture.Shows(earlier), row.EarlierFits);
+    EXPECT_EQ(picture.Shows(next), row.NextFits);
+    EXPECT_EQ(next.Rows, row.NextRows);
+    picture.Open(u"x/0223075142.png"_s, 2022);
+    picture.Seek({picture.OpenedPath(), 0});
+    picture.Show(909, 400);
+    EXPECT_FALSE(picture.Shows(earlier)) << "an opened picture";
+    EXPECT_EQ(picture.ForMap(true).Rows, 400);
+    picture.SetPass(At(other));
+    EXPECT_EQ(picture.OpenedPath(), QString());
   }
 }
 

@@ -38,8 +38,6 @@ TEST(ScannerGeometry, TheTableEndsWhereTheScannerDoes) {
                   1e-6)
           << row.name << " " << pixel;
     }
-    for (int i = 1; i <= kHalfLinePixels; ++i)
-      ASSERT_GT(CrossTrackOffset(s, i), CrossTrackOffset(s, i - 1)) << i;
   }
 }
 
@@ -50,11 +48,6 @@ TEST(ScannerGeometry, ARayPastTheEarthEndsAtTheHorizon) {
     EXPECT_NEAR(ScanAngleToGroundDistance(horizon * (1 - 1e-9), height), expected, expected * 1e-3) << height;
     EXPECT_NEAR(ScanAngleToGroundDistance(horizon + 0.01, height), expected, 1e-6) << height;
     EXPECT_NEAR(ScanAngleToGroundDistance(-1.2, height), -expected, 1e-6) << height;
-    orbit::TSatellite s;
-    s.Name = "NOAA 19";
-    BuildScanTable(s, kHalfLinePixels, height);
-    for (int i = 1; i <= kHalfLinePixels; ++i)
-      ASSERT_GE(CrossTrackOffset(s, i), CrossTrackOffset(s, i - 1)) << i;
   }
 }
 

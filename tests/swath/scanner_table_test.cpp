@@ -54,41 +54,32 @@ TEST(ScannerTable, SatellitesAreKnownByNumberThenByTheLongestName) {
 TEST(ScannerTable, FaultsNameLineAndKeyAndTheRestIsUsed) {
   const std::string good =
       R"({"name": "Good", "mode": "X", "columns": 100, "angle": 90, "law": "even", "rows_per_second": 2})";
+  const auto list = [](const std::string& scanners) { return "{\"scanners\": [\n" + scanners + "]}"; };
   const auto changed = [&](const std::string& from, const std::string& to) {
-    std::string text = good;
-    return text.replace(text.find(from), from.size(), to);
+    return std::string(good).replace(good.find(from), from.size(), to);
   };
   const struct {
     const char* label;
-    std::string table;
-    std::string problem;
-    bool hasGood;
+    std::string table, problem;
+    bool hasGood = false;
   } rows[] = {
-      {"nothing wrong", "{\"scanners\": [\n" + good + "]}", "", true},
-      {"columns", "{\"scanners\": [\n" + changed("100", "0") + ",\n" + good + "]}",
+      {"nothing wrong", list(good), "", true},
+      {"columns", list(changed("100", "0") + ",\n" + good),
        "line 2: \"columns\" must be a number from 2 to 20000", true},
-      {"a part of a column", "{\"scanners\": [" + changed("100", "100.5") + "]}",
-       "line 1: \"columns\" must be a whole number", false},
-      {"a text for a number", "{\"scanners\": [\n" + changed("90", "\n\"wide\"") + "]}",
-       "line 2: \"angle\" must be a number from 1 to 150", false},
-      {"law", "{\"scanners\": [\n\n" + changed("even", "odd") + "]}",
-       "line 3: \"law\" must be \"even\" or \"zones\"", false},
-      {"zones of another width", "{\"scanners\": [" + changed("even", "zones") + "]}",
-       "line 1: \"columns\" must be 909 for a law of zones", false},
-      {"missing", "{\"scanners\": [\n" + changed("\"mode\": \"X\", ", "") + "]}",
-       "line 2: \"mode\" is missing", false},
-      {"misspelt", "{\"scanners\": [\n" + changed("\"mode\"", "\"yaw_stering\": true, \"mode\"") + "]}",
-       "line 2: \"yaw_stering\" is no key that is known here", false},
-      {"a satellite's",
-       "{\"scanners\": [\n" + changed("2}", "2, \"satellites\": [\n{\"number\": 25338, \"roll\": 45}]}") +
-           "]}",
+      {"a part of a column", list(changed("100", "100.5")), "line 2: \"columns\" must be a whole number"},
+      {"a text", list(changed("90", "\n\"wide\"")), "line 2: \"angle\" must be a number from 1 to 150"},
+      {"law", list(changed("even", "odd")), "line 2: \"law\" must be \"even\" or \"zones\""},
+      {"zones", list(changed("even", "zones")), "line 2: \"columns\" must be 909 for a law of zones"},
+      {"missing", list(changed("\"mode\": \"X\", ", "")), "line 2: \"mode\" is missing"},
+      {"misspelt", list(changed("\"mode\"", "\"yaw_stering\": true, \"mode\"")),
+       "line 2: \"yaw_stering\" is no key that is known here"},
+      {"a satellite's", list(changed("2}", "2, \"satellites\": [\n{\"number\": 25338, \"roll\": 45}]}")),
        "line 3: \"roll\" must be a number from -10 to 10", true},
-      {"twice", "{\"scanners\": [],\n\"scanners\": []}", "line 2: \"scanners\" is there twice", false},
-      {"a comma too many", "{\"scanners\": [\n" + good + ",\n]}", "line 3: from here on this is no JSON",
-       false},
-      {"cut", "{\"scanners\": [\n" + good, "line 2: from here on this is no JSON", false},
-      {"nested", std::string(100000, '['), "line 1: nested deeper than a table is", false},
-      {"no table", "7", "line 1: an object in braces is expected here", false},
+      {"twice", "{\"scanners\": [],\n\"scanners\": []}", "line 2: \"scanners\" is there twice"},
+      {"a comma too many", list(good + ",\n"), "line 3: from here on this is no JSON"},
+      {"cut", "{\"scanners\": [\n" + good, "line 2: from here on this is no JSON"},
+      {"nested", std::string(100000, '['), "line 1: nested deeper than a table is"},
+      {"no table", "7", "line 1: an object in braces is expected here"},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.label);

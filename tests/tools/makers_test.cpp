@@ -12,19 +12,16 @@ namespace {
 TEST(Makers, RefuseBadInputAndLeaveTheOldFile) {
   const QTemporaryDir folder;
   const auto path = [&](const char* name) { return folder.filePath(QLatin1StringView(name)); };
-  files::ReplaceFile(path("garbled"), QByteArrayView("CDF\1 and no more"));
-  files::ReplaceFile(path("old"), QByteArrayView("old"));
-  struct Row {
+  const QString missing = path("missing"), garbled = path("garbled"), old = path("old");
+  const QString heights = QStringLiteral(PELORIN_BUILT_DATA "/etopo5.elev");
+  const QString countries = QStringLiteral(PELORIN_BUILT_DATA "/Countries.dat");
+  files::ReplaceFile(garbled, QByteArrayView("CDF\1 and no more"));
+  files::ReplaceFile(old, QByteArrayView("old"));
+  const struct {
     const char* maker;
     QStringList arguments;
     const char* reason;  // a part of what is said
-  };
-  const QString missing = path("missing");
-  const QString garbled = path("garbled");
-  const QString old = path("old");
-  const QString heights = QStringLiteral(PELORIN_BUILT_DATA "/etopo5.elev");
-  const QString countries = QStringLiteral(PELORIN_BUILT_DATA "/Countries.dat");
-  const Row rows[] = {
+  } rows[] = {
       {"make_countries", {missing, missing, old}, "missing: cannot open"},
       {"make_countries", {garbled, garbled, old}, "garbled: cannot open"},
       {"make_topography", {missing, old}, "missing: cannot open"},
@@ -33,7 +30,7 @@ TEST(Makers, RefuseBadInputAndLeaveTheOldFile) {
       {"make_backdrop", {garbled, heights, old, old, old}, "is damaged"},
       {"make_backdrop", {countries, garbled, old, old, old}, "wrong size"},
   };
-  for (const Row& row : rows) {
+  for (const auto& row : rows) {
     SCOPED_TRACE(std::string(row.maker) + " " + row.reason);
     QProcess process;
     process.start(QStringLiteral(PELORIN_MAKERS "/") + QLatin1StringView(row.maker), row.arguments);
