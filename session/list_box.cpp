@@ -71,12 +71,7 @@ void TListBox::startDrag(Qt::DropActions) {
   content->setData(QString::fromLatin1(kMimeType), QByteArray());
   content->setProperty(kSource, QVariant::fromValue<QObject*>(this));
   drag->setMimeData(content);
-  if (DragExec) {
-    DragExec(drag);
-    delete drag;
-  } else {
-    drag->exec(Qt::MoveAction);
-  }
+  drag->exec(Qt::MoveAction);
 }
 
 void TListBox::dragEnterEvent(QDragEnterEvent* event) {

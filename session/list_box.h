@@ -1,9 +1,6 @@
 #pragma once
 
 #include <QListWidget>
-#include <functional>
-
-class QDrag;
 
 namespace pelorin::session {
 
@@ -27,9 +24,6 @@ class TListBox : public QListWidget {
 
   /// Entries can be dragged out of this list and dropped on it.
   void AllowDragging();
-
-  /// How a drag is carried out; tests put something in the place of the mouse.
-  static inline std::function<void(QDrag*)> DragExec;
 
  Q_SIGNALS:
   /// An entry of another list, its selected one, was dropped here.

@@ -27,27 +27,24 @@ void Select(TListBox* list, const QString& text) {
   QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(found.first()).center());
 }
 
-/// Pulls the selected entry with the mouse and lets go over the target; true when the target took it.
-bool Drag(TListBox* from, TListBox* to) {
-  bool taken = false;
-  TListBox::DragExec = [to, &taken](QDrag* drag) {
-    const QPoint middle = to->viewport()->rect().center();
-    QDragEnterEvent enter(middle, Qt::MoveAction, drag->mimeData(), Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(to->viewport(), &enter);
-    QDragMoveEvent move(middle, Qt::MoveAction, drag->mimeData(), Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(to->viewport(), &move);
-    if (!enter.isAccepted() || !move.isAccepted()) return;
-    QDropEvent drop(middle, Qt::MoveAction, drag->mimeData(), Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(to->viewport(), &drop);
-    taken = drop.isAccepted();
-  };
+/// Pulls the selected entry with the mouse and drops it on the target; whether that took it. This platform
+/// gives every drag up at once, so that the drop is ours.
+bool Drag(const TListBox* from, const TListBox* to) {
   const QPoint start = from->visualItemRect(from->currentItem()).center();
   QTest::mousePress(from->viewport(), Qt::LeftButton, {}, start);
   QTest::mouseMove(from->viewport(), start + QPoint(8, 8));
   QTest::mouseMove(from->viewport(), start + QPoint(30, 30));
-  QTest::mouseRelease(from->viewport(), Qt::LeftButton, {}, start + QPoint(30, 30));
-  TListBox::DragExec = nullptr;
-  return taken;
+  const std::unique_ptr<QDrag> drag(from->findChild<QDrag*>());
+  if (drag == nullptr) return false;
+  const QPoint middle = to->viewport()->rect().center();
+  QDragEnterEvent enter(middle, Qt::MoveAction, drag->mimeData(), Qt::LeftButton, Qt::NoModifier);
+  QDragMoveEvent move(middle, Qt::MoveAction, drag->mimeData(), Qt::LeftButton, Qt::NoModifier);
+  QDropEvent drop(middle, Qt::MoveAction, drag->mimeData(), Qt::LeftButton, Qt::NoModifier);
+  for (QDropEvent* event : {static_cast<QDropEvent*>(&enter), static_cast<QDropEvent*>(&move), &drop}) {
+    QCoreApplication::sendEvent(to->viewport(), event);
+    if (!event->isAccepted()) return false;
+  }
+  return true;
 }
 
 TEST(SetupPage, SatellitesMoveByMouseAndKeyboard) {
