@@ -7,6 +7,7 @@
 #include <QDialog>
 #include <QDir>
 #include <QFile>
+#include <QImage>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
@@ -15,6 +16,8 @@
 
 #include "app/settings.h"
 #include "files/atomic_file.h"
+#include "picture/picture_file.h"
+#include "session/list_box.h"
 
 namespace pelorin::tests {
 namespace {
@@ -23,7 +26,8 @@ const QString kKeyPath = app::SettingsKeyPath(QStringLiteral("pelorin"));
 
 }  // namespace
 
-ProgramFixture::ProgramFixture() : Now(orbit::MakeDateTime(2022, 2, 23, 6, 0)), before_(QDir::currentPath()) {
+ProgramFixture::ProgramFixture(const QString& activeSatellites)
+    : Now(orbit::MakeDateTime(2022, 2, 23, 6, 0)), before_(QDir::currentPath()) {
   for (const char* name : {"bin", "elsewhere", "share", "config", "pictures"}) {
     QDir(folder_.path()).mkdir(QString::fromLatin1(name));
   }
@@ -32,10 +36,11 @@ ProgramFixture::ProgramFixture() : Now(orbit::MakeDateTime(2022, 2, 23, 6, 0)), 
   QDir::setCurrent(Path(QStringLiteral("elsewhere")));
   qputenv("PELORIN_DATA_DIR", Path(QStringLiteral("user")).toLocal8Bit());
   store_ = std::make_unique<app::RegistryStore>(Path(QStringLiteral("config")));
+  if (!activeSatellites.isEmpty()) GiveOrdinarySettings(activeSatellites);
 }
 
 ProgramFixture::~ProgramFixture() {
-  Form.reset();
+  if (Form) Close();
   QDir::setCurrent(before_);
   qunsetenv("PELORIN_DATA_DIR");
 }
@@ -63,6 +68,17 @@ void ProgramFixture::GiveOrdinarySettings(const QString& activeSatellites) {
   Set(QStringLiteral("ImagePathList"), Path(QStringLiteral("pictures")));
 }
 
+QString ProgramFixture::GivePicture(const QString& name, const QColor& colour, const QDate& written) const {
+  QImage picture(909, 300, QImage::Format_RGB32);
+  picture.fill(colour);
+  const QString path = Path(QStringLiteral("pictures/") + name);
+  picture::SavePicture(picture, path);
+  QFile file(path);
+  EXPECT_TRUE(file.open(QIODevice::ReadWrite) &&
+              file.setFileTime(written.startOfDay(), QFileDevice::FileModificationTime));
+  return path;
+}
+
 void ProgramFixture::Start(const QString& passString) {
   SplashTexts.clear();
   Unattended.reset();
@@ -87,6 +103,11 @@ void ProgramFixture::Start(const QString& passString) {
   QCoreApplication::processEvents();
 }
 
+void ProgramFixture::StartOn(session::Page page) {
+  Start();
+  Form->ShowPage(page);
+}
+
 void ProgramFixture::Close() {
   Form->close();
   Form.reset();
@@ -94,6 +115,24 @@ void ProgramFixture::Close() {
 
 void ProgramFixture::Click(const char* button) const {
   QTest::mouseClick(Find<QAbstractButton>(button), Qt::LeftButton);
+}
+
+QString ProgramFixture::Text(const char* name) const {
+  const QWidget* control = Find(name);
+  const QVariant chosen = control->property("currentText");
+  return (chosen.isValid() ? chosen : control->property("text")).toString();
+}
+
+QString ProgramFixture::ChoosePass(const QString& start, const QString& satellite) const {
+  auto* list = Find<session::TListBox>("ListBoxPasses");
+  QList<int> rows;
+  for (int row = 0; row < list->count(); ++row) {
+    const QString entry = list->item(row)->text();
+    if (entry.startsWith(start) && entry.endsWith(satellite)) rows.append(row);
+  }
+  if (rows.size() != 1) throw std::runtime_error("not one pass of " + satellite.toStdString());
+  list->setCurrentRow(rows.first());
+  return list->SelectedText();
 }
 
 void ProgramFixture::InDialog(const std::function<void()>& open,

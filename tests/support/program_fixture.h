@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QColor>
+#include <QDate>
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -22,7 +24,8 @@ namespace pelorin::tests {
 /// other.
 class ProgramFixture {
  public:
-  ProgramFixture();
+  /// Ordinary settings when there are active satellites, separated by commas; or else those of a first start.
+  explicit ProgramFixture(const QString& activeSatellites = {});
   ~ProgramFixture();
 
   QString Path(const QString& name) const { return folder_.filePath(name); }
@@ -36,9 +39,13 @@ class ProgramFixture {
   std::optional<int> SavedNumber(const QString& name) const;
   /// A station, a list of active satellites and elements: an ordinary start.
   void GiveOrdinarySettings(const QString& activeSatellites);
+  /// A received picture of 300 lines and one colour in the user's folder of pictures, written on that day.
+  QString GivePicture(const QString& name, const QColor& colour = Qt::gray,
+                      const QDate& written = QDate(2022, 2, 23)) const;
 
   /// Starts the program, shows its window and waits until that has settled.
   void Start(const QString& passString = {});
+  void StartOn(session::Page page);
   /// Closes the window and ends the program.
   void Close();
 
@@ -50,6 +57,10 @@ class ProgramFixture {
     return control;
   }
   void Click(const char* button) const;
+  /// What a chooser, a picker, a label or a button shows.
+  QString Text(const char* name) const;
+  /// Selects the one pass of that list whose entry begins and ends so, and returns the entry.
+  QString ChoosePass(const QString& start, const QString& satellite) const;
   /// Opens a dialog and works in it; it is closed afterwards if it still shows.
   void InDialog(const std::function<void()>& open, const std::function<void(QDialog& dialog)>& work) const;
   /// Fires a timer at once.
