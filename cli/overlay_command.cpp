@@ -170,6 +170,18 @@ QImage LoadReceived(const QString& path) {
   return loaded.Image;
 }
 
+/// Where the files go. A folder that nobody chose is made when it is missing.
+QString ResultsFolder(const Arguments& arguments) {
+  const app::Settings& settings = arguments.Settings();
+  const QString folder = arguments.Text(QStringLiteral("results"), settings.ResultsPath.Value);
+  if (folder == settings.Defaults.Results) QDir().mkpath(folder);
+  if (!QDir(folder).exists()) {
+    throw Failure(
+        QStringLiteral("There is no results folder %1; make it, or name another with --results").arg(folder));
+  }
+  return folder;
+}
+
 /// Says which of a map's files in the results folder are not this map's.
 void TellOfOlderFiles(const QString& folder, const QStringList& written) {
   for (const QString& name :
@@ -249,11 +261,7 @@ void RunOverlay(const QStringList& list) {
   for (std::size_t i = 0; i < request.TextItems.size(); ++i) {
     request.TextItems[i] = overlay::MaskItems(settings.OvlTextLine[i].Value);
   }
-  const QString results = arguments.Text(QStringLiteral("results"), settings.ResultsPath.Value);
-  if (!QDir(results).exists()) {
-    throw Failure(QStringLiteral("There is no results folder %1; make it, or name another with --results")
-                      .arg(results));
-  }
+  const QString results = ResultsFolder(arguments);
   const overlay::MapSources sources = OpenSources(arguments);
   const overlay::OverlayResult result = overlay::GenerateOverlay(request, sources.Borrowed());
   Say(QStringLiteral("Map: %1 lines of %2, %3-bound, from %4 UTC.")
