@@ -5,36 +5,25 @@
 
 #include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 #include <csignal>
 
-#include "files/file_error.h"
 #include "files/mapped_file.h"
 #include "files/read_file.h"
+#include "tests/support/folder_test.h"
 
 namespace pelorin::files {
 namespace {
 
-class AtomicFile : public testing::Test {
+class AtomicFile : public tests::FolderTest {
  protected:
-  QString Path(const char* name) const { return folder_.filePath(QString::fromLatin1(name)); }
-
-  /// Empty when the file was replaced.
   static QString ErrorOf(const QString& path, const QByteArray& content) {
-    try {
-      ReplaceFile(path, content);
-    } catch (const FileError& error) {
-      return error.Text();
-    }
-    return QString();
+    return tests::ErrorOf([&] { ReplaceFile(path, content); });
   }
 
   void ExpectUntouched(const QString& path) {
     EXPECT_EQ(ReadFile(path), "old");
-    EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files | QDir::Hidden).size(), 1) << "half a file";
+    EXPECT_EQ(QDir(Folder()).entryList(QDir::Files | QDir::Hidden).size(), 1) << "half a file";
   }
-
-  QTemporaryDir folder_;
 };
 
 TEST_F(AtomicFile, ProtectedFileIsReplacedOrStaysProtected) {
@@ -55,7 +44,7 @@ TEST_F(AtomicFile, ProtectedFileIsReplacedOrStaysProtected) {
 }
 
 TEST_F(AtomicFile, LinkLeadsToTheFileThatIsReplaced) {
-  ASSERT_TRUE(QDir(folder_.path()).mkdir(QStringLiteral("pictures")));
+  ASSERT_TRUE(QDir(Folder()).mkdir(QStringLiteral("pictures")));
   ASSERT_TRUE(QFile::link(QStringLiteral("pictures/Result.jpg"), Path("Result.jpg")));
   for (const char* content : {"made", "replaced"}) {
     ReplaceFile(Path("Result.jpg"), content);
@@ -88,16 +77,16 @@ TEST_F(AtomicFile, FileThatCannotBeMadeIsNamedWithTheReason) {
   const std::pair<QString, const char*> rows[] = {
       {Path("plain/Result.jpg"), "Not a directory"},
       {Path("missing/Result.jpg"), "No such file or directory"},
-      {folder_.path(), "Is a directory"},
+      {Folder(), "Is a directory"},
       {Path("loop"), "Too many levels of symbolic links"},
       {QStringLiteral("/dev/null"), "it is a device and no file"},
-      {folder_.filePath(longest + u'x'), "File name too long"},
+      {Folder() + u'/' + longest + u'x', "File name too long"},
   };
   for (const auto& [path, reason] : rows) {
     EXPECT_EQ(ErrorOf(path, "new"),
               QStringLiteral("Cannot write %1: %2").arg(path, QLatin1StringView(reason)));
   }
-  EXPECT_EQ(ErrorOf(folder_.filePath(longest), "new"), QString());
+  EXPECT_EQ(ErrorOf(Folder() + u'/' + longest, "new"), QString());
 }
 
 TEST_F(AtomicFile, MappedFileKeepsItsOldContent) {
@@ -110,8 +99,7 @@ TEST_F(AtomicFile, MappedFileKeepsItsOldContent) {
   ReplaceFile(path, "");
   ASSERT_EQ(mapped.Size(), 3);
   EXPECT_EQ(mapped.Data()[1], 0xFE);
-  for (const QString& nothing : {path, Path("missing"), folder_.path()})
-    EXPECT_FALSE(MappedFile::Open(nothing));
+  for (const QString& nothing : {path, Path("missing"), Folder()}) EXPECT_FALSE(MappedFile::Open(nothing));
 }
 
 }  // namespace

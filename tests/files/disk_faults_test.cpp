@@ -2,14 +2,13 @@
 
 #include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 #include <cerrno>
 #include <string>
 
 #include "files/atomic_file.h"
 #include "files/disk_calls.h"
-#include "files/file_error.h"
 #include "files/read_file.h"
+#include "tests/support/folder_test.h"
 
 namespace pelorin::files {
 namespace {
@@ -43,9 +42,7 @@ TEST(DiskFaults, FileIsReplacedOnlyByWhatIsOnTheDisk) {
   const struct {
     const char* FailingCall;
     std::errc Fault;
-    const char* Reason;
-    const char* Calls;
-    const char* Content;
+    const char *Reason, *Calls, *Content;
   } rows[] = {
       {"none", {}, "", "file rename results ", "new"},
       {"file", std::errc::io_error, "Input/output error", "file ", "old"},
@@ -65,12 +62,7 @@ TEST(DiskFaults, FileIsReplacedOnlyByWhatIsOnTheDisk) {
     calls.clear();
     failingCall = row.FailingCall;
     fault = row.Fault;
-    QString said;
-    try {
-      ReplaceFile(path, "new");
-    } catch (const FileError& error) {
-      said = error.Text();
-    }
+    const QString said = tests::ErrorOf([&] { ReplaceFile(path, "new"); });
     EXPECT_EQ(calls, row.Calls);
     const QString reason = QLatin1StringView(row.Reason);
     EXPECT_EQ(said, reason.isEmpty() ? reason : QStringLiteral("Cannot write %1: %2").arg(path, reason));

@@ -3,40 +3,32 @@
 #include <gtest/gtest.h>
 
 #include <QFile>
-#include <QTemporaryDir>
 
 #include "files/atomic_file.h"
-#include "files/file_error.h"
 #include "files/read_file.h"
+#include "tests/support/folder_test.h"
 
 namespace pelorin::files {
 namespace {
 
-TEST(TextFile, CharactersHaveTheirBytes) {
-  const std::pair<QString, QByteArray> rows[] = {
-      {QStringLiteral("47.5\u00B0N"), "47.5\xB0N"},
-      {QStringLiteral("1\u00BA"), "1\xBA"},
-      {QStringLiteral("\u20AC\u0178"), "\x80\x9F"},
-      {QStringLiteral("\u00A0\u00FF"), "\xA0\xFF"},
-  };
-  for (const auto& [text, bytes] : rows) {
-    EXPECT_EQ(EncodeText(text), bytes);
-    EXPECT_EQ(DecodeText(bytes), text);
-  }
+TEST(CodePage, CharactersHaveTheirBytes) {
+  EXPECT_EQ(EncodeText(QStringLiteral("47.5\u00B0N \u20AC\u0178 \u00A0\u00FF")),
+            "47.5\xB0N \x80\x9F \xA0\xFF");
   QByteArray every;
   for (int byte = 0; byte < 256; ++byte) every.append(static_cast<char>(byte));
   EXPECT_EQ(EncodeText(DecodeText(every)), every);
   EXPECT_EQ(EncodeText(QStringLiteral("a\u0416b\U0001F6F0c\u0080")), "a?b?c?");
 }
 
-TEST(TextFile, LinesEndInEitherWay) {
+class TextFile : public tests::FolderTest {};
+
+TEST_F(TextFile, LinesEndInEitherWay) {
   // The lines are shown joined, each followed by a bar.
   const std::pair<QByteArray, const char*> rows[] = {
       {"a\r\nb\r\n", "a|b|"}, {"a\n\nb", "a||b|"}, {"a\r\n\x1A", "a|"}, {"a\x1A\r\n", "a\x1A|"}, {"", ""},
       {"\r\n", "|"},
   };
-  const QTemporaryDir folder;
-  const QString path = folder.filePath(QStringLiteral("list.txt"));
+  const QString path = Path("list.txt");
   for (const auto& [content, wanted] : rows) {
     ReplaceFile(path, content);
     QByteArray seen;
@@ -47,27 +39,20 @@ TEST(TextFile, LinesEndInEitherWay) {
   EXPECT_EQ(ReadFile(path), "12\xB0\r\n\r\nz\r\n");
 }
 
-TEST(TextFile, FileThatCannotBeReadIsNamedWithTheReason) {
-  const QTemporaryDir folder;
-  const QString missing = folder.filePath(QStringLiteral("gr\u00F6\u00DFer.txt"));
-  const QString sparse = folder.filePath(QStringLiteral("sparse.2li"));
+TEST_F(TextFile, FileThatCannotBeReadIsNamedWithTheReason) {
+  const QString missing = Path("gr\u00F6\u00DFer.txt"), sparse = Path("sparse.2li");
   QFile file(sparse);
   ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.resize(qint64{40} << 30));
   const std::pair<QString, const char*> rows[] = {
       {missing, "No such file or directory"},
-      {folder.path(), "directory"},
+      {Folder(), "directory"},
       {sparse, "it has 42949672960 bytes; at most 268435456 can be read"},
   };
   for (const auto& [path, reason] : rows) {
-    try {
-      ReadLines(path);
-      ADD_FAILURE() << "read: " << path.toStdString();
-    } catch (const FileError& error) {
-      EXPECT_TRUE(error.Text().startsWith(QStringLiteral("Cannot read %1: ").arg(path)) &&
-                  error.Text().endsWith(QLatin1StringView(reason)))
-          << error.what();
-      EXPECT_EQ(QByteArray(error.what()), error.Text().toUtf8());
-    }
+    const QString error = tests::ErrorOf([&] { ReadLines(path); });
+    EXPECT_TRUE(error.startsWith(QStringLiteral("Cannot read %1: ").arg(path)) &&
+                error.endsWith(QLatin1StringView(reason)))
+        << error.toStdString();
   }
   EXPECT_THROW(ReadFile(QStringLiteral("/dev/zero"), 100'000), FileError) << "does not know its size";
 }

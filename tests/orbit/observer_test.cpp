@@ -57,19 +57,11 @@ TEST(LookAngles, AgreeWithTheReferenceTable) {
   }
 }
 
-TEST(LookAngles, StationAndZenith) {
+TEST(LookAngles, TheZenithIsWhereTheArcSineEnds) {
   Observer observer = ObserverFromDegrees(-33.9, -3, 150);
-  EXPECT_NEAR(Degrees(observer.Longitude), 357, 1e-12);
-  EXPECT_NEAR(observer.Height, 0.15, 1e-12);
   Vector site, velocity;
   ObserverPosVel(observer, 2459633.3, site, velocity);
-  Geodetic back;
-  SatLatLonAlt(site, 2459633.3, back);
-  EXPECT_NEAR(back.Latitude, observer.Latitude, 1e-9);
-  EXPECT_NEAR(back.Longitude, observer.Longitude, 1e-9);
-  EXPECT_NEAR(back.Altitude, 0.15, 1e-6);
-
-  // Straight overhead, where the arc sine has its end. Up is along the ellipsoid's normal.
+  // Up is along the ellipsoid's normal.
   const Vector up{std::cos(observer.Latitude) * std::cos(observer.Theta),
                   std::cos(observer.Latitude) * std::sin(observer.Theta), std::sin(observer.Latitude), 0};
   LookAngleSet look;

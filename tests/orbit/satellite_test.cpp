@@ -11,24 +11,6 @@ namespace {
 constexpr std::string_view kLine1 = "1 21263U 91032A   99034.20978316  .00000272  00000-0  13981-3 0  1482";
 constexpr std::string_view kLine2 = "2 21263  98.5313  39.9325 0013250   4.9627 355.1680 14.22950462401115";
 
-TEST(Satellite, ReadsEveryElement) {
-  TSatellite s;
-  s.ParseElements(kLine1, kLine2);
-  EXPECT_EQ(s.CatalogueNumber, "21263");
-  EXPECT_EQ(s.ElementSetNumber, "148");
-  EXPECT_NEAR(s.EpochRaw, 99034.20978316, 1e-9);
-  EXPECT_NEAR(s.MeanMotionDot, 0.00000272 * kTwoPi / (1440.0 * 1440), 1e-20);
-  EXPECT_EQ(s.MeanMotionDotDot, 0);
-  EXPECT_NEAR(s.BStar, 0.13981e-3, 1e-12);
-  EXPECT_NEAR(Degrees(s.Inclination), 98.5313, 1e-9);
-  EXPECT_NEAR(Degrees(s.RightAscensionOfNode), 39.9325, 1e-9);
-  EXPECT_NEAR(s.Eccentricity, 0.0013250, 1e-12);
-  EXPECT_NEAR(Degrees(s.ArgumentOfPerigee), 4.9627, 1e-9);
-  EXPECT_NEAR(Degrees(s.MeanAnomaly), 355.1680, 1e-9);
-  EXPECT_NEAR(s.PeriodDays() * 1440, 101.198, 0.001);
-  EXPECT_FALSE(s.IsDeepSpace);
-}
-
 TEST(Satellite, SignsAndExponentsOfTheLastFields) {
   const struct {
     const char* bstar;

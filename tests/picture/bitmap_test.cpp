@@ -2,13 +2,12 @@
 
 #include <QBuffer>
 #include <QDataStream>
-#include <QFileInfo>
-#include <QTemporaryDir>
 
 #include "files/read_file.h"
 #include "picture/ext_bitmap.h"
 #include "picture/indexed_bitmap.h"
 #include "picture/picture_error.h"
+#include "tests/support/folder_test.h"
 
 namespace pelorin::picture {
 namespace {
@@ -17,8 +16,7 @@ struct BitmapFile {
   const char* Label;
   std::int32_t Width, Height;
   quint16 BitCount;
-  quint32 Offset;
-  quint32 Used, Important;
+  quint32 Offset, Used, Important;
   int Entries;  ///< in the file; entry n is red n, green 2n, blue 3n
   QByteArray Pixels;
   std::vector<QRgb> Colours;  ///< of the left column, from the top
@@ -51,6 +49,7 @@ const QRgb k60 = qRgb(60, 120, 180);
 
 TEST(ExtBitmap, HeadersAreReadAsProgramsWriteThem) {
   const QByteArray two("\x3C\1\1\1\1\1\1\1", 8);  // bottom row 60, top row 1
+  const QByteArray runs("\2\x3C\0\0\2\1\0\1", 8);
   const QByteArray deep("\x03\x02\x01\0\xB4\x78\x3C\0", 8);
   const BitmapFile files[] = {
       {"200 counted, more follows", 2, 2, 8, 1078, 200, 200, 256, two + QByteArray(300, 0), {k1, k60}},
@@ -59,24 +58,14 @@ TEST(ExtBitmap, HeadersAreReadAsProgramsWriteThem) {
       {"200 colours in truth", 2, 2, 8, 854, 200, 256, 200, two, {k1, k60}},
       {"200 colours in truth, all important", 2, 2, 8, 854, 200, 200, 200, two, {k1, k60}},
       {"224 colours in truth", 2, 2, 8, 950, 224, 224, 224, two, {k1, k60}},
-      {"200 colours in truth, runs",
-       2,
-       2,
-       8,
-       854,
-       200,
-       200,
-       200,
-       QByteArray("\2\x3C\0\0\2\1\0\1", 8),
-       {k1, k60},
-       1},
+      {"200 colours in truth, runs", 2, 2, 8, 854, 200, 200, 200, runs, {k1, k60}, 1},
       {"no colours counted, offset beyond the end", 2, 2, 8, 9999, 0, 0, 256, two, {k1, k60}},
       {"top row first", 2, -2, 8, 1078, 256, 0, 256, two, {k60, k1}},
       {"1 bit", 2, 1, 1, 62, 0, 0, 2, QByteArray("\x80\0\0\0", 4), {k1}},
       {"4 bits", 1, 1, 4, 118, 0, 0, 16, QByteArray("\x10\0\0\0", 4), {k1}},
       {"24 bits", 1, 2, 24, 54, 0, 0, 0, deep, {k60, k1}},
       {"32 bits", 1, 2, 32, 54, 0, 0, 0, deep, {k60, k1}},
-      {"runs", 2, 2, 8, 1078, 0, 0, 256, QByteArray("\2\x3C\0\0\2\1\0\1", 8), {k1, k60}, 1},
+      {"runs", 2, 2, 8, 1078, 0, 0, 256, runs, {k1, k60}, 1},
   };
   for (const BitmapFile& file : files) {
     SCOPED_TRACE(file.Label);
@@ -104,9 +93,10 @@ TEST(ExtBitmap, ImpossibleHeadersAreRefused) {
   for (const BitmapFile& file : files) EXPECT_THROW(Load(Bytes(file)), PictureError) << file.Label;
 }
 
-TEST(IndexedBitmap, FileHasItsLayout) {
-  const QTemporaryDir folder;
-  const QString path = folder.filePath(QStringLiteral("ovl.bmp"));
+class IndexedBitmap : public tests::FolderTest {};
+
+TEST_F(IndexedBitmap, FileHasItsLayout) {
+  const QString path = Path("ovl.bmp");
   ColourTable colours{};
   colours[7] = 0x00102030;
   IndexedImage image{5, 2, {7, 0, 0, 0, 1, 2, 0, 0, 0, 3}};
@@ -121,8 +111,6 @@ TEST(IndexedBitmap, FileHasItsLayout) {
   EXPECT_THROW(SaveIndexedBitmap(image, colours, path), PictureError);
   EXPECT_THROW(SaveIndexedBitmap({}, colours, path), PictureError);
   EXPECT_EQ(files::ReadFile(path), file);
-  SaveIndexedBitmap({7920, 3960, std::vector<std::uint8_t>(7920 * 3960)}, colours, path);
-  EXPECT_EQ(QFileInfo(path).size(), 31'364'278);
 }
 
 }  // namespace

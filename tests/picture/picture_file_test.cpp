@@ -5,31 +5,24 @@
 
 #include <QFile>
 #include <QImageWriter>
-#include <QTemporaryDir>
 #include <set>
 
 #include "files/read_file.h"
 #include "picture/jpeg_image.h"
 #include "picture/picture_error.h"
+#include "tests/support/folder_test.h"
 
 namespace pelorin::picture {
 namespace {
 
-class PictureFile : public testing::Test {
+class PictureFile : public tests::FolderTest {
  protected:
-  QString Path(const char* name) const { return folder_.filePath(QString::fromLatin1(name)); }
-
   bool Loads(const char* name, const QByteArray& content) {
     QFile file(Path(name));
     EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
     file.close();
-    try {
-      loaded_ = LoadRecording(Path(name));
-      return true;
-    } catch (const PictureError& error) {
-      error_ = error.Text();
-      return false;
-    }
+    error_ = tests::ErrorOf([&] { loaded_ = LoadRecording(Path(name)); });
+    return error_.isEmpty();
   }
 
   /// The lines that are there by what is said of the last picture; all for one that is whole.
@@ -40,9 +33,8 @@ class PictureFile : public testing::Test {
     return at < 0 ? loaded_.Image.height() : loaded_.Damage.mid(at).section(u' ', 3, 3).toInt();
   }
 
-  QTemporaryDir folder_;
   LoadedPicture loaded_;
-  QString error_;  ///< of the last picture that did not load
+  QString error_;  ///< of the last picture; empty for one that loaded
 };
 
 TEST_F(PictureFile, JpegKeepsColoursAndLeavesTheOldFileOnFailure) {

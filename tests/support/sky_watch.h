@@ -21,37 +21,26 @@ struct SeenPass {
 
 /// What somebody sees who looks at the satellite every `stepS` seconds from `from` to `to`: each time above
 /// the minimum elevation that begins and ends in this span.
-inline std::vector<SeenPass> WatchTheSky(const orbit::TSatellite& satellite, orbit::Observer observer,
+inline std::vector<SeenPass> WatchTheSky(const orbit::TSatellite& satellite, const orbit::Observer& observer,
                                          double minDeg, double from, double to, double stepS) {
   std::vector<SeenPass> seen;
-  bool wasUp = true, isWatched = false;
+  const orbit::ElevationFrame frame(observer);
+  bool wasUp = true;
   for (long look = 0; from + static_cast<double>(look) * stepS / 86400 < to; ++look) {
     const double jd = from + static_cast<double>(look) * stepS / 86400;
     const orbit::SatelliteState state = SatelliteStateKm(satellite, jd);
-    orbit::LookAngleSet angles;
-    bool visible = false;
-    LookAngles(state.Position, state.Velocity, observer, jd, angles, visible);
-    const double degrees = orbit::Degrees(angles.Elevation);
+    const double degrees = orbit::Degrees(frame.Elevation(state.Position, jd));
     const bool isUp = degrees > minDeg;
-    if (isUp && !wasUp) {
-      seen.push_back({jd});
-      isWatched = true;
-    }
-    if (isWatched && degrees > seen.back().TopDeg) {
-      orbit::Geodetic below;
-      SatLatLonAlt(state.Position, jd, below);
-      seen.back().Top = jd;
-      seen.back().TopDeg = degrees;
-      seen.back().LongitudeAtTopDeg = orbit::Degrees(below.Longitude);
-      seen.back().SouthBound = state.Velocity.z < 0;
-    }
-    if (isWatched && !isUp) {
-      seen.back().Set = jd;
-      isWatched = false;
-    }
+    if (isUp && !wasUp) seen.push_back({jd});
+    if (!isUp && wasUp && !seen.empty()) seen.back().Set = jd;
     wasUp = isUp;
+    if (!isUp || seen.empty() || degrees <= seen.back().TopDeg) continue;
+    orbit::Geodetic below;
+    SatLatLonAlt(state.Position, jd, below);
+    SeenPass& pass = seen.back();
+    pass = {pass.Rise, jd, 0, degrees, orbit::Degrees(below.Longitude), state.Velocity.z < 0};
   }
-  if (isWatched) seen.pop_back();
+  if (wasUp && !seen.empty()) seen.pop_back();
   return seen;
 }
 

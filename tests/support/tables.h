@@ -58,4 +58,9 @@ inline orbit::TSatellite ReferenceSatellite(const std::string& name,
   throw std::runtime_error("no reference set " + name);
 }
 
+/// One of the 45 satellites of February 2022 that come with the program.
+inline orbit::TSatellite DemonstrationSatellite(const std::string& name) {
+  return ReferenceSatellite(name, PELORIN_ELEMENTS);
+}
+
 }  // namespace pelorin::tests
