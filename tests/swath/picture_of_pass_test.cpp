@@ -120,6 +120,8 @@ TEST(PictureOfPass, OffsetsAreLearntFromNamesWithSecondsForTheirSatellite) {
   picture.SetPass(At("202202231432"));
   picture.Seek({});
   picture.SetOffset(12);
+  picture.SetSatellite(u"NOAA 15"_s);
+  EXPECT_EQ(picture.OffsetS(), 12) << "found by eye, it is about the picture, whoever sent it";
   PictureOfPass later(picture.SavedCorrections() + u";junk;NOAA 18=x;NOAA 15=1e999"_s);
   EXPECT_EQ(later.SavedCorrections(), u"METEOR=M 2=-900.0;NOAA 19=4.5"_s) << "and nothing of what was by eye";
 }
