@@ -59,6 +59,14 @@ std::string ArchivedSets::KeyOf(std::string_view name, double jd) {
   return key;
 }
 
+std::set<std::string> ArchivedSets::Keys() {
+  std::set<std::string> keys;
+  for (const ArchiveFile& file : Index()) {
+    for (const ArchivedSatellite& satellite : file.Satellites) keys.insert(satellite.Key);
+  }
+  return keys;
+}
+
 const ArchiveIndex& ArchivedSets::Index() {
   if (!index_) index_ = UpdatedArchiveIndex(folder_);
   return *index_;

@@ -3,6 +3,7 @@
 #include <QString>
 #include <list>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,6 +28,9 @@ class ArchivedSets {
   /// The key of the satellite that bears a name (upper case) at the time nearest a Julian date; empty for
   /// none.
   std::string KeyOf(std::string_view name, double jd);
+
+  /// The keys of all satellites that have sets here.
+  std::set<std::string> Keys();
 
  private:
   struct ReadFile {

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <set>
 
 #include "orbit/element_fields.h"
 
@@ -83,6 +84,24 @@ std::optional<orbit::TSatellite> KnownSets::FindNearest(std::string_view nameOrN
   const std::string named = archive_.KeyOf(wanted, jd);
   return archive_.Nearest(named.empty() ? KeyOfNumber(wanted) : named, jd,
                           std::numeric_limits<double>::infinity());
+}
+
+std::vector<orbit::TSatellite> KnownSets::AllNearest(double jd) {
+  std::vector<orbit::TSatellite> nearest;
+  std::set<std::string> others = archive_.Keys();
+  for (int index = 0; index < satellites_.Count(); ++index) {
+    const orbit::TSatellite& satellite = satellites_.Satellite(index);
+    others.erase(satellite.CatalogueKey());
+    nearest.push_back(Nearest(satellite, jd));
+  }
+  for (const std::string& key : others) {
+    if (auto set = archive_.Nearest(key, jd, std::numeric_limits<double>::infinity())) {
+      nearest.push_back(std::move(*set));
+    }
+  }
+  std::stable_sort(nearest.begin(), nearest.end(),
+                   [](const orbit::TSatellite& a, const orbit::TSatellite& b) { return a.Name < b.Name; });
+  return nearest;
 }
 
 QStringList LeftOutTexts(const std::vector<orbit::RejectedSet>& leftOut) {

@@ -43,6 +43,9 @@ class KnownSets {
   const orbit::TSatellite* Find(std::string_view nameOrNumber) const;
   /// The set nearest a Julian date of the satellite that Find finds, or of one that the archive alone knows.
   std::optional<orbit::TSatellite> FindNearest(std::string_view nameOrNumber, double jd);
+  /// The set nearest a Julian date of every satellite that is listed, and of those that the archive alone
+  /// knows; by name.
+  std::vector<orbit::TSatellite> AllNearest(double jd);
 
  private:
   std::vector<NamedSet> loaded_;

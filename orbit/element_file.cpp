@@ -32,8 +32,11 @@ std::string ReadWhole(const fs::path& file) {
   const std::uintmax_t size = fs::file_size(file, error);
   if (!stream || error) throw ReadError("Cannot read the element file " + PathText(file));
   if (size > kMostElementBytes) {
-    throw ReadError("Cannot read the element file " + PathText(file) + ": it has " + std::to_string(size) +
-                    " bytes; at most " + std::to_string(kMostElementBytes) + " can be read");
+    const std::string reason = "it has " + std::to_string(size) + " bytes; at most " +
+                               std::to_string(kMostElementBytes) + " can be read";
+    ReadError tooLong("Cannot read the element file " + PathText(file) + ": " + reason);
+    tooLong.Reason = reason;
+    throw tooLong;
   }
   std::string text(size, '\0');
   stream.read(text.data(), static_cast<std::streamsize>(size));
@@ -44,25 +47,25 @@ std::string ReadWhole(const fs::path& file) {
 
 }  // namespace
 
-void ReadElementTriples(
-    const fs::path& file,
-    const std::function<void(std::string_view, std::string_view, std::string_view)>& take) {
-  const std::string whole = ReadWhole(file);
-  std::string_view rest = whole, name, line1, line2;
+ElementForm FormOfFile(const fs::path& file) {
+  const std::string kind = KindOf(file);
+  return kind == ".CSV" ? ElementForm::Csv : kind == ".JSON" ? ElementForm::Json : ElementForm::TwoLine;
+}
+
+void ReadTriplesOf(std::string_view text, const TakeTriple& take) {
+  std::string_view name, line1, line2;
   // Editors like to put a byte order mark before the first name.
-  if (rest.starts_with("\xEF\xBB\xBF")) rest.remove_prefix(3);
-  while (TakeLine(rest, name)) {
-    TakeLine(rest, line1);
-    TakeLine(rest, line2);
+  if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
+  while (TakeLine(text, name)) {
+    TakeLine(text, line1);
+    TakeLine(text, line2);
     name = Trimmed(name);
     if (!name.empty() && line1.starts_with('1') && line2.starts_with('2')) take(name, line1, line2);
   }
 }
 
-void ReadElementSets(const fs::path& file,
-                     const std::function<void(std::string_view name, TSatellite&& set)>& take,
-                     std::vector<RejectedSet>& rejected) {
-  const std::string fileName = PathText(file.filename());
+void ReadSetsOf(std::string text, ElementForm form, const std::string& fileName, const TakeSet& take,
+                std::vector<RejectedSet>& rejected) {
   const auto takeFrom = [&](std::string_view name, const auto& source) {
     TSatellite set;
     set.SetIdentity(name, fileName);
@@ -83,20 +86,27 @@ void ReadElementSets(const fs::path& file,
   const auto takeMessage = [&](const OmmRecord& record) {
     takeFrom(Trimmed(record[kOmmName]), [&](TSatellite& set) { TakeOmm(record, set); });
   };
-  const std::string kind = KindOf(file);
-  if (kind != ".CSV" && kind != ".JSON") {
-    ReadElementTriples(file, [&](std::string_view name, std::string_view line1, std::string_view line2) {
-      takeFrom(name, [&](TSatellite& set) { set.ParseElements(line1, line2); });
-    });
-    return;
+  switch (form) {
+    case ElementForm::Csv:
+      ReadOmmCsv(text, takeMessage);
+      return;
+    case ElementForm::Json:
+      ReadOmmJson(std::move(text), takeMessage);
+      return;
+    case ElementForm::TwoLine:
+      ReadTriplesOf(text, [&](std::string_view name, std::string_view line1, std::string_view line2) {
+        takeFrom(name, [&](TSatellite& set) { set.ParseElements(line1, line2); });
+      });
   }
+}
+
+void ReadElementSets(const fs::path& file, const TakeSet& take, std::vector<RejectedSet>& rejected) {
+  const ElementForm form = FormOfFile(file);
   std::error_code error;
-  if (const std::uintmax_t size = fs::file_size(file, error); !error && size > kMostElementBytes) return;
-  if (kind == ".CSV") {
-    ReadOmmCsv(ReadWhole(file), takeMessage);
-  } else {
-    ReadOmmJson(ReadWhole(file), takeMessage);
-  }
+  const bool isLong = fs::file_size(file, error) > kMostElementBytes && !error;
+  // Tables of that length are of something else, and no element files.
+  if (isLong && form != ElementForm::TwoLine) return;
+  ReadSetsOf(ReadWhole(file), form, PathText(file.filename()), take, rejected);
 }
 
 std::vector<fs::path> ElementFilesIn(const fs::path& folder) {
@@ -115,8 +125,7 @@ std::vector<fs::path> ElementFilesIn(const fs::path& folder) {
   return files;
 }
 
-void ReadElementSetsIn(const fs::path& fileOrFolder,
-                       const std::function<void(std::string_view name, TSatellite&& set)>& take,
+void ReadElementSetsIn(const fs::path& fileOrFolder, const TakeSet& take,
                        std::vector<RejectedSet>& rejected) {
   std::error_code error;
   if (!fs::is_directory(fileOrFolder, error)) {
@@ -129,8 +138,8 @@ void ReadElementSetsIn(const fs::path& fileOrFolder,
   for (const fs::path& file : ElementFilesIn(fileOrFolder)) {
     try {
       ReadElementSets(file, take, rejected);
-    } catch (const ReadError&) {
-      rejected.push_back({{}, PathText(file.filename()), "it cannot be read"});
+    } catch (const ReadError& failure) {
+      rejected.push_back({{}, PathText(file.filename()), failure.Reason});
     }
   }
 }

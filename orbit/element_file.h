@@ -17,25 +17,37 @@ namespace pelorin::orbit {
 class ReadError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
+
+  std::string Reason = "it cannot be read";  ///< why the file that somebody has named already is left out
 };
+
+/// The forms of element files: three lines a set, or messages as CSV or JSON.
+enum class ElementForm { TwoLine, Csv, Json };
+
+/// By the extension of a file's name; any other than ".csv" and ".json" stands for lines.
+ElementForm FormOfFile(const std::filesystem::path& file);
 
 /// A set that was found and left out, and why. Without a name: the whole file.
 struct RejectedSet {
   std::string Name, File, Reason;
 };
 
-/// Calls `take` with name (trimmed), line 1 and line 2 of every triple of the file that looks like a set: a
-/// name, a "1" and a "2" at the lines' beginnings. Other triples are passed over as a whole; a missing line
-/// shifts all that follow. Raises ReadError.
-void ReadElementTriples(
-    const std::filesystem::path& file,
-    const std::function<void(std::string_view name, std::string_view line1, std::string_view line2)>& take);
+using TakeTriple = std::function<void(std::string_view name, std::string_view line1, std::string_view line2)>;
+/// Name as it is written, trimmed.
+using TakeSet = std::function<void(std::string_view name, TSatellite&& set)>;
 
-/// Calls `take` with the name as it is written, trimmed, and the set for each set of a file: of the messages
-/// of a "*.csv" or "*.json", of the triples of any other. A set that cannot be read, or has no orbit, goes to
-/// `rejected`; a table that holds something else has no sets. Raises ReadError.
-void ReadElementSets(const std::filesystem::path& file,
-                     const std::function<void(std::string_view name, TSatellite&& set)>& take,
+/// Calls `take` with name (trimmed), line 1 and line 2 of every triple of a text that looks like a set: a
+/// name, a "1" and a "2" at the lines' beginnings. Other triples are passed over as a whole; a missing line
+/// shifts all that follow.
+void ReadTriplesOf(std::string_view text, const TakeTriple& take);
+
+/// Calls `take` for each set of a text. A set that cannot be read, or has no orbit, goes to `rejected`, as
+/// one of the file of that name; a table that holds something else has no sets.
+void ReadSetsOf(std::string text, ElementForm form, const std::string& fileName, const TakeSet& take,
+                std::vector<RejectedSet>& rejected);
+
+/// The same for a file. Raises ReadError.
+void ReadElementSets(const std::filesystem::path& file, const TakeSet& take,
                      std::vector<RejectedSet>& rejected);
 
 /// The element files of a folder: "*.2li", then "*.tle", "*.csv" and "*.json", case aside, each kind in the
@@ -44,8 +56,7 @@ std::vector<std::filesystem::path> ElementFilesIn(const std::filesystem::path& f
 
 /// ReadElementSets for a file, or for each element file of a folder. In a folder a file that cannot be read
 /// goes to `rejected`. Raises ReadError for a single file that cannot be read, and for what does not exist.
-void ReadElementSetsIn(const std::filesystem::path& fileOrFolder,
-                       const std::function<void(std::string_view name, TSatellite&& set)>& take,
+void ReadElementSetsIn(const std::filesystem::path& fileOrFolder, const TakeSet& take,
                        std::vector<RejectedSet>& rejected);
 
 /// The same as a list, in the order read; several sets of one satellite are all kept.

@@ -30,7 +30,20 @@ constexpr std::array<OmmKeyword, kOmmFieldCount> kKeywords{{{"OBJECT_NAME", 0, 0
                                                             {"ELEMENT_SET_NO", 0, 1e6},
                                                             {"BSTAR", -1e9, 1e9},
                                                             {"MEAN_MOTION_DOT", -1e3, 1e3},
-                                                            {"MEAN_MOTION_DDOT", -1e9, 1e9}}};
+                                                            {"MEAN_MOTION_DDOT", -1e9, 1e9},
+                                                            {"OBJECT_ID", 0, 0},
+                                                            {"EPHEMERIS_TYPE", 0, 0},
+                                                            {"CLASSIFICATION_TYPE", 0, 0},
+                                                            {"REV_AT_EPOCH", 0, 0}}};
+
+/// The order in which element services publish them.
+constexpr std::array<OmmField, kOmmFieldCount> kCsvOrder{
+    kOmmName,          kOmmObjectId,        kOmmEpoch,
+    kOmmMeanMotion,    kOmmEccentricity,    kOmmInclination,
+    kOmmNode,          kOmmPerigee,         kOmmMeanAnomaly,
+    kOmmEphemerisType, kOmmClassification,  kOmmCatalogueNumber,
+    kOmmSetNumber,     kOmmRevolution,      kOmmBStar,
+    kOmmMeanMotionDot, kOmmMeanMotionDotDot};
 
 ConvertError Unreadable(OmmField field) {
   return ConvertError("its " + std::string(kKeywords[field].Text) + " is missing or unreadable");
@@ -96,19 +109,49 @@ std::string_view TakeUntil(std::string_view& text, char end) {
   return taken;
 }
 
-/// Takes the first cell and its comma off a row. Quotes inside quotes are doubled.
-void TakeCell(std::string_view& row, std::string& cell) {
+/// Takes the first cell and its comma off a row; whether there was a comma, and so is another cell. Quotes
+/// inside quotes are doubled.
+bool TakeCell(std::string_view& row, std::string& cell) {
   row.remove_prefix(std::min(row.find_first_not_of(" \t"), row.size()));
   if (!row.starts_with('"')) {
+    const bool isMore = row.find(',') != std::string_view::npos;
     cell = Trimmed(TakeUntil(row, ','));
-    return;
+    return isMore;
   }
   for (cell.clear(); row.starts_with('"');) {
     row.remove_prefix(1);
     cell += TakeUntil(row, '"');
     if (row.starts_with('"')) cell += '"';
   }
+  const bool isMore = row.find(',') != std::string_view::npos;
   TakeUntil(row, ',');
+  return isMore;
+}
+
+std::string CsvCell(const std::string& text) {
+  if (text.find_first_of(",\"") == std::string::npos) return text;
+  std::string cell = "\"";
+  for (const char character : text) cell.append(character == '"' ? 2 : 1, character);
+  return cell + '"';
+}
+
+/// Takes the header off a table: its columns, kOmmFieldCount for unknown ones; none if a needed one is
+/// missing.
+std::vector<OmmField> TakeHeader(std::string_view& text) {
+  if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
+  std::string_view row;
+  std::string cell;
+  std::vector<OmmField> columns;
+  std::array<bool, kOmmFieldCount> found{};
+  for (TakeLine(text, row); !row.empty();) {
+    TakeCell(row, cell);
+    columns.push_back(OmmFieldOf(UpperCased(cell)));
+    if (columns.back() != kOmmFieldCount) found[columns.back()] = true;
+  }
+  for (int field = 0; field < kOmmSetNumber; ++field) {
+    if (!found[static_cast<std::size_t>(field)]) return {};
+  }
+  return columns;
 }
 
 }  // namespace
@@ -124,19 +167,10 @@ bool IsOmm(const OmmRecord& record) {
 }
 
 void ReadOmmCsv(std::string_view text, const TakeOmmRecord& take) {
-  if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
+  const std::vector<OmmField> columns = TakeHeader(text);
+  if (columns.empty()) return;
   std::string_view row;
   std::string cell;
-  std::vector<OmmField> columns;
-  std::array<bool, kOmmFieldCount> found{};
-  for (TakeLine(text, row); !row.empty();) {
-    TakeCell(row, cell);
-    columns.push_back(OmmFieldOf(UpperCased(cell)));
-    if (columns.back() != kOmmFieldCount) found[columns.back()] = true;
-  }
-  for (int field = 0; field < kOmmSetNumber; ++field) {
-    if (!found[static_cast<std::size_t>(field)]) return;
-  }
   OmmRecord record;
   while (TakeLine(text, row)) {
     for (const OmmField column : columns) TakeCell(row, column == kOmmFieldCount ? cell : record[column]);
@@ -144,11 +178,47 @@ void ReadOmmCsv(std::string_view text, const TakeOmmRecord& take) {
   }
 }
 
+bool IsWholeOmmCsv(std::string_view text) {
+  if (!text.ends_with('\n')) return false;
+  const std::vector<OmmField> columns = TakeHeader(text);
+  if (columns.empty()) return false;
+  std::string_view row;
+  std::string cell;
+  while (TakeLine(text, row)) {
+    if (Trimmed(row).empty()) continue;
+    std::size_t cells = 0;
+    // A comma at the end has an empty cell behind it.
+    for (bool isMore = true; isMore; ++cells) isMore = TakeCell(row, cell);
+    if (cells != columns.size()) return false;
+  }
+  return true;
+}
+
+std::optional<double> OmmEpochRaw(const OmmRecord& record) {
+  return EpochOfIsoTime(Trimmed(record[kOmmEpoch]));
+}
+
+std::string OmmCsvHeader() {
+  std::string header;
+  for (const OmmField field : kCsvOrder)
+    header.append(header.empty() ? "" : ",").append(kKeywords[field].Text);
+  return header;
+}
+
+std::string OmmCsvRow(const OmmRecord& record) {
+  std::string row;
+  for (const OmmField field : kCsvOrder) {
+    if (field != kCsvOrder.front()) row += ',';
+    row += CsvCell(record[field]);
+  }
+  return row;
+}
+
 void TakeOmm(const OmmRecord& record, TSatellite& satellite) {
   PublishedElements elements;
   elements.CatalogueNumber = CatalogueNumberOf(record[kOmmCatalogueNumber]);
   if (elements.CatalogueNumber.empty()) throw Unreadable(kOmmCatalogueNumber);
-  const std::optional<double> epoch = EpochOfIsoTime(Trimmed(record[kOmmEpoch]));
+  const std::optional<double> epoch = OmmEpochRaw(record);
   if (!epoch) throw Unreadable(kOmmEpoch);
   elements.EpochRaw = *epoch;
   elements.ElementSetNumber = static_cast<int>(NumberOf(record, kOmmSetNumber)) % 1000;

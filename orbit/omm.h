@@ -2,6 +2,7 @@
 
 #include <array>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -11,7 +12,7 @@
 /// and as JSON.
 namespace pelorin::orbit {
 
-/// The keywords that are read.
+/// The keywords that are known.
 enum OmmField {
   kOmmName,
   kOmmCatalogueNumber,
@@ -26,6 +27,10 @@ enum OmmField {
   kOmmBStar,
   kOmmMeanMotionDot,
   kOmmMeanMotionDotDot,
+  kOmmObjectId,  // this and what follows is kept, and not looked at
+  kOmmEphemerisType,
+  kOmmClassification,
+  kOmmRevolution,
   kOmmFieldCount
 };
 
@@ -43,11 +48,23 @@ bool IsOmm(const OmmRecord& record);
 /// keywords; a table without a needed one has no messages. A row is a line, so damage does not spread.
 void ReadOmmCsv(std::string_view text, const TakeOmmRecord& take);
 
+/// Whether nothing is cut off: the needed columns are there, every row has a cell for each column, and the
+/// last line has its end.
+bool IsWholeOmmCsv(std::string_view text);
+
 /// The same for the objects of an array, or a single one. After damage it goes on with the next object.
 void ReadOmmJson(std::string text, const TakeOmmRecord& take);
 
 /// Takes a message over. Raises ConvertError, which names the keyword, for a value that is missing,
 /// unreadable or beyond what elements can be, and MathError as TSatellite::TakeElements does.
 void TakeOmm(const OmmRecord& record, TSatellite& satellite);
+
+/// The epoch of a message as "yyddd.dddddddd"; nothing if it is no time from 1957 to 2056.
+std::optional<double> OmmEpochRaw(const OmmRecord& record);
+
+/// The header of a CSV file with every known keyword in the order of element services, and a record as a row
+/// of it; both without a line's end.
+std::string OmmCsvHeader();
+std::string OmmCsvRow(const OmmRecord& record);
 
 }  // namespace pelorin::orbit

@@ -51,5 +51,35 @@ TEST(ElementArchive, KeepsEachSetOnceByTheMonthOfItsEpoch) {
   EXPECT_EQ(ArchiveElementFile(source, archive), 0);
 }
 
+TEST(ElementArchive, KeepsMessagesAsTheyAre) {
+  QTemporaryDir folder;
+  const QString source = folder.filePath(u"a.csv"_s), json = folder.filePath(u"a.json"_s),
+                archive = folder.path();
+  const QString kept = folder.filePath(u"2022-02.csv"_s);
+  const QByteArray header =
+      "OBJECT_NAME,OBJECT_ID,EPOCH,MEAN_MOTION,ECCENTRICITY,INCLINATION,RA_OF_ASC_NODE,ARG_OF_PERICENTER,"
+      "MEAN_ANOMALY,EPHEMERIS_TYPE,CLASSIFICATION_TYPE,NORAD_CAT_ID,ELEMENT_SET_NO,REV_AT_EPOCH,BSTAR,"
+      "MEAN_MOTION_DOT,MEAN_MOTION_DDOT\r\n";
+  const QByteArray first =
+      "\"A, "
+      "\"\"B\"\"\",1998-030A,2022-02-22T12:00:00.5,14.2,.001,98.5,1,2,3,0,U,799500123,999,25066,.1E-4,.2E-5,"
+      "0\r\n";
+  const QByteArray second = QByteArray(first).replace("22T12", "23T12"),
+                   old = QByteArray(first).replace("2022-02-22", "1999-053");
+  files::ReplaceFile(source, header + first + second + QByteArray(first).replace("\"A", "\"C") + old);
+  EXPECT_EQ(ArchiveElementFile(source, archive), 3);
+  EXPECT_EQ(files::ReadFile(kept), header + first + second);
+  EXPECT_EQ(files::ReadFile(folder.filePath(u"1999-02.csv"_s)), header + old);
+  // Columns in another order, or a month's file that somebody has made.
+  files::ReplaceFile(json,
+                     R"({"NORAD_CAT_ID":5,"OBJECT_NAME":"J","EPOCH":"2022-02-01T00:00:00","MEAN_MOTION":14.2,
+      "ECCENTRICITY":0.001,"INCLINATION":98.5,"RA_OF_ASC_NODE":1,"ARG_OF_PERICENTER":2,"MEAN_ANOMALY":3})");
+  const QByteArray third = "J,,2022-02-01T00:00:00,14.2,0.001,98.5,1,2,3,,,5,,,,,\r\n";
+  files::ReplaceFile(kept, "X," + header + "x," + first + "x," + second.chopped(2));
+  EXPECT_EQ(ArchiveElementFile(json, archive), 1);
+  EXPECT_EQ(files::ReadFile(kept), header + first + second + third);
+  EXPECT_EQ(ArchiveElementFile(source, archive), 0);
+}
+
 }  // namespace
 }  // namespace pelorin::elements

@@ -8,12 +8,15 @@
 
 #include "elements/known_sets.h"
 #include "orbit/julian_date.h"
+#include "tests/support/element_messages.h"
 
 namespace pelorin::elements {
 namespace {
 
 namespace fs = std::filesystem;
 using namespace Qt::StringLiterals;
+
+const QString kDemo = QStringLiteral(PELORIN_DEMO_ELEMENTS "/weather-2022-02-22.2li");
 
 class ElementFiles : public testing::Test {
  protected:
@@ -55,13 +58,44 @@ TEST_F(ElementFiles, TheNewerSetOfASatelliteWins) {
   EXPECT_EQ(known.Find(""), nullptr);
 }
 
-TEST_F(ElementFiles, OfEqualEpochsTheFirstReadStays) {
-  Write("a.2li", Set("FIRST", "21263", "99034.20978316"));
-  Write("a.tle", Set("SECOND", "21263", "99034.20978316"));
+TEST_F(ElementFiles, TheNewestOfASatelliteWinsInWhateverForm) {
+  const struct {
+    const char* label;
+    const char *lineNumber, *ommNumber, *epoch;
+    std::vector<std::string> names;
+  } rows[] = {
+      {"equal epochs: files are read in order", "21263", "21263", "1999-02-03T05:02:05.265024", {"LINES"}},
+      {"the message is newer", "21263", "21263", "1999-02-03T05:02:05.266", {"OMM"}},
+      {"the message is older", "21263", "21263", "1999-02-03T05:02:05.264", {"LINES"}},
+      {"alpha-5", "A0000", "100000", "1999-02-04T00:00:00", {"OMM"}},
+      {"alpha-5 in lower case, beyond O", "p1234", "231234", "1999-02-04T00:00:00", {"OMM"}},
+      {"alpha-5 to its end", "Z9999", "339999", "1999-02-04T00:00:00", {"OMM"}},
+      {"I is no alpha-5", "I0000", "180000", "1999-02-04T00:00:00", {"LINES", "OMM"}},
+      {"numbers are filled up", "00005", "5", "1999-02-04T00:00:00", {"OMM"}},
+      {"nine digits", "21263", "799521263", "1999-02-04T00:00:00", {"LINES", "OMM"}}};
+  orbit::OmmRecord message = tests::DemoMessages(kDemo, 0, 1)[0];
+  message[orbit::kOmmName] = "OMM";
+  const auto names = [](const TSatelliteList& list) {
+    std::vector<std::string> all;
+    for (int index = 0; index < list.Count(); ++index) all.push_back(list.Name(index));
+    return all;
+  };
+  for (const auto& row : rows) {
+    Write("z.2li", Set("LINES", row.lineNumber, "99034.20978316"));
+    message[orbit::kOmmCatalogueNumber] = row.ommNumber;
+    message[orbit::kOmmEpoch] = row.epoch;
+    Write("a.csv", tests::CsvOf({message}).toStdString());
+    EXPECT_EQ(names(KnownSets(Folder(), {}).Satellites()), row.names) << row.label;
+  }
   KnownSets known(Folder(), {});
   const TSatelliteList& list = known.Satellites();
-  ASSERT_EQ(list.Count(), 1);
-  EXPECT_EQ(list.Name(0), "FIRST");
+  EXPECT_EQ(list.Satellite(1).CatalogueNumber, "799521263");
+  EXPECT_EQ(list.IndexOfCatalogueNumber("21263"), 0);
+  EXPECT_EQ(list.IndexOfCatalogueNumber("799521263"), -1);
+  for (const char* name : {"c.json", "d.TLE", "b.CSV", "e.2LI", "f.txt"}) Write(name, "");
+  std::vector<std::string> order;
+  for (const fs::path& file : orbit::ElementFilesIn(Folder())) order.push_back(file.filename().string());
+  EXPECT_EQ(order, (std::vector<std::string>{"e.2LI", "z.2li", "d.TLE", "a.csv", "b.CSV", "c.json"}));
 }
 
 TEST_F(ElementFiles, TriplesAreTakenOrPassedOverWhole) {
@@ -70,9 +104,11 @@ TEST_F(ElementFiles, TriplesAreTakenOrPassedOverWhole) {
     const char* label;
     std::string text;
     int count;
-  } rows[] = {{"blank name", Set("   ", "21263", "99034.20978316") + good, 1},
+    const char* name = "GOOD";
+  } rows[] = {{"a byte order mark", "\xEF\xBB\xBF" + good, 1},
+              {"blank name", Set("   ", "21263", "99034.20978316") + good, 1},
               {"no name line shifts the rest", good.substr(good.find('\n') + 1) + good, 0},
-              {"0 NAME stands as it is", Set("0 GOOD", "21263", "99034.20978316"), 1},
+              {"0 NAME stands as it is", Set("0 GOOD", "21263", "99034.20978316"), 1, "0 GOOD"},
               {"blanks at line ends", Set("GOOD", "21263", "99034.20978316", "  \r\n"), 1},
               {"cut in line 2, before the mean motion", good.substr(0, good.size() - 30), 0},
               {"cut in line 1", good.substr(0, 40), 0},
@@ -80,7 +116,9 @@ TEST_F(ElementFiles, TriplesAreTakenOrPassedOverWhole) {
               {"empty", "", 0}};
   for (const auto& row : rows) {
     Write("a.2li", row.text);
-    EXPECT_EQ(KnownSets(Folder(), {}).Satellites().Count(), row.count) << row.label;
+    const KnownSets known(Folder(), {});
+    EXPECT_EQ(known.Satellites().Count(), row.count) << row.label;
+    EXPECT_EQ(known.Satellites().IndexOf(row.name), row.count - 1) << row.label;
   }
 }
 
@@ -99,7 +137,8 @@ TEST_F(ElementFiles, GarbageAndMissingFoldersDoNoHarm) {
   fs::resize_file(Folder() / "huge.tle", std::uintmax_t{40} << 30);
   for (const char* name : {"missing.tle", "huge.tle"}) {
     try {
-      orbit::ReadElementTriples(Folder() / name, [](auto, auto, auto) {});
+      orbit::ReadElementSets(
+          Folder() / name, [](auto, auto) {}, rejected);
       ADD_FAILURE() << name;
     } catch (const orbit::ReadError& error) {
       EXPECT_NE(std::string(error.what()).find(name), std::string::npos) << error.what();
@@ -144,6 +183,11 @@ TEST_F(ElementFiles, ATimeGetsTheSetNearestToIt) {
   };
   check();
   ASSERT_TRUE(fs::exists(archive / "index.txt"));
+  std::string near;
+  for (const auto& set : KnownSets(Folder(), archiveFolder).AllNearest(orbit::JulianDateOfEpoch(99020))) {
+    near += set.Name + " of " + set.SourceFile + ", ";
+  }
+  EXPECT_EQ(near, "NOAA 11 of 1998-12.2li, NOAA 12 of 1999-02.2li, ");
   const auto written = fs::last_write_time(archive / "index.txt");
   check();  // by the index
   EXPECT_EQ(fs::last_write_time(archive / "index.txt"), written) << "nothing had changed";

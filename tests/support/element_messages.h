@@ -1,0 +1,60 @@
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayList>
+#include <QString>
+#include <vector>
+
+#include "files/read_file.h"
+#include "orbit/element_file.h"
+#include "orbit/omm.h"
+
+/// The demonstration's satellites as element services publish them.
+namespace pelorin::tests {
+
+/// Sets of 165 bytes each from the file, a line ending in LF.
+inline QByteArray DemoSets(const QString& file, int first, int count) {
+  return files::ReadFile(file).replace("\r", "").mid(165 * first, 165 * count);
+}
+
+/// Messages of the same satellites, ten days later.
+inline std::vector<orbit::OmmRecord> DemoMessages(const QString& file, int first, int count) {
+  std::vector<orbit::OmmRecord> messages;
+  orbit::ReadTriplesOf(DemoSets(file, first, count).toStdString(), [&](auto name, auto line1, auto) {
+    orbit::OmmRecord message;
+    message[orbit::kOmmName] = name;
+    message[orbit::kOmmCatalogueNumber] = line1.substr(2, 5);
+    message[orbit::kOmmEpoch] = "2022-03-04T12:00:00.000000";
+    message[orbit::kOmmMeanMotion] = "14.2";
+    message[orbit::kOmmEccentricity] = ".001";
+    for (const auto angle :
+         {orbit::kOmmInclination, orbit::kOmmNode, orbit::kOmmPerigee, orbit::kOmmMeanAnomaly}) {
+      message[angle] = "98.5";
+    }
+    messages.push_back(message);
+  });
+  return messages;
+}
+
+inline QByteArray CsvOf(const std::vector<orbit::OmmRecord>& messages) {
+  std::string text = orbit::OmmCsvHeader() + "\r\n";
+  for (const orbit::OmmRecord& message : messages) text += orbit::OmmCsvRow(message) + "\r\n";
+  return QByteArray::fromStdString(text);
+}
+
+inline QByteArray JsonOf(const std::vector<orbit::OmmRecord>& messages) {
+  QByteArrayList objects;
+  for (const orbit::OmmRecord& message : messages) {
+    objects.append(
+        QStringLiteral(
+            R"({"OBJECT_NAME":"%1","NORAD_CAT_ID":%2,"EPOCH":"%3","MEAN_MOTION":14.2,"ECCENTRICITY":0.001,
+                           "INCLINATION":98.5,"RA_OF_ASC_NODE":1,"ARG_OF_PERICENTER":2,"MEAN_ANOMALY":3})")
+            .arg(QString::fromStdString(message[orbit::kOmmName]),
+                 QString::number(std::stoi(message[orbit::kOmmCatalogueNumber])),
+                 QString::fromStdString(message[orbit::kOmmEpoch]))
+            .toUtf8());
+  }
+  return '[' + objects.join(',') + ']';
+}
+
+}  // namespace pelorin::tests
