@@ -2,13 +2,18 @@
 
 namespace pelorin::app {
 
+QString PublicElementAddress() { return QStringLiteral("https://celestrak.org/NORAD/elements/"); }
+
 QString ElementAddress(const Settings& settings) {
-  for (const QString& candidate :
-       {qEnvironmentVariable("PELORIN_ELEMENTS_URL"), settings.ElementsAddress.Value}) {
-    const QString address = candidate.trimmed();
-    if (!address.isEmpty()) return address.endsWith(u'/') ? address : address + u'/';
-  }
-  return QStringLiteral("http://celestrak.org/NORAD/elements/");
+  const QString named = qEnvironmentVariable("PELORIN_ELEMENTS_URL").trimmed();
+  return ElementAddressOf(named.isEmpty() ? settings.ElementsAddress.Value : named);
+}
+
+QString ElementAddressOf(const QString& typed) {
+  QString address = typed.trimmed();
+  if (address.isEmpty()) return PublicElementAddress();
+  if (!address.contains(QStringLiteral("://"))) address.prepend(QStringLiteral("https://"));
+  return address.endsWith(u'/') ? address : address + u'/';
 }
 
 }  // namespace pelorin::app

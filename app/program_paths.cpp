@@ -24,6 +24,10 @@ QString UserDataFolder() {
   return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + kOwnPlace;
 }
 
+QString ElementRequestsFile() {
+  return QDir(UserDataFolder()).filePath(QStringLiteral("element-requests.txt"));
+}
+
 QString ElementArchiveFolder() { return QDir(UserDataFolder()).filePath(QStringLiteral("archive")); }
 
 QString CacheFolder() {

@@ -16,6 +16,9 @@ QString UserDataFolder();
 /// Where element sets go that an update replaces: "archive" in the user's own data. Need not exist.
 QString ElementArchiveFolder();
 
+/// Where it is written down when the element service was asked: a file in the user's own data.
+QString ElementRequestsFile();
+
 /// What the program can make anew at any time lies there. Need not exist.
 QString CacheFolder();
 

@@ -46,7 +46,7 @@ struct Settings : RegistryVariables {
   TRegistryString WindowPlace{*this, "Window\\Place", {}};          ///< on the screen, as Qt saves it
   TRegistryInteger WindowColours{*this, "Window\\Colours", 0};      ///< a desktop::Look
   /// A mirror of the element service; empty for the public one.
-  TRegistryString ElementsAddress{*this, "Network\\ElementsAddress", {}, WrittenBy::User};
+  TRegistryString ElementsAddress{*this, "Network\\ElementsAddress", {}};
   /// How long a run without its pass waits for somebody to read why; see session/unattended_run.h.
   TRegistryInteger UnattendedMinutes{*this, "UnattendedMinutes", 10, WrittenBy::User};
 

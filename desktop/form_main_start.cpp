@@ -8,7 +8,6 @@
 #include <QTextDocument>
 #include <utility>
 
-#include "app/element_address.h"
 #include "app/program_paths.h"
 #include "desktop/about_box.h"
 #include "desktop/form_main.h"
@@ -120,8 +119,7 @@ void TFormMain::CreateForms() {
   FormOverlayTextOptions = new TFormOverlayTextOptions(*session_, this);
   AboutBoxQuillfen = new TAboutBoxQuillfen(*session_, this);
   FormEphemeris = new TFormEphemeris(*session_, this);
-  FormUpdateKeplers =
-      new TFormUpdateKeplers(*session_, app::ElementAddress(settings_), app::UserDataFolder(), this);
+  FormUpdateKeplers = new TFormUpdateKeplers(*session_, this);
 }
 
 void TFormMain::FormShow() {

@@ -28,6 +28,8 @@ class SystemProxies : public QNetworkProxyFactory {
 QNetworkRequest ElementRequest(const QUrl& url, int silenceLimitMs) {
   QNetworkRequest request(url);
   request.setHeader(QNetworkRequest::UserAgentHeader, QStringLiteral("Pelorin"));
+  // A compressed answer that is cut between two blocks looks whole, and shorter by some sets.
+  request.setRawHeader("Accept-Encoding", "identity");
   request.setTransferTimeout(silenceLimitMs);
   request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
   request.setMaximumRedirectsAllowed(kMostRedirects);

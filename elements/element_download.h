@@ -3,7 +3,7 @@
 #include <QString>
 #include <memory>
 
-#include "elements/element_update.h"
+#include "elements/element_answer.h"
 
 class QNetworkAccessManager;
 class QNetworkReply;

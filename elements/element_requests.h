@@ -17,6 +17,8 @@ class ElementRequests {
   /// Neither file nor folder need exist.
   explicit ElementRequests(const QString& file) : file_(file) {}
 
+  const QString& File() const { return file_; }
+
   bool AskedRecently(const QString& address, orbit::TDateTime now) const;
 
   /// Forgets at the same time what is no longer recent. Returns the line that stood for the address, if one

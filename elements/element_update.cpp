@@ -5,77 +5,206 @@
 #include <QFileInfo>
 #include <QHash>
 #include <algorithm>
+#include <array>
+#include <optional>
+#include <random>
+#include <utility>
 
 #include "elements/element_archive.h"
+#include "elements/element_queries.h"
 #include "files/atomic_file.h"
+#include "files/folder_lock.h"
 #include "files/read_file.h"
-#include "files/text_file.h"
 
 namespace pelorin::elements {
 namespace {
 
-constexpr int kStatusOk = 200;
-constexpr int kStatusForbidden = 403;
+using orbit::ElementForm;
 
-/// Columns of a line that are used; the checksum after them is not.
-constexpr qsizetype kLineColumns = 68;
+std::filesystem::path PathOf(const QString& path) { return path.toStdU16String(); }
 
-/// No box holds more, and no element file needs it to be recognised as something else.
-constexpr qsizetype kMostShown = 20000;
-constexpr qsizetype kMostShownOfLine = 200;
-
-bool IsPairOfLines(const QByteArray& line1, const QByteArray& line2) {
-  const auto number = [](const QByteArray& line) { return line.mid(2, 5).trimmed(); };
-  return line1.size() >= kLineColumns && line2.size() >= kLineColumns && !number(line1).isEmpty() &&
-         number(line1) == number(line2) && line1[23] == '.' && line2[11] == '.' && line2[20] == '.' &&
-         line2[37] == '.' && line2[46] == '.' && line2[54] == '.';
-}
-
-bool IsWebPage(const QByteArray& text) { return text.trimmed().startsWith('<'); }
-
-bool IsAcceptable(const ElementAnswer& answer, const QList<QByteArray>& lines, qint64 present) {
-  return answer.Status == kStatusOk && answer.Problem.isEmpty() && !IsWebPage(answer.Body) &&
-         IsValidElementData(lines) && HasWholeSets(lines) && IsPlausibleSize(answer.Body.size(), present);
-}
-
-void ReplaceElements(const QString& localPath, const QList<QByteArray>& lines, const QString& archiveFolder) {
-  ArchiveElementFile(localPath, archiveFolder);
-  files::ReplaceFile(localPath, lines.join("\r\n") + "\r\n");
-}
-
-/// Raises files::FileError unless a file with this content can be made in the folder.
+/// Raises files::FileError unless a file with this content can be made in the folder. Its name is one that
+/// nobody can have put a link under.
 void NeedToWrite(const QDir& folder, const QByteArray& content) {
-  const QString probe = folder.filePath(QStringLiteral("element-update.tmp"));
+  std::random_device random;
+  const QString name = QString::number(random(), 36) + QString::number(random(), 36);
+  const QString probe = folder.filePath(QStringLiteral("element-update-") + name + QStringLiteral(".tmp"));
   files::ReplaceFile(probe, content);
   QFile::remove(probe);
 }
 
-/// One request that the service sees, and that is on record before it sees it.
-ElementAnswer Ask(const ElementUpdate& update, const QString& address, const ElementRequests& requests,
-                  const UpdateSteps& steps) {
-  const QString earlier = requests.Remember(address, update.Now());
-  ElementAnswer answer = steps.Fetch(address);
-  if (!answer.Sent) requests.TakeBack(address, earlier, update.Now());
-  return answer;
+/// The name of the file beside a local one that has the sets in that form: the file's own where its form is
+/// that, one that is there already, or a new one.
+QString NameInForm(const QString& folder, const QString& fileName, ElementForm form) {
+  if (orbit::FormOfFile(PathOf(fileName)) == form) return fileName;
+  const QString base = QFileInfo(fileName).completeBaseName();
+  const QString extension = form == ElementForm::Csv    ? QStringLiteral(".csv")
+                            : form == ElementForm::Json ? QStringLiteral(".json")
+                                                        : QStringLiteral(".2li");
+  for (const QString& present : QDir(folder).entryList(QDir::Files)) {
+    if (present.compare(base + extension, Qt::CaseInsensitive) == 0) return present;
+  }
+  return base + extension;
 }
 
-/// The first line with something in it.
-QString FirstLine(const QByteArray& text) {
-  for (const QByteArray& line : SplitLines(text)) {
-    const QString shown = files::DecodeText(line).simplified();
-    if (!shown.isEmpty()) return shown.left(kMostShownOfLine);
-  }
-  return QStringLiteral("(no text)");
+/// What stands in a file, as it was received: lines end as other text files of ours.
+QByteArray FileContent(const ElementData& data) {
+  return data.Form == ElementForm::TwoLine ? SplitLines(data.Bytes).join("\r\n") + "\r\n" : data.Bytes;
 }
+
+class Run {
+ public:
+  Run(const ElementUpdate& update, const ElementRequests& requests, const UpdateSteps& steps)
+      : update_(update), requests_(requests), steps_(steps) {}
+
+  UpdateResult All() {
+    for (int file = 0; file < update_.Files.size(); ++file) {
+      if (!steps_.BeforeFile(file)) return EndedEarly();
+      const QString name = update_.Files[file];
+      const QByteArray present = Present(name);
+      const std::optional<Reply> reply = ReplyFor(name, present);
+      if (!reply) {
+        steps_.AfterFile(file, {FileOutcome::AskedRecently, {}, 0});
+        continue;
+      }
+      if (reply->Answer.Cancelled) return EndedEarly();
+      const FileResult result = Put(name, *reply);
+      if (result.Outcome != FileOutcome::AlreadyCurrent && result.Outcome != FileOutcome::UnknownThere) {
+        result_.Changed = result.Outcome == FileOutcome::Updated;
+      }
+      steps_.AfterFile(file, result);
+      if (EndsRun(reply->Answer)) {
+        result_.EndedEarly = file + 1 < update_.Files.size();
+        break;
+      }
+    }
+    return result_;
+  }
+
+ private:
+  struct Reply {
+    QString Address;
+    ElementAnswer Answer;
+  };
+
+  UpdateResult EndedEarly() {
+    result_.EndedEarly = true;
+    return result_;
+  }
+
+  QByteArray Present(const QString& name) const {
+    const QString path = update_.Folder + name;
+    return update_.MayCreate && !QFileInfo::exists(path) ? QByteArray() : files::ReadFile(path);
+  }
+
+  /// Nothing where the service was asked a short time ago.
+  std::optional<Reply> ReplyFor(const QString& name, const QByteArray& present) {
+    const QString query = QueryAddress(update_.BaseAddress, name);
+    if (const auto known = replies_.constFind(query); known != replies_.constEnd()) return *known;
+    if (!update_.Insist && requests_.AskedRecently(query, update_.Now())) return std::nullopt;
+    NeedToWrite(QDir(update_.Folder), present);
+    QDir().mkpath(update_.ArchiveFolder);
+    NeedToWrite(QDir(update_.ArchiveFolder), present);
+    Reply reply{query, Ask(query)};
+    if (update_.PlainFilesToo && IsUnknownThere(reply.Answer)) {
+      const QString plain = RemoteAddress(update_.BaseAddress, name);
+      reply = {plain, Ask(plain)};
+    }
+    return *replies_.insert(query, reply);
+  }
+
+  /// One request that the service sees, and that is on record before it sees it.
+  ElementAnswer Ask(const QString& address) const {
+    const QString earlier = requests_.Remember(address, update_.Now());
+    ElementAnswer answer = steps_.Fetch(address);
+    if (!answer.Sent) requests_.TakeBack(address, earlier, update_.Now());
+    return answer;
+  }
+
+  /// Judges what came for one file, and puts it there if it is good.
+  FileResult Put(const QString& name, const Reply& reply) const {
+    const ElementAnswer& answer = reply.Answer;
+    if (SaysNothingNew(answer)) return {FileOutcome::AlreadyCurrent, {}, 0};
+    if (IsUnknownThere(answer)) return {FileOutcome::UnknownThere, {}, 0};
+    const QString path = update_.Folder + name;
+    if (!HasData(answer)) {
+      const bool isAnswer = answer.Status != 0 && answer.Problem.isEmpty();
+      steps_.Tell(isAnswer ? ServiceRefusalText(name, reply.Address, answer)
+                           : RefusalText(path, reply.Address, answer));
+      return {FileOutcome::Failed, {}, 0};
+    }
+    const ElementData received = ElementDataOf(answer.Body);
+    const QString target = NameInForm(update_.Folder, name, received.Form);
+    Leave leave = LeaveToReplace(path, received, reply);
+    if (leave != Leave::No && target != name &&
+        LeaveToReplace(update_.Folder + target, received, reply) == Leave::No) {
+      leave = Leave::No;
+    }
+    if (leave == Leave::No) return {FileOutcome::Refused, {}, 0};
+    return Replace(name, target, received, leave == Leave::ByUser);
+  }
+
+  enum class Leave { No, ByRule, ByUser };
+
+  Leave LeaveToReplace(const QString& path, const ElementData& received, const Reply& reply) const {
+    const bool isThere = QFileInfo::exists(path);
+    const ElementData present =
+        ElementDataOf(isThere ? files::ReadFile(path) : QByteArray(), orbit::FormOfFile(PathOf(path)));
+    const UpdateVerdict verdict = JudgeUpdate(received, present);
+    switch (verdict.Fault) {
+      case UpdateFault::None:
+        return Leave::ByRule;
+      case UpdateFault::NoElements:
+        steps_.Tell(RefusalText(path, reply.Address, reply.Answer));
+        return Leave::No;
+      case UpdateFault::Older:
+        steps_.Tell(OlderText(path, reply.Address, verdict));
+        return Leave::No;
+      case UpdateFault::OtherNumber:
+        break;
+    }
+    if (!isThere) return Leave::ByRule;
+    return steps_.Confirm(OtherNumberQuestion(path, reply.Address, verdict)) ? Leave::ByUser : Leave::No;
+  }
+
+  /// `mayGo`: satellites that the received data have not need not be kept.
+  FileResult Replace(const QString& name, const QString& target, const ElementData& received,
+                     bool mayGo) const {
+    const QString path = update_.Folder + name, newPath = update_.Folder + target;
+    const QByteArray content = FileContent(received);
+    // Another file of the same group may have brought it.
+    const bool isThere = QFileInfo::exists(newPath) && files::ReadFile(newPath) == content;
+    for (const QString& earlier : {path, newPath}) {
+      if (!(isThere && earlier == newPath) && QFileInfo::exists(earlier)) {
+        ArchiveElementFile(earlier, update_.ArchiveFolder);
+      }
+    }
+    if (!isThere) files::ReplaceFile(newPath, content);
+    FileResult result{FileOutcome::Updated, {}, 0};
+    if (target == name) return result;
+    result.NewName = target;
+    if (!QFileInfo::exists(path)) return result;
+    if (!mayGo) {
+      const ElementData earlier = ElementDataOf(files::ReadFile(path), orbit::FormOfFile(PathOf(path)));
+      result.StillHere = JudgeUpdate(received, earlier).Gone.size();
+    }
+    if (result.StillHere == 0) QFile::remove(path);
+    return result;
+  }
+
+  const ElementUpdate& update_;
+  const ElementRequests& requests_;
+  const UpdateSteps& steps_;
+  QHash<QString, Reply> replies_;  ///< by query
+  UpdateResult result_;
+};
 
 }  // namespace
 
 QStringList UpdatableFiles(const TSatelliteList& satellites) {
   QStringList names;
   for (int index = 0; index < satellites.Count(); ++index) {
-    const QString name = QString::fromStdString(satellites.Satellite(index).SourceFile);
-    const QString extension = QFileInfo(name).suffix().toLower();
-    if (extension == QStringLiteral("2li") || extension == QStringLiteral("tle")) names.append(name);
+    names.append(QString::fromStdString(satellites.Satellite(index).SourceFile));
   }
   std::sort(names.begin(), names.end(), [](const QString& a, const QString& b) {
     const int order = a.compare(b, Qt::CaseInsensitive);
@@ -85,160 +214,13 @@ QStringList UpdatableFiles(const TSatelliteList& satellites) {
   return names;
 }
 
-QString RemoteFileName(const QString& fileName) {
-  return QString(QFileInfo(fileName).completeBaseName() + QStringLiteral(".txt")).toLower();
-}
-
-QString RemoteAddress(const QString& baseAddress, const QString& fileName) {
-  return baseAddress + QString::fromLatin1(RemoteFileName(fileName).toUtf8().toPercentEncoding());
-}
-
-QList<QByteArray> SplitLines(const QByteArray& text) {
-  QList<QByteArray> lines;
-  qsizetype start = 0;
-  while (start < text.size()) {
-    qsizetype end = start;
-    while (end < text.size() && text[end] != '\r' && text[end] != '\n') ++end;
-    lines.append(text.mid(start, end - start));
-    const bool isPair = end + 1 < text.size() && text[end] == '\r' && text[end + 1] == '\n';
-    start = end + (isPair ? 2 : 1);
-  }
-  return lines;
-}
-
-bool IsValidElementData(const QList<QByteArray>& lines) {
-  if (lines.size() < 3) return false;
-  for (qsizetype index = 0; index < lines.size(); ++index) {
-    const QByteArray& line = lines[index];
-    const bool isLast = index + 1 == lines.size();
-    switch (index % 3) {
-      case 0:
-        // A set without a name would be passed over when the file is read; an empty last line means nothing.
-        if (line.startsWith(' ') || (line.isEmpty() && !isLast)) return false;
-        break;
-      case 1:
-        if (!line.startsWith("1 ")) return false;
-        break;
-      default:
-        if (!line.startsWith("2 ")) return false;
-    }
-  }
-  return true;
-}
-
-bool HasWholeSets(const QList<QByteArray>& lines) {
-  for (qsizetype index = 1; index < lines.size(); index += 3) {
-    if (index + 1 >= lines.size() || !IsPairOfLines(lines[index], lines[index + 1])) return false;
-  }
-  return true;
-}
-
-bool IsPlausibleSize(qint64 received, qint64 present) {
-  return received > present * 4 / 5 && received < present * 6 / 5;
-}
-
-bool SaysNothingNew(const ElementAnswer& answer) {
-  if (answer.Status != kStatusForbidden) return false;
-  const QByteArray text = answer.Body.simplified().toLower();
-  return text.contains("not updated since") || text.contains("not been updated since");
-}
-
-QString RefusalText(const QString& localPath, const QString& address, const ElementAnswer& answer) {
-  QString received = files::DecodeText(answer.Body.left(kMostShown));
-  if (answer.Body.size() > kMostShown) {
-    received += QStringLiteral("\r(and so on: %1 bytes in all)").arg(answer.Body.size());
-  }
-  if (!answer.Problem.isEmpty()) {
-    received += received.isEmpty() ? QString() : QStringLiteral("\r");
-    received += QStringLiteral("(%1)").arg(answer.Problem);
-  }
-  return QStringLiteral(
-             "The data received does not appear to be valid Kepler data or is outside the limits of 80% to "
-             "120% of the present file size.  The file:  ") +
-         localPath + QStringLiteral("  has not been updated from:  ") + address +
-         QStringLiteral("\r\rData received from the server was:\r") + received;
-}
-
-QString ServiceRefusalText(const QString& fileName, const QString& address, const ElementAnswer& answer) {
-  const QString status = QStringLiteral("%1 %2").arg(answer.Status).arg(answer.StatusText).trimmed();
-  return fileName + QStringLiteral(" has not been updated: ") + address + QStringLiteral(" answered ") +
-         status + QStringLiteral(": ") + FirstLine(answer.Body);
-}
-
-QString OutcomeText(FileOutcome outcome) {
-  switch (outcome) {
-    case FileOutcome::Updated:
-      return QStringLiteral("updated");
-    case FileOutcome::AlreadyCurrent:
-      return QStringLiteral("already current");
-    case FileOutcome::AskedRecently:
-      return QStringLiteral("not asked for again");
-    case FileOutcome::Refused:
-      return QStringLiteral("not updated");
-    case FileOutcome::NotFetched:
-      break;
-  }
-  return QStringLiteral("not fetched");
-}
-
-QString OutcomeSummary(const QList<FileOutcome>& outcomes) {
-  QStringList parts;
-  for (const FileOutcome outcome : {FileOutcome::Updated, FileOutcome::AlreadyCurrent, FileOutcome::Refused,
-                                    FileOutcome::AskedRecently, FileOutcome::NotFetched}) {
-    if (const qsizetype count = outcomes.count(outcome); count > 0) {
-      parts.append(QStringLiteral("%1 %2").arg(count).arg(OutcomeText(outcome)));
-    }
-  }
-  return parts.join(QStringLiteral(", "));
-}
-
 UpdateResult UpdateElementFiles(const ElementUpdate& update, const ElementRequests& requests,
                                 const UpdateSteps& steps) {
-  UpdateResult result;
-  QHash<QString, ElementAnswer> answers;
-  for (int file = 0; file < update.Files.size(); ++file) {
-    const QString name = update.Files[file], localPath = update.Folder + name;
-    const QString address = RemoteAddress(update.BaseAddress, name);
-    if (!steps.BeforeFile(file)) {
-      result.EndedEarly = true;
-      return result;
-    }
-    const QByteArray present = files::ReadFile(localPath);
-    auto answer = answers.constFind(address);
-    if (answer == answers.constEnd()) {
-      if (!update.Insist && requests.AskedRecently(address, update.Now())) {
-        steps.AfterFile(file, FileOutcome::AskedRecently);
-        continue;
-      }
-      NeedToWrite(update.Folder, present);
-      QDir().mkpath(update.ArchiveFolder);
-      NeedToWrite(update.ArchiveFolder, present);
-      answer = answers.insert(address, Ask(update, address, requests, steps));
-    }
-    if (answer->Cancelled) {
-      result.EndedEarly = true;
-      return result;
-    }
-    if (SaysNothingNew(*answer)) {
-      steps.AfterFile(file, FileOutcome::AlreadyCurrent);
-      continue;
-    }
-    const QList<QByteArray> lines = SplitLines(answer->Body);
-    result.Changed = IsAcceptable(*answer, lines, present.size());
-    if (result.Changed) {
-      ReplaceElements(localPath, lines, update.ArchiveFolder);
-    } else {
-      const bool isAnswer = answer->Status != 0 && answer->Problem.isEmpty();
-      steps.Tell(isAnswer && answer->Status != kStatusOk ? ServiceRefusalText(name, address, *answer)
-                                                         : RefusalText(localPath, address, *answer));
-    }
-    steps.AfterFile(file, result.Changed ? FileOutcome::Updated : FileOutcome::Refused);
-    if (answer->Status != kStatusOk) {
-      result.EndedEarly = file + 1 < update.Files.size();
-      return result;
-    }
-  }
-  return result;
+  const QString folder = QFileInfo(requests.File()).path();
+  QDir().mkpath(folder);
+  const files::FolderLock lock(folder, update.PatienceMs);
+  if (lock.IsTaken()) throw UpdateRunning();
+  return Run(update, requests, steps).All();
 }
 
 }  // namespace pelorin::elements

@@ -25,7 +25,9 @@ FolderLock::FolderLock(const QString& folder, int patienceMs)
   if (descriptor_ < 0) return;
   const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(patienceMs);
   while (::flock(descriptor_, LOCK_EX | LOCK_NB) != 0) {
-    if (errno != EWOULDBLOCK || std::chrono::steady_clock::now() >= end) return;
+    if (errno != EWOULDBLOCK) return;
+    isTaken_ = std::chrono::steady_clock::now() >= end;
+    if (isTaken_) return;
     std::this_thread::sleep_for(kAskAgain);
   }
   isHeld_ = true;

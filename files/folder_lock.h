@@ -17,12 +17,14 @@ class FolderLock {
   FolderLock(const QString& folder, int patienceMs);
   ~FolderLock();
   bool IsHeld() const { return isHeld_; }
+  /// Another one had it all the time.
+  bool IsTaken() const { return isTaken_; }
   FolderLock(const FolderLock&) = delete;
   FolderLock& operator=(const FolderLock&) = delete;
 
  private:
   int descriptor_ = -1;
-  bool isHeld_ = false;
+  bool isHeld_ = false, isTaken_ = false;
 };
 
 }  // namespace pelorin::files

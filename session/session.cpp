@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QScopeGuard>
 #include <exception>
 #include <filesystem>
 #include <utility>
@@ -45,6 +46,14 @@ void Session::LoadSatellites(const QString& folder) {
   selected_ = nullptr;
   following_ = std::make_unique<session::ActiveSatellites>(known->Satellites());
   known_ = std::move(known);
+}
+
+void Session::ReloadSatellites() {
+  Run.Reloading = true;
+  const auto ended = qScopeGuard([this] { Run.Reloading = false; });
+  LoadSatellites(QString::fromStdU16String(Satellites().Folder().u16string()));
+  RestoreActive();
+  Q_EMIT SatellitesReloaded();
 }
 
 orbit::TSatellite Session::SetNear(const orbit::TSatellite& satellite, orbit::TDateTime moment) const {

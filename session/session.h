@@ -40,6 +40,7 @@ struct RunFlags {
   bool PassListMade = false;    ///< there has been a pass list
   bool Closing = false;         ///< the window goes; long loops end
   bool AbortRequested = false;  ///< Escape was pressed in the main window
+  bool Reloading = false;       ///< the same files are read again; what is chosen stays chosen
   bool MakingMap = false;       ///< the ground path makes a map; flights wait
 };
 
@@ -85,6 +86,9 @@ class Session : public QObject {
 
   /// Reads the folder's element files; what cannot be used is in LeftOut().
   void LoadSatellites(const QString& folder);
+  /// Reads the same folder again, because its files have changed: what is active stays so, and everybody
+  /// follows.
+  void ReloadSatellites();
   /// Files and sets that LoadSatellites could not use, and why.
   const std::vector<orbit::RejectedSet>& LeftOut() const { return known_->LeftOut(); }
 
@@ -123,6 +127,8 @@ class Session : public QObject {
  Q_SIGNALS:
   void ActiveSatellitesChanged();
   void SatelliteChosen();
+  /// ReloadSatellites has read other elements.
+  void SatellitesReloaded();
   void PassDirectionChanged();
   void PassDurationChanged();
   /// A picture is looked for, under these names one after the other.

@@ -113,7 +113,11 @@ void TTabSheetGroundPath::TabSheetGroundPathHide() {
 }
 
 void TTabSheetGroundPath::ActiveSatellitesChanged() {
-  session::FillChooser(ui_.ComboBoxSatForPic, session_.Active(), session_.Active().empty() ? -1 : 0);
+  int chosen = session_.Active().empty() ? -1 : 0;
+  if (session_.Run.Reloading) {
+    chosen = std::max(chosen, session_.Following().IndexOf(ui_.ComboBoxSatForPic->currentText()));
+  }
+  session::FillChooser(ui_.ComboBoxSatForPic, session_.Active(), chosen);
   ComboBoxSatForPicChange();
 }
 

@@ -1,6 +1,5 @@
 #include "desktop/passes/form_update_keplers.h"
 
-#include <QDir>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -11,8 +10,9 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include "app/element_address.h"
 #include "app/program_paths.h"
-#include "elements/element_update.h"
+#include "elements/element_queries.h"
 #include "session/controls.h"
 
 namespace pelorin::desktop {
@@ -37,21 +37,24 @@ QString InsistText(const QStringList& names) {
 
 }  // namespace
 
-TFormUpdateKeplers::TFormUpdateKeplers(session::Session& session, const QString& baseAddress,
-                                       const QString& userDataFolder, QWidget* parent)
+TFormUpdateKeplers::TFormUpdateKeplers(session::Session& session, QWidget* parent)
     : TForm(session, "FormUpdateKeplers", QStringLiteral("Pelorin - Update Keplers from the Internet"),
             parent),
-      baseAddress_(baseAddress),
-      userDataFolder_(userDataFolder),
+      baseAddress_(app::ElementAddress(session.Settings)),
       labelIntro_(Named(new QLabel(this), "LabelIntro")),
       checkListBoxFiles_(Named(new QTreeWidget(this), "CheckListBoxFiles")),
       editBaseUrl_(Named(new QLineEdit(this), "EditBaseUrl")),
       labelProgress_(Named(new QLabel(this), "LabelProgress")),
       progressBar_(Named(new QProgressBar(this), "ProgressBar")),
+      buttonPublicAddress_(
+          Named(new QPushButton(QStringLiteral("Built-in address"), this), "ButtonPublicAddress")),
       buttonUpdate_(Named(new QPushButton(QStringLiteral("Update"), this), "ButtonUpdate")),
       buttonCancel_(Named(new QPushButton(QStringLiteral("Cancel"), this), "ButtonCancel")) {
   Build();
   session::Handle(buttonUpdate_, &QPushButton::clicked, this, &TFormUpdateKeplers::ButtonUpdateClick);
+  session::Handle(buttonPublicAddress_, &QPushButton::clicked, this,
+                  &TFormUpdateKeplers::ButtonPublicAddressClick);
+  session::Handle(editBaseUrl_, &QLineEdit::editingFinished, this, &TFormUpdateKeplers::EditBaseUrlExit);
   session::Handle(buttonCancel_, &QPushButton::clicked, this, &TFormUpdateKeplers::ButtonCancelClick);
 }
 
@@ -73,7 +76,9 @@ void TFormUpdateKeplers::Build() {
       checkListBoxFiles_,
       QStringLiteral("All files are updated. Afterwards a tick marks those that are up to date."));
   checkListBoxFiles_->setMinimumHeight(kListRows * fontMetrics().height() * 3 / 2);
-  editBaseUrl_->setReadOnly(true);
+  session::Hinted(editBaseUrl_, QStringLiteral("Address of an element service, or of a mirror of one"));
+  session::Hinted(buttonPublicAddress_, QStringLiteral("Ask the public element service again"));
+  buttonPublicAddress_->setAutoDefault(false);
   QSizePolicy kept = progressBar_->sizePolicy();
   kept.setRetainSizeWhenHidden(true);
   progressBar_->setSizePolicy(kept);
@@ -85,6 +90,7 @@ void TFormUpdateKeplers::Build() {
   auto* source = new QHBoxLayout;
   source->addWidget(session::LabelFor(QStringLiteral("From: "), editBaseUrl_, this));
   source->addWidget(editBaseUrl_, 1);
+  source->addWidget(buttonPublicAddress_);
   auto* buttons = new QHBoxLayout;
   buttons->addStretch();
   buttons->addWidget(buttonUpdate_);
@@ -100,11 +106,12 @@ void TFormUpdateKeplers::Build() {
 }
 
 void TFormUpdateKeplers::FormCreate() {
-  editBaseUrl_->setText(baseAddress_);
+  SetAddress(baseAddress_);
   const bool isAvailable = download_.IsAvailable();
   buttonUpdate_->setEnabled(isAvailable);
   checkListBoxFiles_->setEnabled(isAvailable);
   editBaseUrl_->setEnabled(isAvailable);
+  if (!isAvailable) buttonPublicAddress_->setEnabled(false);
   labelIntro_->setText(
       isAvailable
           ? QStringLiteral(
@@ -116,44 +123,44 @@ void TFormUpdateKeplers::FormCreate() {
 
 void TFormUpdateKeplers::FormShow() {
   session_.Window.SetTitle(windowTitle());
+  FillFiles(Qt::Checked);
+  if (!download_.IsAvailable()) return;
+  buttonUpdate_->setEnabled(!files_.isEmpty());
+  labelProgress_->setText(files_.isEmpty()
+                              ? QStringLiteral("No element files are loaded, so there are none to update.")
+                              : QString());
+}
+
+void TFormUpdateKeplers::FillFiles(Qt::CheckState state) {
   folder_ = app::WithSeparator(QString::fromStdU16String(session_.Satellites().Folder().u16string()));
   files_ = elements::UpdatableFiles(session_.Satellites());
   checkListBoxFiles_->clear();
   for (const QString& name : files_) {
     auto* item = new QTreeWidgetItem(checkListBoxFiles_, {name, QString()});
     item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
-    item->setCheckState(kUpdateFileColumn, Qt::Checked);
+    item->setCheckState(kUpdateFileColumn, state);
   }
-  if (!download_.IsAvailable()) return;
-  buttonUpdate_->setEnabled(!files_.isEmpty());
-  labelProgress_->setText(files_.isEmpty()
-                              ? QStringLiteral("No element files (*.2LI or *.TLE) are loaded, so there are "
-                                               "none to update.")
-                              : QString());
 }
 
 void TFormUpdateKeplers::ButtonUpdateClick() {
   if (isRunning_) return;
-  const elements::ElementRequests requests(
-      QDir(userDataFolder_).filePath(QStringLiteral("element-requests.txt")));
+  EditBaseUrlExit();
+  // The run before may have left other files.
+  FillFiles(Qt::Unchecked);
+  const elements::ElementRequests requests(app::ElementRequestsFile());
   const bool insist = AskWhetherToInsist(requests);
   isCancelled_ = false;
   outcomes_ = QList<FileOutcome>(files_.size(), FileOutcome::NotFetched);
-  for (int file = 0; file < files_.size(); ++file) {
-    QTreeWidgetItem* item = checkListBoxFiles_->topLevelItem(file);
-    item->setCheckState(kUpdateFileColumn, Qt::Unchecked);
-    item->setText(kUpdateOutcomeColumn, QString());
-  }
   const elements::UpdateResult result = Run(requests, insist);
   if (!result.Changed || result.EndedEarly) return;
-  Boxes().Message(QStringLiteral("The new Keplers will be used the next time you run Pelorin."));
+  Boxes().Message(QStringLiteral("The new Keplers are in use now."));
   accept();
 }
 
 bool TFormUpdateKeplers::AskWhetherToInsist(const elements::ElementRequests& requests) {
   QStringList recent;
   for (const QString& name : files_) {
-    if (requests.AskedRecently(elements::RemoteAddress(baseAddress_, name), session_.Now())) {
+    if (requests.AskedRecently(elements::QueryAddress(baseAddress_, name), session_.Now())) {
       recent.append(name);
     }
   }
@@ -166,15 +173,26 @@ elements::UpdateResult TFormUpdateKeplers::Run(const elements::ElementRequests& 
   const auto stopped = qScopeGuard([this, &ending] {
     SetRunning(false);
     labelProgress_->setText(ending + elements::OutcomeSummary(outcomes_) + u'.');
+    // Also when an error or the user has put an end to the run.
+    if (outcomes_.contains(FileOutcome::Updated)) {
+      session::Guarded(Boxes(), [this] { session_.ReloadSatellites(); });
+    }
   });
-  const elements::ElementUpdate update{
-      files_, folder_, baseAddress_, app::ElementArchiveFolder(), [this] { return session_.Now(); }, insist};
-  const elements::UpdateResult result =
-      elements::UpdateElementFiles(update, requests,
-                                   {[this](const QString& address) { return download_.Get(address); },
-                                    [this](int file) { return BeforeFile(file); },
-                                    [this](int file, FileOutcome outcome) { AfterFile(file, outcome); },
-                                    [this](const QString& text) { Boxes().Message(text); }});
+  elements::ElementUpdate update;
+  update.Files = files_;
+  update.Folder = folder_;
+  update.BaseAddress = baseAddress_;
+  update.PlainFilesToo = baseAddress_ != app::PublicElementAddress();
+  update.ArchiveFolder = app::ElementArchiveFolder();
+  update.Now = [this] { return session_.Now(); };
+  update.Insist = insist;
+  const elements::UpdateResult result = elements::UpdateElementFiles(
+      update, requests,
+      {[this](const QString& address) { return download_.Get(address); },
+       [this](int file) { return BeforeFile(file); },
+       [this](int file, const elements::FileResult& ofFile) { AfterFile(file, ofFile); },
+       [this](const QString& text) { Boxes().Message(text); },
+       [this](const QString& question) { return Boxes().Confirm(question, 0, session::Answer::No); }});
   if (isCancelled_) {
     ending = QStringLiteral("Cancelled: ");
   } else if (!result.EndedEarly) {
@@ -183,9 +201,29 @@ elements::UpdateResult TFormUpdateKeplers::Run(const elements::ElementRequests& 
   return result;
 }
 
+void TFormUpdateKeplers::SetAddress(const QString& address) {
+  baseAddress_ = address;
+  editBaseUrl_->setText(address);
+  buttonPublicAddress_->setEnabled(address != app::PublicElementAddress());
+}
+
+void TFormUpdateKeplers::EditBaseUrlExit() {
+  const QString address = app::ElementAddressOf(editBaseUrl_->text());
+  if (address == baseAddress_) return;
+  SetAddress(address);
+  session_.Settings.ElementsAddress.Value = address == app::PublicElementAddress() ? QString() : address;
+}
+
+void TFormUpdateKeplers::ButtonPublicAddressClick() {
+  editBaseUrl_->clear();
+  EditBaseUrlExit();
+}
+
 void TFormUpdateKeplers::SetRunning(bool running) {
   isRunning_ = running;
   buttonUpdate_->setEnabled(!running);
+  editBaseUrl_->setReadOnly(running);
+  buttonPublicAddress_->setEnabled(!running && baseAddress_ != app::PublicElementAddress());
   progressBar_->setVisible(running);
   if (!running) {
     unsetCursor();
@@ -202,14 +240,14 @@ bool TFormUpdateKeplers::BeforeFile(int file) {
   if (isCancelled_ || session_.Run.Closing) return false;
   checkListBoxFiles_->scrollToItem(checkListBoxFiles_->topLevelItem(file));
   labelProgress_->setText(
-      QStringLiteral("Getting %1 for %2...").arg(elements::RemoteFileName(files_[file]), files_[file]));
+      QStringLiteral("Getting %1 for %2...").arg(elements::QueryOf(files_[file]), files_[file]));
   return true;
 }
 
-void TFormUpdateKeplers::AfterFile(int file, FileOutcome outcome) {
-  outcomes_[file] = outcome;
+void TFormUpdateKeplers::AfterFile(int file, const elements::FileResult& result) {
+  const FileOutcome outcome = outcomes_[file] = result.Outcome;
   QTreeWidgetItem* item = checkListBoxFiles_->topLevelItem(file);
-  item->setText(kUpdateOutcomeColumn, elements::OutcomeText(outcome));
+  item->setText(kUpdateOutcomeColumn, elements::ResultText(result));
   if (outcome == FileOutcome::Updated || outcome == FileOutcome::AlreadyCurrent) {
     item->setCheckState(kUpdateFileColumn, Qt::Checked);
   }

@@ -3,6 +3,7 @@
 #include <QStringList>
 
 #include "elements/element_download.h"
+#include "elements/element_update.h"
 #include "session/form.h"
 
 class QLabel;
@@ -13,19 +14,18 @@ class QTreeWidget;
 
 namespace pelorin::desktop {
 
-/// Fetches fresh copies of the loaded element files. They take effect when the program starts the next time.
+/// Fetches fresh copies of the loaded element files, which are in use from then on.
 class TFormUpdateKeplers : public session::TForm {
   Q_OBJECT
 
  public:
-  /// `baseAddress` is the service's, with a "/" at its end; earlier sets, and when the service was asked, are
-  /// kept in `userDataFolder`.
-  TFormUpdateKeplers(session::Session& session, const QString& baseAddress, const QString& userDataFolder,
-                     QWidget* parent);
+  TFormUpdateKeplers(session::Session& session, QWidget* parent);
 
   void FormShow() override;
   void ButtonUpdateClick();
   void ButtonCancelClick();
+  void ButtonPublicAddressClick();
+  void EditBaseUrlExit();
 
   /// Escape and the window's closing button do what "Cancel" does.
   void reject() override;
@@ -34,14 +34,17 @@ class TFormUpdateKeplers : public session::TForm {
   QWidget* FirstControl() const override;
   void FormCreate() override;
   void Build();
+  /// Lists the files of the loaded sets, all with that mark.
+  void FillFiles(Qt::CheckState state);
+  void SetAddress(const QString& address);
   void SetRunning(bool running);
   /// Lets the user decide about files that were asked for a short time ago.
   bool AskWhetherToInsist(const elements::ElementRequests& requests);
   elements::UpdateResult Run(const elements::ElementRequests& requests, bool insist);
   bool BeforeFile(int file);
-  void AfterFile(int file, elements::FileOutcome outcome);
+  void AfterFile(int file, const elements::FileResult& result);
 
-  const QString baseAddress_, userDataFolder_;
+  QString baseAddress_;  ///< of the service, with a "/" at its end
   elements::ElementDownload download_;
   QString folder_;
   QStringList files_;
@@ -54,7 +57,7 @@ class TFormUpdateKeplers : public session::TForm {
   QLineEdit* editBaseUrl_;
   QLabel* labelProgress_;
   QProgressBar* progressBar_;
-  QPushButton *buttonUpdate_, *buttonCancel_;
+  QPushButton *buttonPublicAddress_, *buttonUpdate_, *buttonCancel_;
 };
 
 }  // namespace pelorin::desktop

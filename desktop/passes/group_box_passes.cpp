@@ -55,6 +55,7 @@ TGroupBoxPasses::TGroupBoxPasses(session::Session& session, QWidget* parent)
   Handle(ui_.ButtonFlightFromPass, &QPushButton::clicked, this, &TGroupBoxPasses::ButtonFlightFromPassClick);
   Handle(ui_.ButtonRegenPasses, &QPushButton::clicked, this, &TGroupBoxPasses::ButtonRegenPassesClick);
   Handle(ui_.UpDownDaysAhead, &QSpinBox::valueChanged, this, &TGroupBoxPasses::UpDownDaysAheadClick);
+  Handle(&session, &session::Session::SatellitesReloaded, this, &TGroupBoxPasses::SatellitesReloaded);
   Handle(ui_.ButtonEphemeris, &QPushButton::clicked, this, &TGroupBoxPasses::ButtonEphemerisClick);
 }
 
@@ -74,6 +75,10 @@ QStringList TGroupBoxPasses::Entries() const { return ui_.ListBoxPasses->Items()
 void TGroupBoxPasses::SelectPass(int index) {
   ui_.ListBoxPasses->setCurrentRow(index);
   EnablePassButtons(IsPassSelected());
+}
+
+void TGroupBoxPasses::SatellitesReloaded() {
+  if (session_.Run.PassListMade) timerPassDateChanging_->start();
 }
 
 void TGroupBoxPasses::DateTimePickerPassesChange() { timerPassDateChanging_->start(); }

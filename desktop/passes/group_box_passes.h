@@ -47,6 +47,8 @@ class TGroupBoxPasses : public QGroupBox {
   void ButtonNextPassClick();
   void ButtonEphemerisClick();
   void UpDownDaysAheadClick(int days);
+  /// A list of other elements than those in use would be a list of other passes.
+  void SatellitesReloaded();
   void DateTimePickerPassesChange();
   void TimerPassDateChangingTimer();
   void ListBoxPassesClick();

@@ -76,7 +76,8 @@ TEST_F(SettingsTest, ElementAddressComesFromTheNearestOfThree) {
     QString Setting, Address;
   } rows[] = {{"http://here", u"https://mirror/e"_s, u"http://here/"_s},
               {" ", u" https://mirror/e "_s, u"https://mirror/e/"_s},
-              {"", u""_s, u"http://celestrak.org/NORAD/elements/"_s}};
+              {"", u"mirror/e"_s, u"https://mirror/e/"_s},
+              {"", u""_s, u"https://celestrak.org/NORAD/elements/"_s}};
   for (const auto& row : rows) {
     qputenv("PELORIN_ELEMENTS_URL", row.Variable);
     store_.Update([&row](RegistryDocument& document) {

@@ -7,11 +7,16 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <thread>
 
+#include "elements/element_archive.h"
 #include "elements/element_download.h"
+#include "elements/element_queries.h"
 #include "files/atomic_file.h"
 #include "files/file_error.h"
+#include "files/folder_lock.h"
 #include "files/read_file.h"
+#include "tests/support/element_messages.h"
 #include "tests/support/element_server.h"
 
 namespace pelorin::elements {
@@ -21,14 +26,20 @@ using namespace Qt::StringLiterals;
 using tests::ElementServer;
 using Then = ElementServer::Then;
 
-/// Sets of 165 bytes each, a line ending in LF.
-QByteArray Sets(int first, int count) {
-  const QList<QByteArray> lines =
-      SplitLines(files::ReadFile(QStringLiteral(PELORIN_DEMO_ELEMENTS "/weather-2022-02-22.2li")));
-  return lines.mid(3 * first, 3 * count).join('\n') + '\n';
-}
+const QString kWeather = u"gp.php?GROUP=weather&FORMAT=csv"_s, kNoaa = u"gp.php?GROUP=noaa&FORMAT=csv"_s;
+
+const QString kDemo = QStringLiteral(PELORIN_DEMO_ELEMENTS "/weather-2022-02-22.2li");
+
+QByteArray Sets(int first, int count) { return tests::DemoSets(kDemo, first, count); }
+
+/// The same satellites ten days later.
+QByteArray Fresh(int first, int count) { return Sets(first, count).replace(" 2205", " 2206"); }
 
 QByteArray WithCrLf(QByteArray text) { return text.replace("\n", "\r\n"); }
+
+QByteArray Csv(int first, int count) { return tests::CsvOf(tests::DemoMessages(kDemo, first, count)); }
+
+QByteArray Json(int first, int count) { return tests::JsonOf(tests::DemoMessages(kDemo, first, count)); }
 
 class ElementUpdateTest : public testing::Test {
  protected:
@@ -38,26 +49,37 @@ class ElementUpdateTest : public testing::Test {
     update.BaseAddress = server.Base();
     update.ArchiveFolder = folder.filePath(u"user/archive"_s);
     update.Now = [this] { return now; };
-    QDir(folder.path()).mkdir(u"elements"_s);
     Restore();
   }
 
   void Restore() {
+    for (const QString& name : {u"elements"_s, u"user"_s}) {
+      QDir(folder.filePath(name)).removeRecursively();
+      QDir(folder.path()).mkdir(name);
+    }
     for (const QString& name : update.Files) files::ReplaceFile(update.Folder + name, Sets(0, 10));
-    QFile::remove(folder.filePath(u"user/requests.txt"_s));
     server.Asked.clear();
-    server.Answers[u"noaa.txt"_s] = ElementServer::Reply("200 OK", Sets(12, 10));
+    server.Answers[kNoaa] = ElementServer::Reply("200 OK", Fresh(0, 10));
   }
 
   UpdateResult Run() {
     said.clear();
+    questions.clear();
     outcomes.clear();
+    texts.clear();
     const ElementRequests requests(folder.filePath(u"user/requests.txt"_s));
-    return UpdateElementFiles(
-        update, requests,
-        {[this](const QString& address) { return For(address).Get(address); },
-         [this](int) { return !cancel; }, [this](int, FileOutcome outcome) { outcomes.append(outcome); },
-         [this](const QString& text) { said.append(text); }});
+    return UpdateElementFiles(update, requests,
+                              {[this](const QString& address) { return For(address).Get(address); },
+                               [this](int) { return !cancel; },
+                               [this](int, const FileResult& result) {
+                                 outcomes.append(result.Outcome);
+                                 texts.append(ResultText(result));
+                               },
+                               [this](const QString& text) { said.append(text); },
+                               [this](const QString& question) {
+                                 questions.append(question);
+                                 return agree;
+                               }});
   }
 
   /// A busy computer must not look like a silent server.
@@ -66,7 +88,9 @@ class ElementUpdateTest : public testing::Test {
     return isSilent && givesUpSoon ? hasty : patient;
   }
 
-  QByteArray File(int index) { return files::ReadFile(update.Folder + update.Files[index]); }
+  QByteArray File(const QString& name) { return files::ReadFile(update.Folder + name); }
+  QByteArray File(int index) { return File(update.Files[index]); }
+  QStringList FilesThere() const { return QDir(update.Folder).entryList(QDir::Files | QDir::System); }
 
   QTemporaryDir folder;
   ElementServer server;
@@ -74,14 +98,14 @@ class ElementUpdateTest : public testing::Test {
   bool givesUpSoon = false;
   ElementUpdate update;
   orbit::TDateTime now = orbit::MakeDateTime(2022, 3, 1, 6, 0);
-  bool cancel = false;
-  QStringList said;
+  bool cancel = false, agree = false;
+  QStringList said, questions, texts;
   QList<FileOutcome> outcomes;
 };
 
 TEST_F(ElementUpdateTest, AnswersLeaveAPlausibleNewFileOrTheOldOne) {
   using enum FileOutcome;
-  const QByteArray good = Sets(12, 10);
+  const QByteArray good = Fresh(0, 10);
   const auto whole = [](const QByteArray& body) { return ElementServer::Reply("200 OK", body); };
   const auto half = [](const QByteArray& body, Then next) {
     ElementServer::Answer answer = ElementServer::Reply("200 OK", body);
@@ -90,134 +114,299 @@ TEST_F(ElementUpdateTest, AnswersLeaveAPlausibleNewFileOrTheOldOne) {
     return answer;
   };
   const QByteArray unmeasured = "HTTP/1.1 200 OK\r\nConnection: close\r\n\r\n";
-  const QByteArray page = "<!DOCTYPE html>\n<html>" + QByteArray(1600, 'x') + "</html>\n";
+  const QByteArray page =
+      "<!DOCTYPE html>\n<html><head><title>no</title></head><script>if (a<b) "
+      "x();</script><body><h1>Sorry</h1>Your "
+      "<b>address</b>&nbsp;is blocked &amp; logged&#46;</body></html>\n";
   const QByteArray notNew =
-      "GP data has not updated since your last successful\r\ndownload of GROUP=weather at 2022-03-01 "
+      "GP data has not updated since your last successful\r\ndownload of GROUP=weather at 2022-03-05 "
       "05:00.\r\n";
-  QByteArray otherSatellite = good, starred = good;
+  QByteArray otherSatellite = good, starred = good, oneDead = Csv(0, 10);
   otherSatellite.replace(good.indexOf("\n2 ") + 3, 5, "99999");
   starred.replace(good.indexOf("\n1 ") + 1, 2, "1X");
-  const QString refusal = u"outside the limits of 80% to 120%"_s;
+  oneDead.replace(oneDead.indexOf("14.2"), 4, "90.0");
+  const QString refusal = u"outside the limits of 80% to 120%"_s, asks = u"?"_s;
   const struct {
     const char* Label;
     ElementServer::Answer Answer;
     FileOutcome Outcome;
-    QString Said;    ///< a part of it; null for nothing
-    bool GoesOn;     ///< the second file is asked for too
-    QByteArray New;  ///< content expected when updated
+    QString Said;     ///< a part of it; "?" for a question instead, null for nothing
+    bool GoesOn;      ///< the second file is asked for too
+    QByteArray New;   ///< content expected when updated
+    QString NewName;  ///< and the file that has it, if it is another
+    bool Stays;       ///< that other file is not alone
   } rows[] = {
-      {"good", whole(good), Updated, {}, true, good},
-      {"good with CR LF", whole(WithCrLf(good)), Updated, {}, true, good},
-      {"good with CR", whole(QByteArray(good).replace('\n', '\r')), Updated, {}, true, good},
-      {"exactly 80%", whole(Sets(12, 8)), Refused, refusal, true, {}},
-      {"80% and a byte", whole(Sets(12, 8).replace(23, 1, " \r")), Updated, {}, true, Sets(12, 8)},
-      {"119%", whole(Sets(12, 12).chopped(1)), Updated, {}, true, Sets(12, 12)},
-      {"exactly 120%", whole(Sets(12, 12)), Refused, refusal, true, {}},
-      {"nothing in it", whole({}), Refused, refusal, true, {}},
-      {"begins with a blank", whole(" " + good), Refused, refusal, true, {}},
-      {"no line 1", whole(starred), Refused, refusal, true, {}},
-      {"lines of two satellites", whole(otherSatellite), Refused, refusal, true, {}},
-      {"right beginnings only", whole(QByteArray("A\n1 b\n2 c\n").repeated(165)), Refused, refusal, true, {}},
-      {"a page", whole(page), Refused, u"<!DOCTYPE html>"_s, true, {}},
-      {"end unknown, cut in a line 2", {unmeasured + good.chopped(20)}, Refused, refusal, true, {}},
-      {"end unknown, cut after a line 1", {unmeasured + good.chopped(70)}, Refused, refusal, true, {}},
-      {"end unknown, whole", {unmeasured + good}, Updated, {}, true, good},
-      {"breaks off", half(good, Then::Close), Refused, refusal, true, {}},
-      {"stops in the middle",
-       half(good, Then::Wait),
-       Refused,
-       u"(the server took too long to answer)"_s,
-       true,
-       {}},
-      {"no answer", {{}, Then::Wait}, Refused, u"(the server took too long to answer)"_s, false, {}},
-      {"speaks no HTTP", {"elements? which?\r\n\r\n"}, Refused, refusal, false, {}},
-      {"moved",
-       ElementServer::Reply("301 Moved Permanently", {}, "Location: /gp/moved.txt\r\n"),
+      {"good", whole(good), Updated, {}, true, WithCrLf(good), {}, false},
+      {"good with CR",
+       whole(QByteArray(good).replace('\n', '\r')),
        Updated,
        {},
        true,
-       good},
-      {"moved in a circle",
-       ElementServer::Reply("302 Found", {}, "Location: weather.txt\r\n"),
+       WithCrLf(good),
+       {},
+       false},
+      {"the same again", whole(Sets(0, 10)), Updated, {}, true, WithCrLf(Sets(0, 10)), {}, false},
+      {"exactly 80% of the bytes", whole(Fresh(0, 8)), Refused, asks, true, {}, {}, false},
+      {"80% and a byte",
+       whole(Fresh(0, 8).replace(23, 1, " \r")),
+       Updated,
+       {},
+       true,
+       WithCrLf(Fresh(0, 8)),
+       {},
+       false},
+      {"119%", whole(Fresh(0, 12).chopped(1)), Updated, {}, true, WithCrLf(Fresh(0, 12)), {}, false},
+      {"exactly 120% of the bytes", whole(Fresh(0, 12)), Refused, asks, true, {}, {}, false},
+      {"70% of the sets in longer lines",
+       whole(Fresh(0, 7).replace("\n", "        \n")),
        Refused,
-       u"\r(Too many redirects)"_s,
-       false,
-       {}},
-      {"moved to a port that is closed",
-       ElementServer::Reply("301 Moved Permanently", {}, "Location: http://127.0.0.1:1/e.txt\r\n"),
+       asks,
+       true,
+       {},
+       {},
+       false},
+      {"other satellites", whole(Fresh(12, 10)), Refused, asks, true, {}, {}, false},
+      {"older",
+       whole(Sets(0, 10).replace(" 2205", " 2204")),
        Refused,
-       u"\r(moved to http://127.0.0.1:1/e.txt: Connection refused)"_s,
-       false,
-       {}},
-      {"moved without a place",
-       ElementServer::Reply("304 Not Modified", {}),
+       u"older than those that are there, by 10.0 days"_s,
+       true,
+       {},
+       {},
+       false},
+      {"messages", whole(Csv(0, 10)), Updated, {}, true, Csv(0, 10), u"Weather.csv"_s, false},
+      {"messages of more satellites",
+       whole(Csv(0, 12)),
+       Updated,
+       {},
+       true,
+       Csv(0, 12),
+       u"Weather.csv"_s,
+       false},
+      {"messages of all but two", whole(Csv(0, 8)), Updated, {}, true, Csv(0, 8), u"Weather.csv"_s, true},
+      {"messages of three fewer", whole(Csv(0, 7)), Refused, asks, true, {}, {}, false},
+      {"messages, one of no orbit", whole(oneDead), Updated, {}, true, oneDead, u"Weather.csv"_s, true},
+      {"messages, cut in a row", {unmeasured + Csv(0, 10).chopped(3)}, Refused, refusal, true, {}, {}, false},
+      {"messages, cut before a column",
+       {unmeasured + Csv(0, 10).chopped(4) + "\r\n"},
        Refused,
-       u" answered 304 Not Modified: (no text)"_s,
+       refusal,
+       true,
+       {},
+       {},
+       false},
+      {"messages in JSON", whole(Json(0, 10)), Updated, {}, true, Json(0, 10), u"Weather.json"_s, false},
+      {"messages in JSON, cut", {unmeasured + Json(0, 10).chopped(1)}, Refused, refusal, true, {}, {}, false},
+      {"nothing in it", whole({}), Refused, refusal, true, {}, {}, false},
+      {"begins with a blank", whole(" " + good), Refused, refusal, true, {}, {}, false},
+      {"no line 1", whole(starred), Refused, refusal, true, {}, {}, false},
+      {"lines of two satellites", whole(otherSatellite), Refused, refusal, true, {}, {}, false},
+      {"a set without a name",
+       whole(Fresh(0, 9) + "\n" + Fresh(9, 1).mid(25)),
+       Refused,
+       refusal,
+       true,
+       {},
+       {},
+       false},
+      {"a name at the end",
+       whole(good + "NOAA 15\n"),
+       Updated,
+       {},
+       true,
+       WithCrLf(good + "NOAA 15\n"),
+       {},
+       false},
+      {"right beginnings only",
+       whole(QByteArray("A\n1 b\n2 c\n").repeated(165)),
+       Refused,
+       refusal,
+       true,
+       {},
+       {},
+       false},
+      {"a page", whole(page), Refused, u"\rSorry\rYour address is blocked & logged."_s, true, {}, {}, false},
+      {"end unknown, cut in a line 2",
+       {unmeasured + good.chopped(20)},
+       Refused,
+       refusal,
+       true,
+       {},
+       {},
+       false},
+      {"breaks off", half(good, Then::Close), Failed, refusal, true, {}, {}, false},
+      {"stops in the middle",
+       half(good, Then::Wait),
+       Failed,
+       u"(the server took too long to answer)"_s,
+       true,
+       {},
+       {},
+       false},
+      {"no answer",
+       {{}, Then::Wait},
+       Failed,
+       u"(the server took too long to answer)"_s,
        false,
-       {}},
-      {"nothing new", ElementServer::Reply("403 Forbidden", notNew), AlreadyCurrent, {}, true, {}},
+       {},
+       {},
+       false},
+      {"moved",
+       ElementServer::Reply("301 Moved Permanently", {}, "Location: /gp/moved.csv\r\n"),
+       Updated,
+       {},
+       true,
+       Csv(0, 10),
+       u"Weather.csv"_s,
+       false},
+      {"nothing new", ElementServer::Reply("403 Forbidden", notNew), AlreadyCurrent, {}, true, {}, {}, false},
       {"forbidden",
-       ElementServer::Reply("403 Forbidden", "\r\nYou are locked out\r\nfor a day"),
-       Refused,
-       u"Weather.2LI has not been updated: "_s + server.Base() +
-           u"weather.txt answered 403 Forbidden: You are locked out"_s,
+       ElementServer::Reply("403 Forbidden", page),
+       Failed,
+       u"Weather.2LI has not been updated: "_s + server.Base() + kWeather +
+           u" answered 403 Forbidden:\r\rSorry\rYour address is blocked & logged."_s,
        false,
-       {}},
-      {"unknown there",
-       ElementServer::Reply("404 Not Found", page),
-       Refused,
-       u"answered 404 Not Found: <!DOCTYPE html>"_s,
+       {},
+       {},
+       false},
+      {"too many",
+       ElementServer::Reply("429 Too Many Requests", {}),
+       Failed,
+       u"answered 429 Too Many Requests:\r\r(no text)"_s,
        false,
-       {}},
+       {},
+       {},
+       false},
+      {"out of order",
+       ElementServer::Reply("502 Bad Gateway", "later"),
+       Failed,
+       u"502 Bad Gateway:\r\rlater"_s,
+       false,
+       {},
+       {},
+       false},
+      {"unknown there", ElementServer::Reply("404 Not Found", page), UnknownThere, {}, true, {}, {}, false},
+      {"no longer there", ElementServer::Reply("410 Gone", {}), UnknownThere, {}, true, {}, {}, false},
+      {"unknown there, in words",
+       whole("Invalid query: \"GROUP=weather&FORMAT=csv\" (GROUP=weather not found)"),
+       UnknownThere,
+       {},
+       true,
+       {},
+       {},
+       false},
       {"good, but not for us",
        ElementServer::Reply("203 Changed", good),
-       Refused,
-       u"answered 203 Changed: "_s,
-       false,
-       {}},
+       Failed,
+       u"answered 203 Changed:"_s,
+       true,
+       {},
+       {},
+       false},
   };
-  server.Answers[u"moved.txt"_s] = whole(good);
+  server.Answers[u"moved.csv"_s] = whole(Csv(0, 10));
   givesUpSoon = true;
   for (const auto& row : rows) {
     SCOPED_TRACE(row.Label);
     Restore();
-    server.Answers[u"weather.txt"_s] = row.Answer;
+    server.Answers[kWeather] = row.Answer;
     const UpdateResult result = Run();
     EXPECT_EQ(outcomes.value(0), row.Outcome);
-    EXPECT_EQ(File(0), row.New.isEmpty() ? Sets(0, 10) : WithCrLf(row.New));
-    EXPECT_EQ(said.size(), row.Said.isNull() ? 0 : 1) << said.join(u'\n').toStdString();
-    EXPECT_TRUE(said.value(0).contains(row.Said)) << said.value(0).toStdString();
-    EXPECT_EQ(server.Asked.contains(u"noaa.txt"_s), row.GoesOn);
+    const bool isRenamed = !row.NewName.isEmpty(), isKept = !isRenamed || row.Stays;
+    EXPECT_EQ(FilesThere().contains(u"Weather.2LI"_s), isKept);
+    if (isKept) {
+      EXPECT_EQ(File(0), row.New.isEmpty() || isRenamed ? Sets(0, 10) : row.New);
+    }
+    if (isRenamed) {
+      EXPECT_EQ(File(row.NewName), row.New);
+    }
+    EXPECT_EQ(FilesThere().size(), 1 + (isKept ? 1 : 0) + (isRenamed ? 1 : 0))
+        << "nothing half-written is left";
+    const bool isAsked = row.Said == asks;
+    EXPECT_EQ(questions.size(), isAsked ? 1 : 0);
+    EXPECT_EQ(said.size(), row.Said.isNull() || isAsked ? 0 : 1) << said.join(u'\n').toStdString();
+    if (!isAsked) {
+      EXPECT_TRUE(said.value(0).contains(row.Said)) << said.value(0).toStdString();
+    }
+    EXPECT_EQ(server.Asked.contains(kNoaa), row.GoesOn);
     EXPECT_EQ(File(1), row.GoesOn ? WithCrLf(good) : Sets(0, 10));
     EXPECT_EQ(result.Changed, row.GoesOn) << "the last file decides";
     EXPECT_EQ(result.EndedEarly, !row.GoesOn);
-    // The library below asks again when a connection's end is all that it sees, and a circle leads back.
-    if (row.Answer.Bytes.contains("Content-Length") && !row.Answer.Bytes.contains("Location: weather")) {
-      EXPECT_EQ(server.Asked.count(u"weather.txt"_s), 1);
+    // The library below asks again when a connection's end is all that it sees.
+    if (row.Answer.Bytes.contains("Content-Length")) {
+      EXPECT_EQ(server.Asked.count(kWeather), 1);
     }
     EXPECT_TRUE(server.LastRequest.contains("User-Agent: Pelorin\r\n"));
-    EXPECT_EQ(QDir(update.Folder).entryList(QDir::Files).size(), 2) << "nothing half-written is left";
+    EXPECT_TRUE(server.LastRequest.contains("Accept-Encoding: identity\r\n"));
   }
 }
 
+TEST_F(ElementUpdateTest, WhatComesInAnotherFormTakesTheFilesPlace) {
+  server.Answers[kWeather] = ElementServer::Reply("200 OK", Csv(0, 9));
+  update.Files = QStringList(u"Weather.2LI"_s);
+  Restore();
+  Run();
+  EXPECT_EQ(texts.takeLast(), u"updated as Weather.csv; still here: 1"_s);
+  EXPECT_EQ(FilesThere(), QStringList({u"Weather.2LI"_s, u"Weather.csv"_s}));
+  // Both are listed from then on; the newer file is judged by its own.
+  update.Files = FilesThere();
+  update.Insist = true;
+  server.Answers[kWeather] = ElementServer::Reply("200 OK", Csv(0, 10));
+  Run();
+  EXPECT_EQ(texts, QStringList({u"updated as Weather.csv"_s, u"updated"_s}));
+  EXPECT_EQ(server.Asked.size(), 2) << "an address that two files share is asked for once";
+  EXPECT_EQ(FilesThere(), QStringList(u"Weather.csv"_s));
+  EXPECT_EQ(QDir(update.ArchiveFolder).entryList(QDir::Files),
+            QStringList({u"2022-02.2li"_s, u"2022-03.csv"_s}));
+  EXPECT_EQ(ArchiveElementFile(update.Folder + u"Weather.csv"_s, update.ArchiveFolder), 1)
+      << "nine are there";
+
+  // A group that has shrunk goes when the user says so.
+  update.Files = FilesThere();
+  server.Answers[kWeather] = ElementServer::Reply("200 OK", Csv(0, 5));
+  Run();
+  ASSERT_EQ(questions.size(), 1);
+  EXPECT_TRUE(questions[0].contains(u"Element sets in it: 10\r"_s)) << questions[0].toStdString();
+  EXPECT_TRUE(
+      questions[0].contains(u"would go: METEOR 3-2, NOAA 11, METEOR 2-18, METEOR 3-3, METEOR 2-19."_s))
+      << questions[0].toStdString();
+  EXPECT_EQ(File(u"Weather.csv"_s), Csv(0, 10));
+  agree = true;
+  Run();
+  EXPECT_EQ(File(u"Weather.csv"_s), Csv(0, 5));
+  // So does a file in lines that then has the others alone.
+  update.Files = QStringList(u"Weather.2LI"_s);
+  Restore();
+  Run();
+  EXPECT_EQ(FilesThere(), QStringList(u"Weather.csv"_s));
+
+  // A file that is not there yet can be asked for.
+  update.Files = QStringList(u"25338.csv"_s);
+  update.MayCreate = true;
+  server.Answers[u"gp.php?CATNR=25338&FORMAT=csv"_s] = ElementServer::Reply("200 OK", Csv(0, 1));
+  Run();
+  EXPECT_EQ(File(u"25338.csv"_s), Csv(0, 1));
+  EXPECT_EQ(questions.size(), 0);
+}
+
 TEST_F(ElementUpdateTest, TheWholeRefusalIsToldAndTheLastFileDecides) {
-  server.Answers[u"weather.txt"_s] = ElementServer::Reply("200 OK", Sets(12, 10));
-  server.Answers[u"noaa.txt"_s] = ElementServer::Reply("200 OK", "try\r\nlater");
+  server.Answers[kWeather] = ElementServer::Reply("200 OK", Fresh(0, 10));
+  server.Answers[kNoaa] = ElementServer::Reply("200 OK", "try\r\nlater");
   EXPECT_FALSE(Run().Changed);
   EXPECT_EQ(said, QStringList(u"The data received does not appear to be valid Kepler data or is outside the "
                               "limits of 80% to 120% of the present file size.  The file:  "_s +
                               update.Folder + u"noaa.tle  has not been updated from:  "_s + server.Base() +
-                              u"noaa.txt\r\rData received from the server was:\rtry\r\nlater"_s));
+                              kNoaa + u"\r\rData received from the server was:\rtry\r\nlater"_s));
   EXPECT_EQ(OutcomeSummary(outcomes), u"1 updated, 1 not updated"_s);
 }
 
 TEST_F(ElementUpdateTest, NothingIsAskedForTwiceWithinTwoHours) {
-  server.Answers[u"weather.txt"_s] = ElementServer::Reply("200 OK", Sets(12, 10));
+  server.Answers[kWeather] = ElementServer::Reply("200 OK", Fresh(0, 10));
   // Two files that have one name at the service.
   update.Files = QStringList{u"Weather.2LI"_s, u"weather.tle"_s};
   Restore();
   EXPECT_TRUE(Run().Changed);
-  EXPECT_EQ(File(1), WithCrLf(Sets(12, 10)));
+  EXPECT_EQ(File(1), WithCrLf(Fresh(0, 10)));
   const struct {
     const char* Label;
     int Hour, Minute;
@@ -236,20 +425,21 @@ TEST_F(ElementUpdateTest, NothingIsAskedForTwiceWithinTwoHours) {
     EXPECT_EQ(outcomes, QList<FileOutcome>(2, row.Asked ? FileOutcome::Updated : FileOutcome::AskedRecently));
   }
   // Who hung up before an answer came was asked all the same.
-  server.Answers[u"weather.txt"_s] = {{}, Then::Wait};
+  server.Answers[kWeather] = {{}, Then::Wait};
   now = orbit::MakeDateTime(2022, 3, 1, 12, 0);
   givesUpSoon = true;
   Run();
-  EXPECT_EQ(outcomes, QList<FileOutcome>{FileOutcome::Refused});
+  EXPECT_EQ(outcomes, QList<FileOutcome>{FileOutcome::Failed});
   Run();
   EXPECT_EQ(outcomes, QList<FileOutcome>(2, FileOutcome::AskedRecently));
   // An attempt without a connection changes nothing about that,
   update.Insist = true;
   const ElementRequests requests(folder.filePath(u"user/requests.txt"_s));
-  const QString address = RemoteAddress(server.Base(), u"weather.txt"_s);
-  UpdateElementFiles(update, requests,
-                     {[](const QString&) { return ElementAnswer{}; }, [](int) { return true; },
-                      [](int, FileOutcome) {}, [](const QString&) {}});
+  const QString address = QueryAddress(server.Base(), u"weather.tle"_s);
+  UpdateElementFiles(
+      update, requests,
+      {[](const QString&) { return ElementAnswer{}; }, [](int) { return true; },
+       [](int, const FileResult&) {}, [](const QString&) {}, [](const QString&) { return false; }});
   EXPECT_TRUE(requests.AskedRecently(address, orbit::MakeDateTime(2022, 3, 1, 13, 59)));
   EXPECT_FALSE(requests.AskedRecently(address, orbit::MakeDateTime(2022, 3, 1, 14, 0)));
   update.Insist = false;
@@ -257,12 +447,12 @@ TEST_F(ElementUpdateTest, NothingIsAskedForTwiceWithinTwoHours) {
   update.BaseAddress = u"http://127.0.0.1:1/NORAD/elements/"_s;
   for (int attempt = 0; attempt < 2; ++attempt) {
     EXPECT_FALSE(Run().Changed);
-    EXPECT_EQ(outcomes, QList<FileOutcome>{FileOutcome::Refused});
+    EXPECT_EQ(outcomes, QList<FileOutcome>{FileOutcome::Failed});
   }
 }
 
 TEST_F(ElementUpdateTest, CancelAndMissingFileEndTheRun) {
-  server.Answers[u"weather.txt"_s] = {"HTTP/1.1 200 OK\r\n\r\n" + Sets(12, 9), Then::Wait};
+  server.Answers[kWeather] = {"HTTP/1.1 200 OK\r\n\r\n" + Sets(12, 9), Then::Wait};
   QTimer watch;
   QObject::connect(&watch, &QTimer::timeout, [this] {
     if (!server.Asked.isEmpty()) patient.Cancel();
@@ -279,11 +469,11 @@ TEST_F(ElementUpdateTest, CancelAndMissingFileEndTheRun) {
 
   cancel = false;
   Restore();
-  server.Answers[u"weather.txt"_s] = ElementServer::Reply("200 OK", Sets(12, 10));
+  server.Answers[kWeather] = ElementServer::Reply("200 OK", Fresh(0, 10));
   QFile::remove(update.Folder + update.Files[1]);
   EXPECT_THROW(Run(), files::FileError);
   EXPECT_EQ(outcomes, QList<FileOutcome>{FileOutcome::Updated});
-  EXPECT_EQ(server.Asked, QStringList(u"weather.txt"_s));
+  EXPECT_EQ(server.Asked, QStringList(kWeather));
 
   // What cannot be kept in the archive is not replaced.
   Restore();
@@ -328,7 +518,7 @@ TEST_F(ElementUpdateTest, NothingIsAskedForThatCouldNotBeKept) {
 }
 
 TEST_F(ElementUpdateTest, TheEndOfTheProgramCancels) {
-  server.Answers[u"weather.txt"_s] = {"HTTP/1.1 200 OK\r\n\r\n" + Sets(12, 10), Then::Wait};
+  server.Answers[kWeather] = {"HTTP/1.1 200 OK\r\n\r\n" + Fresh(0, 10), Then::Wait};
   QTimer watch;
   QObject::connect(&watch, &QTimer::timeout, [this] {
     if (!server.Asked.isEmpty()) QCoreApplication::exit();
@@ -342,32 +532,69 @@ TEST_F(ElementUpdateTest, TheEndOfTheProgramCancels) {
   EXPECT_EQ(File(0), Sets(0, 10));
 }
 
-TEST(ElementNames, AtTheService) {
-  const struct {
-    QString Local, Remote;
-  } rows[] = {{u"Weather.2LI"_s, u"weather.txt"_s},
-              {u"amateur.radio.tle"_s, u"amateur.radio.txt"_s},
-              {u"My Sats #1.TLE"_s, u"my%20sats%20%231.txt"_s}};
-  for (const auto& row : rows)
-    EXPECT_EQ(RemoteAddress(u"http://h/"_s, row.Local), u"http://h/"_s + row.Remote);
+TEST_F(ElementUpdateTest, AFolderOfFilesWillDoForAService) {
+  server.Answers.clear();
+  server.Answers[u"weather.txt"_s] = ElementServer::Reply("200 OK", Fresh(0, 10));
+  update.PlainFilesToo = true;
+  Run();
+  EXPECT_EQ(outcomes, (QList{FileOutcome::Updated, FileOutcome::UnknownThere}));
+  EXPECT_EQ(server.Asked, QStringList({kWeather, u"weather.txt"_s, kNoaa, u"noaa.txt"_s}));
+  update.PlainFilesToo = false;
+  update.Insist = true;
+  server.Asked.clear();
+  Run();
+  EXPECT_EQ(server.Asked, QStringList({kWeather, kNoaa}))
+      << "the public service is not asked for more than it has";
 }
 
-TEST(ElementData, LinesGoInThrees) {
+TEST_F(ElementUpdateTest, UpdatesWaitForEachOther) {
+  const files::FolderLock other(folder.filePath(u"user"_s), 0);
+  EXPECT_THROW(Run(), UpdateRunning);
+  EXPECT_EQ(server.Asked, QStringList());
+
+  // The archive is locked by itself: whatever is added to it at the same time is all there in the end.
+  constexpr int rounds = 20;
+  std::vector<std::thread> writers;
+  for (const bool isOdd : {false, true}) {
+    writers.emplace_back([this, isOdd] {
+      const QString source = folder.filePath(isOdd ? u"odd.2li"_s : u"even.2li"_s);
+      for (int i = isOdd ? 1 : 0; i < rounds; i += 2) {
+        files::ReplaceFile(source, Sets(i, 1));
+        ArchiveElementFile(source, update.ArchiveFolder);
+      }
+    });
+  }
+  for (std::thread& writer : writers) writer.join();
+  EXPECT_EQ(files::ReadFile(update.ArchiveFolder + u"/2022-02.2li"_s).count("\n1 "), rounds);
+}
+
+TEST_F(ElementUpdateTest, NoFileOfAKnownNameIsMadeOnTheWay) {
+  const QString victim = folder.filePath(u"victim"_s);
+  files::ReplaceFile(victim, "mine");
+  QDir().mkpath(update.ArchiveFolder);
+  for (const QString& trap : {update.Folder, update.ArchiveFolder + u'/'}) {
+    ASSERT_TRUE(QFile::link(victim, trap + u"element-update.tmp"_s));
+  }
+  server.Answers[kWeather] = ElementServer::Reply("200 OK", Fresh(0, 10));
+  EXPECT_TRUE(Run().Changed);
+  EXPECT_EQ(files::ReadFile(victim), "mine");
+  EXPECT_TRUE(QFileInfo(update.Folder + u"element-update.tmp"_s).isSymLink());
+}
+
+TEST(ElementQueries, FollowTheNameOfTheFile) {
   const struct {
-    const char* Label;
-    QByteArray Text;
-    bool Valid, Whole;
-  } rows[] = {{"two lines", "1 a\n2 b\n", false, false},
-              {"one set", Sets(0, 1), true, true},
-              {"a name at the end", Sets(0, 2) + "NOAA 15\n", true, true},
-              {"an empty line at the end", Sets(0, 2) + "\n", true, true},
-              {"half a set at the end", Sets(0, 2) + "NOAA 15\n1 ", true, false},
-              {"a set without a name", Sets(0, 1) + "\n" + Sets(0, 1).mid(25), false, true},
-              {"a missing line", Sets(0, 2).remove(0, 25) + "NOAA 15\n", false, false}};
+    QString Local, Query, Remote;
+  } rows[] = {
+      {u"Weather.2LI"_s, u"GROUP=weather"_s, u"weather.txt"_s},
+      {u"amateur.radio.tle"_s, u"GROUP=amateur.radio"_s, u"amateur.radio.txt"_s},
+      {u"tle-new.csv"_s, u"GROUP=last-30-days"_s, u"tle-new.txt"_s},
+      {u"My Sats #1&X=2.TLE"_s, u"GROUP=my%20sats%20%231%26x%3D2"_s, u"my%20sats%20%231%26x%3D2.txt"_s},
+      {u"25338.json"_s, u"CATNR=25338"_s, u"25338.txt"_s},
+      {u"799500123.csv"_s, u"CATNR=799500123"_s, u"799500123.txt"_s},
+      {u"2533800000.csv"_s, u"GROUP=2533800000"_s, u"2533800000.txt"_s}};
   for (const auto& row : rows) {
-    SCOPED_TRACE(row.Label);
-    EXPECT_EQ(IsValidElementData(SplitLines(row.Text)), row.Valid);
-    EXPECT_EQ(HasWholeSets(SplitLines(row.Text)), row.Whole);
+    EXPECT_EQ(QueryAddress(u"http://h/"_s, row.Local), u"http://h/gp.php?"_s + row.Query + u"&FORMAT=csv"_s);
+    EXPECT_EQ(RemoteAddress(u"http://h/"_s, row.Local), u"http://h/"_s + row.Remote);
   }
 }
 

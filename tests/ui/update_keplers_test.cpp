@@ -10,6 +10,7 @@
 #include <QTimer>
 #include <QTreeWidget>
 
+#include "app/element_address.h"
 #include "files/atomic_file.h"
 #include "files/read_file.h"
 #include "session/qt_prompts.h"
@@ -82,29 +83,34 @@ class UpdateKeplers : public testing::Test {
   const QByteArray kMore =
       "TESTER 1\r\n1 90001U 14037A   22053.50000000  .00000017  00000-0  27104-4 0  9995\r\n"
       "2 90001  98.4200  82.1000 0004100 110.0000 250.2000 14.20690000395000\r\n";
+  const QString kWeather = u"gp.php?GROUP=weather&FORMAT=csv"_s,
+                kMoreQuery = u"gp.php?GROUP=more&FORMAT=csv"_s;
   ElementServer server;
   ProgramFixture program;
   QByteArray old, fresh;
 };
 
-TEST_F(UpdateKeplers, FreshFilesWaitForTheNextStart) {
-  server.Answers[u"weather.txt"_s] = ElementServer::Reply("200 OK", fresh);
-  server.Answers[u"more.txt"_s] =
-      ElementServer::Reply("403 Forbidden", "not updated since your last download");
+TEST_F(UpdateKeplers, FreshFilesAreUsedAtOnce) {
+  server.Answers[kWeather] = ElementServer::Reply("200 OK", fresh);
+  server.Answers[kMoreQuery] = ElementServer::Reply("403 Forbidden", "not updated since your last download");
   program.Start();
+  const session::Session& session = program.Form->Shared();
+  const auto epoch = [&session] {
+    const elements::TSatelliteList& list = session.Satellites();
+    return list.Satellite(list.IndexOf("NOAA 6")).EpochRaw;
+  };
+  EXPECT_EQ(static_cast<int>(epoch()), 22053);
+  program.Form->Shared().ChooseSatellite(0);
   Update(true);
   EXPECT_EQ(Find<QLineEdit>("EditBaseUrl")->text(), server.Base());
-  EXPECT_EQ(program.Boxes.Take(),
-            QStringList(u"Message: The new Keplers will be used the next time you run Pelorin."_s));
+  EXPECT_EQ(program.Boxes.Take(), QStringList(u"Message: The new Keplers are in use now."_s));
   EXPECT_EQ(Ticks(), u"[x] More.TLE: already current\n[x] weather.2li: updated\n"_s);
   EXPECT_EQ(Progress(), u"1 updated, 1 already current."_s);
   EXPECT_EQ(Elements(), fresh.replace("\n", "\r\n"));
   EXPECT_TRUE(files::ReadFile(program.Path(u"user/archive/2022-02.2li"_s)).contains("22053.60136707"));
-  const auto epoch = [this] {
-    const elements::TSatelliteList& list = program.Form->Shared().Satellites();
-    return list.Satellite(list.IndexOf("NOAA 6")).EpochRaw;
-  };
-  EXPECT_EQ(static_cast<int>(epoch()), 22053);
+  EXPECT_EQ(static_cast<int>(epoch()), 22054);
+  EXPECT_EQ(session.SelectedSatellite()->Name, "NOAA 19") << "what was chosen stays so";
+  EXPECT_TRUE(program.Find<QTimer>("TimerPassDateChanging")->isActive()) << "other elements, other passes";
 
   // Once more, and nothing is asked for behind the user's back.
   Update(false);
@@ -112,36 +118,66 @@ TEST_F(UpdateKeplers, FreshFilesWaitForTheNextStart) {
   const QString question = program.Boxes.Take().first();
   EXPECT_TRUE(question.startsWith(u"No? Less than two hours ago"_s)) << question.toStdString();
   EXPECT_TRUE(question.contains(u"\r   More.TLE\r   weather.2li\r"_s));
-  EXPECT_EQ(server.Asked, QStringList({u"more.txt"_s, u"weather.txt"_s}));
+  EXPECT_EQ(server.Asked, QStringList({kMoreQuery, kWeather}));
   EXPECT_EQ(Progress(), u"2 not asked for again."_s);
   program.Boxes.AnswerConfirm = true;
   Update(true);
   EXPECT_EQ(server.Asked.size(), 4);
   program.Boxes.Take();
   program.Close();
+}
 
+TEST_F(UpdateKeplers, WhatWouldGoIsAskedForAndTheAddressIsTheUsers) {
+  QFile::remove(program.Path(u"bin/More.TLE"_s));
+  server.Answers[kWeather] = ElementServer::Reply("200 OK", fresh.left(fresh.size() / 2 / 165 * 165));
   program.Start();
-  EXPECT_EQ(static_cast<int>(epoch()), 22054);
+  Update(false);
+  const QStringList said = program.Boxes.Take();
+  ASSERT_EQ(said.size(), 1);
+  EXPECT_TRUE(said[0].startsWith(u"No? The data received is outside the limits"_s)) << said[0].toStdString();
+  EXPECT_EQ(Elements(), old);
+  EXPECT_EQ(Progress(), u"1 not updated."_s);
+
+  auto* address = Find<QLineEdit>("EditBaseUrl");
+  auto* publicAddress = Find<QPushButton>("ButtonPublicAddress");
+  const app::Settings& settings = program.Form->Shared().Settings;
+  WhileOpen([&](QDialog& dialog) {
+    EXPECT_TRUE(publicAddress->isEnabled());
+    publicAddress->click();
+    EXPECT_EQ(address->text(), app::PublicElementAddress());
+    EXPECT_FALSE(publicAddress->isEnabled());
+    EXPECT_EQ(settings.ElementsAddress.Value, QString());
+    address->setFocus();
+    address->clear();
+    QTest::keyClicks(address, u" mirror.example/keps "_s);
+    QTest::keyClick(address, Qt::Key_Tab);
+    EXPECT_EQ(address->text(), u"https://mirror.example/keps/"_s);
+    EXPECT_TRUE(publicAddress->isEnabled());
+    dialog.reject();
+    return true;
+  });
+  program.Find<QAction>("OptionsUpdateKeplers")->trigger();
+  EXPECT_EQ(settings.ElementsAddress.Value, u"https://mirror.example/keps/"_s) << "and is remembered";
   program.Close();
 }
 
 TEST_F(UpdateKeplers, RefusalEndsTheRunAndCancelLeavesTheFile) {
-  server.Answers[u"more.txt"_s] = ElementServer::Reply("503 Busy", "come back\r\nlater\r\n");
+  server.Answers[kMoreQuery] = ElementServer::Reply("503 Busy", "come back\r\nlater\r\n");
   program.Start();
   Update(false);
   EXPECT_EQ(program.Boxes.Take(), QStringList(u"Message: More.TLE has not been updated: "_s + server.Base() +
-                                              u"more.txt answered 503 Busy: come back"_s));
-  EXPECT_EQ(server.Asked, QStringList(u"more.txt"_s));
-  EXPECT_EQ(Ticks(), u"[ ] More.TLE: not updated\n[ ] weather.2li: \n"_s);
-  EXPECT_EQ(Progress(), u"Stopped: 1 not updated, 1 not fetched."_s);
+                                              kMoreQuery + u" answered 503 Busy:\r\rcome back\r\nlater"_s));
+  EXPECT_EQ(server.Asked, QStringList(kMoreQuery));
+  EXPECT_EQ(Ticks(), u"[ ] More.TLE: failed\n[ ] weather.2li: \n"_s);
+  EXPECT_EQ(Progress(), u"Stopped: 1 failed, 1 not fetched."_s);
 
   program.Boxes.AnswerConfirm = true;
-  server.Answers[u"more.txt"_s] = ElementServer::Reply("200 OK", kMore);
-  server.Answers[u"weather.txt"_s] = {"HTTP/1.1 200 OK\r\n\r\n" + fresh, ElementServer::Then::Wait};
+  server.Answers[kMoreQuery] = ElementServer::Reply("200 OK", kMore);
+  server.Answers[kWeather] = {"HTTP/1.1 200 OK\r\n\r\n" + fresh, ElementServer::Then::Wait};
   // The dialog lives while the server dawdles: it says for what it waits, and "Cancel" can be pressed.
   bool isSeen = false;
   WhileOpen([&](QDialog&) {
-    if (Progress() != u"Getting weather.txt for weather.2li..."_s) return false;
+    if (Progress() != u"Getting GROUP=weather for weather.2li..."_s) return false;
     isSeen = Find<QProgressBar>("ProgressBar")->isVisible() &&
              Find<QProgressBar>("ProgressBar")->value() == 1 &&
              !Find<QPushButton>("ButtonUpdate")->isEnabled();
