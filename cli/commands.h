@@ -15,5 +15,6 @@ void RunOverlay(const QStringList& arguments);
 void RunPicture(const QStringList& arguments);
 void RunElements(const QStringList& arguments);
 void RunMaster(const QStringList& arguments);
+void RunUpdate(const QStringList& arguments);
 
 }  // namespace pelorin::cli

@@ -23,6 +23,7 @@ constexpr Command kCommands[] = {
     {"overlay", "the map that lies on the received picture of a pass", RunOverlay},
     {"picture", "the received picture of a pass, looked up by its time", RunPicture},
     {"elements", "the element sets at hand and their age", RunElements},
+    {"update", "fresh element sets from the element service", RunUpdate},
     {"scan", "a scanner's distances from the track, pixel by pixel", RunScan},
     {"line", "the ground points of one scan line", RunLine},
     {"scanners", "the scanners that are known, and the satellites that carry them", RunScanners},
@@ -39,7 +40,7 @@ QString Usage() {
   return text +
          QStringLiteral(
              "\nResults go to standard output, messages to standard error. Exit status: 0 done, 1 failed, "
-             "2 called wrongly.\n");
+             "2 called wrongly, 3 what came was refused.\n");
 }
 
 int Run(const QStringList& arguments) {
@@ -68,7 +69,7 @@ int Run(const QStringList& arguments) {
       return 2;
     } catch (const std::exception& error) {
       Say(QStringLiteral("pelorin-cli %1: %2").arg(name, QString::fromUtf8(error.what())));
-      return 1;
+      return dynamic_cast<const Implausible*>(&error) != nullptr ? 3 : 1;
     }
   }
   if (!name.isEmpty()) Say(QStringLiteral("pelorin-cli: there is no command \"%1\"").arg(name));

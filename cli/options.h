@@ -28,6 +28,12 @@ class Failure : public std::runtime_error {
   explicit Failure(const QString& text) : std::runtime_error(text.toStdString()) {}
 };
 
+/// What came was refused because it cannot be right: exit status 3.
+class Implausible : public std::runtime_error {
+ public:
+  explicit Implausible(const QString& text) : std::runtime_error(text.toStdString()) {}
+};
+
 /// --help was asked for and has been printed.
 struct HelpShown {};
 

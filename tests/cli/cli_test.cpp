@@ -12,6 +12,8 @@
 #include "app/settings.h"
 #include "files/atomic_file.h"
 #include "files/text_file.h"
+#include "tests/support/element_messages.h"
+#include "tests/support/element_server.h"
 #include "tests/support/run_program.h"
 #include "tests/support/tables.h"
 
@@ -28,7 +30,7 @@ class Cli : public testing::Test {
   Outcome Run(const QStringList& arguments) const {
     return tests::RunProgram(QStringLiteral(PELORIN_CLI), arguments, folder_.path(),
                              {{"PELORIN_CONFIG_DIR", Path("config")},
-                              {"PELORIN_DATA_DIR", QStringLiteral(PELORIN_BUILT_DATA)},
+                              {"PELORIN_DATA_DIR", dataFolder_},
                               {"LC_ALL", QStringLiteral("de_DE.UTF-8")},
                               {"TZ", QStringLiteral("Europe/Berlin")}});
   }
@@ -41,6 +43,9 @@ class Cli : public testing::Test {
     return Run(arguments);
   }
   QString Path(const char* name) const { return folder_.filePath(QLatin1StringView(name)); }
+
+ protected:
+  QString dataFolder_ = QStringLiteral(PELORIN_BUILT_DATA);
 
  private:
   QTemporaryDir folder_;
@@ -66,6 +71,7 @@ TEST_F(Cli, WrongUseAndFailuresHaveTheirOwnStatus) {
       {"passes --elements DEMO --bogus", 2, "bogus"},
       {"passes --elements DEMO --satellite NOAA_99 --from 2022-02-23", 1, "NOAA 99"},
       {"passes --elements HERE/missing", 1, "missing"},
+      {"elements --elements DEMO --near 2022", 2, "not a start"},
       {"passes --elements HERE", 1, "no usable element sets"},
       {"track --elements DEMO --satellite NOAA_19", 2, "--from"},
       {"track --elements DEMO --satellite NOAA_19 --from 2022-02-23", 2, "not a time"},
@@ -97,7 +103,7 @@ TEST_F(Cli, WrongUseAndFailuresHaveTheirOwnStatus) {
     EXPECT_TRUE(outcome.Out.isEmpty()) << row.words;
   }
   for (const char* command :
-       {"passes", "track", "overlay", "picture", "elements", "scan", "line", "master"}) {
+       {"passes", "track", "overlay", "picture", "elements", "update", "scan", "line", "master"}) {
     const Outcome help = Run(QStringList{QLatin1StringView(command), QStringLiteral("--help")});
     EXPECT_EQ(help.Status, 0);
     EXPECT_TRUE(help.Out.contains(QLatin1StringView(command))) << command;
@@ -224,6 +230,101 @@ TEST_F(Cli, SetsOfEveryFormAreListedAndBadOnesNamed) {
   EXPECT_EQ(mixed.Status, 0);
   EXPECT_EQ(mixed.Out, good.Out);
   EXPECT_TRUE(mixed.Err.contains(QStringLiteral("BROKEN")) && mixed.Err.contains(QStringLiteral("HYPER")));
+  // What would be used, and how old it would be.
+  files::ReplaceFile(Path("keps/old.2li"), tests::DemoSets(kDemoElements, 0, 1).replace(" 2205", " 2200"));
+  const QStringList near = Run("elements --elements HERE/keps --near 20220102").Lines();
+  ASSERT_EQ(near.size(), 47);
+  EXPECT_EQ(near.filter(QStringLiteral("old.2li")),
+            QStringList(QStringLiteral("NOAA 6,11416,999,2022-01-03T14:25:58Z,-1.1,old.2li")));
+}
+
+TEST_F(Cli, AnUpdateTellsByItsStatusWhatCame) {
+  tests::ElementServer server;
+  qputenv("PELORIN_ELEMENTS_URL", server.Base().toLatin1());
+  dataFolder_ = Path("user");
+  QDir(Path("")).mkpath(QStringLiteral("keps"));
+  QFile::copy(kDemoElements, Path("keps/weather.2li"));
+  const auto csv = [](int count) { return tests::CsvOf(tests::DemoMessages(kDemoElements, 0, count)); };
+  const auto reply = [](const QByteArray& body) { return tests::ElementServer::Reply("200 OK", body); };
+  const QString weather = QStringLiteral("gp.php?GROUP=weather&FORMAT=csv");
+  const struct {
+    const char* Label;
+    const char* Words;
+    tests::ElementServer::Answer Answer;
+    bool IsSoon;  ///< after the row before, so that nothing may be asked for
+    int Status;
+    QString Row;  ///< the last of the table
+    QString Says;
+  } rows[] = {
+      {"a satellite that nobody knows",
+       "--satellite NOAA_99",
+       {},
+       false,
+       2,
+       {},
+       QStringLiteral("catalogue number")},
+      {"all and a group", "--all --group weather", {}, false, 2, {}, QStringLiteral("--all goes without")},
+      {"messages for lines",
+       "",
+       reply(csv(45)),
+       false,
+       0,
+       QStringLiteral("weather.2li,GROUP=weather,updated,weather.csv,0"),
+       {}},
+      {"soon again",
+       "--all",
+       {},
+       true,
+       0,
+       QStringLiteral("weather.csv,GROUP=weather,not asked for again,,0"),
+       {}},
+      {"nothing new",
+       "--group Weather",
+       tests::ElementServer::Reply("403 Forbidden", "GP data has not updated since"),
+       false,
+       0,
+       QStringLiteral("weather.csv,GROUP=weather,already current,,0"),
+       {}},
+      {"blocked", "", tests::ElementServer::Reply("403 Forbidden", "<html><p>You are blocked</p></html>"),
+       false, 1, QStringLiteral("weather.csv,GROUP=weather,failed,,0"), QStringLiteral("You are blocked\n")},
+      {"far fewer", "", reply(csv(10)), false, 3, QStringLiteral("weather.csv,GROUP=weather,not updated,,0"),
+       QStringLiteral("Element sets in it: 45")},
+      {"far fewer, accepted",
+       "--accept",
+       reply(csv(10)),
+       false,
+       0,
+       QStringLiteral("weather.csv,GROUP=weather,updated,,0"),
+       {}},
+      {"a satellite that is known", "--satellite NOAA_9", tests::ElementServer::Reply("404 Not Found", "no"),
+       false, 1, QStringLiteral("15427.csv,CATNR=15427,unknown to the service,,0"),
+       QStringLiteral("1 unknown to the service")}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.Label);
+    if (!row.IsSoon) QFile::remove(Path("user/element-requests.txt"));
+    server.Answers[weather] = row.Answer;
+    server.Asked.clear();
+    const Outcome outcome = Run(std::string("update --to HERE/keps ") + row.Words);
+    EXPECT_EQ(outcome.Status, row.Status) << outcome.Err.toStdString();
+    EXPECT_EQ(outcome.Lines().isEmpty() ? QString() : outcome.Lines().last(), row.Row);
+    EXPECT_TRUE(row.Says.isEmpty() ? outcome.Err.isEmpty() : outcome.Err.contains(row.Says))
+        << outcome.Err.toStdString();
+    EXPECT_EQ(server.Asked.isEmpty(), row.IsSoon || row.Status == 2);
+  }
+  EXPECT_EQ(Run("elements --elements HERE/keps").Lines().size(), 11);
+  server.Answers[QStringLiteral("gp.php?CATNR=28654&FORMAT=csv")] =
+      reply(tests::CsvOf(tests::DemoMessages(kDemoElements, 0, 1)));
+  const Outcome single = Run("update --to HERE/new --satellite 28654 --format json");
+  EXPECT_EQ(single.Status, 1) << "folders that are named are not made";
+  QDir(Path("")).mkpath(QStringLiteral("new"));
+  EXPECT_EQ(QJsonDocument::fromJson(Run("update --to HERE/new --satellite 28654 --format json").Out.toUtf8())
+                .array()[0]
+                .toObject()
+                .value(QStringLiteral("outcome"))
+                .toString(),
+            QStringLiteral("updated"));
+  EXPECT_TRUE(QFile::exists(Path("new/28654.csv")));
+  qunsetenv("PELORIN_ELEMENTS_URL");
 }
 
 TEST_F(Cli, ScansAndLinesTellTheGeometry) {
