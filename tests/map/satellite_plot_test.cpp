@@ -159,24 +159,24 @@ TEST(SatellitePlot, LevelsSelectionAndLabels) {
                     suomi = tests::ReferenceSatellite("SUOMI NPP");
   const orbit::TDateTime time = orbit::ParseTimeString("20180121120000");
   const Sky sky = SkyAt({&suomi, &noaa}, time, 5);
+  const auto markBefore = [&](int minutes) {
+    const Sky before = SkyAt({&noaa}, {time.Days - minutes / 1440.0}, 0);
+    return PlotSatellites(before, frame, nullptr, 0, kNoText).Satellites[0].Mark;
+  };
   for (int level = kFootprintNone; level <= kFootprintAll; ++level) {
+    SCOPED_TRACE(level);
     const SatellitePlot plot = PlotSatellites(sky, frame, &noaa, level, kNoText);
     ASSERT_EQ(plot.Satellites.size(), 2U);
     const SatelliteDrawing &other = plot.Satellites[0], &chosen = plot.Satellites[1];
-    EXPECT_EQ(other.Satellite, &suomi);
-    EXPECT_EQ(chosen.Trail.size(), level == kFootprintAll ? 2U : 5U) << level;
-    for (std::size_t minute = 1; minute <= chosen.Trail.size(); ++minute) {
-      const Sky before = SkyAt({&noaa}, {time.Days - static_cast<double>(minute) / 1440}, 0);
-      EXPECT_EQ(chosen.Trail[chosen.Trail.size() - minute],
-                PlotSatellites(before, frame, nullptr, 0, kNoText).Satellites[0].Mark)
-          << minute << " minutes before, level " << level;
-    }
-    EXPECT_EQ(chosen.Footprint.empty(), level == kFootprintNone) << level;
-    EXPECT_EQ(other.Footprint.empty(), level != kFootprintAll) << level;
-    EXPECT_TRUE(other.ScanLine.empty() && !chosen.ScanLine.empty()) << level;
-    EXPECT_EQ(chosen.Colour, kSelectedColour);
-    EXPECT_EQ(other.Colour, kOtherColour);
-    EXPECT_NE(other.FootprintColour, chosen.FootprintColour);
+    const int trail = level == kFootprintAll ? 2 : 5;
+    ASSERT_EQ(chosen.Trail.size(), static_cast<std::size_t>(trail));
+    EXPECT_EQ(chosen.Trail.front(), markBefore(trail));
+    EXPECT_EQ(chosen.Trail.back(), markBefore(1));
+    EXPECT_EQ(chosen.Footprint.empty(), level == kFootprintNone);
+    EXPECT_EQ(other.Footprint.empty(), level != kFootprintAll);
+    EXPECT_TRUE(other.ScanLine.empty() && !chosen.ScanLine.empty());
+    EXPECT_TRUE(chosen.Colour == kSelectedColour && chosen.FootprintColour == kSelectedColour);
+    EXPECT_TRUE(other.Colour == kOtherColour && other.FootprintColour == kOtherFootprintColour);
   }
   EXPECT_TRUE(PlotSatellites(sky, {0, 0}, &noaa, kFootprintAll, kNoText).Satellites.empty());
 

@@ -27,15 +27,13 @@ void DrawLines(FlightImage& flight, std::uint32_t first, std::uint32_t last) {
   }
 }
 
-TEST(FlightImage, LinesEnterAndGiveWayOnTheSideOfTheDirection) {
+TEST(FlightImage, LinesEnterAndGiveWayOnTheSideOfTheDirectionAlsoWhenTurned) {
   FlightImage south(kWidth, 11, true), north(kWidth, 11, false);
   DrawLines(south, 1, 12);
   DrawLines(north, 1, 12);
   EXPECT_EQ(Rows(south), std::vector<int>({9, 10, 11, 12, 0, 0, 0, 0, 0, 0, 0}));
   EXPECT_EQ(Rows(north), std::vector<int>({0, 0, 0, 0, 0, 0, 0, 12, 11, 10, 9}));
-}
 
-TEST(FlightImage, TurnedInMidFlightItGoesOnFromTheOtherSide) {
   FlightImage flight(kWidth, 9, true);
   DrawLines(flight, 1, 3);
   flight.Turn();
@@ -56,7 +54,7 @@ class FlightReplayTest : public testing::Test {
     flight.Start(tests::ReferenceSatellite("NOAA 12"), {}, Marks::None, true, now, height);
   }
   static orbit::TDateTime At(double seconds) {
-    return {orbit::MakeDateTime(1999, 2, 3, 9, 0, 30).Days + seconds / 86400};
+    return {orbit::MakeDateTime(1999, 2, 3, 9, 0, 2).Days + seconds / 86400};
   }
 
   FlightReplay flight;
@@ -64,13 +62,16 @@ class FlightReplayTest : public testing::Test {
 
 TEST_F(FlightReplayTest, LinesComeAtTheSatellitesRate) {
   Start(At(0));
-  ASSERT_TRUE(flight.Running());
+  EXPECT_EQ(flight.Tick(At(0)), 21) << "ten seconds at once, and the line that begins now";
+  // Two seconds after the full minute: black and white mark it.
+  for (const auto& [line, space] : {std::pair{14, 128U}, {16, 0U}, {18, 255U}, {20, 128U}}) {
+    EXPECT_EQ(flight.Picture()->Image().pixel(60, line) & 0xFF, space) << line;
+  }
   const struct {
     const char* Label;
     double Seconds;
     int Lines;
   } ticks[] = {
-      {"ten seconds at once, and the line that begins now", 0, 21},
       {"a tick", 0.1, 0},
       {"a line is due", 0.5, 1},
       {"the same moment again", 0.5, 0},
@@ -79,25 +80,13 @@ TEST_F(FlightReplayTest, LinesComeAtTheSatellitesRate) {
       {"a night's sleep", 36000, 600},
       {"on from there", 36000.6, 1},
   };
-  int lines = 0;
+  int lines = 21;
   for (const auto& tick : ticks) {
     EXPECT_EQ(flight.Tick(At(tick.Seconds)), tick.Lines) << tick.Label;
     lines += tick.Lines;
     EXPECT_EQ(flight.Lines(), lines) << tick.Label;
   }
-  EXPECT_EQ(FlightStatus(flight.Lines(), At(0.07)), QStringLiteral(" Line: 0633 1999 Feb 03  09:00:30.07"));
-}
-
-TEST_F(FlightReplayTest, TheFullMinuteIsMarked) {
-  Start(At(-28));  // from 20 seconds of the minute before on
-  flight.Tick(At(-26));
-  const auto space = [&](int secondsSinceStart) {
-    return flight.Picture()->Image().pixel(60, secondsSinceStart * 2) & 0xFF;
-  };
-  EXPECT_EQ(space(7), 128U);
-  EXPECT_EQ(space(8), 0U);
-  EXPECT_EQ(space(9), 255U);
-  EXPECT_EQ(space(10), 128U);
+  EXPECT_EQ(FlightStatus(flight.Lines(), At(0.07)), QStringLiteral(" Line: 0633 1999 Feb 03  09:00:02.07"));
 }
 
 TEST_F(FlightReplayTest, StopsAtTheTickAfterTheRequest) {
@@ -124,6 +113,7 @@ TEST_F(FlightReplayTest, ElementsWithoutAPositionAreRefused) {
       {"long come down: the model throws it far out", 15.8, 0.001, 5000},
   };
   for (const auto& row : rows) {
+    SCOPED_TRACE(row.Label);
     Start(At(0));
     flight.Tick(At(0));
     const QImage before = flight.Picture()->Image().copy();
@@ -132,10 +122,10 @@ TEST_F(FlightReplayTest, ElementsWithoutAPositionAreRefused) {
     lost.Eccentricity = row.Eccentricity;
     lost.Epoch -= row.Age;
     lost.Propagator = {};
-    EXPECT_THROW(flight.Start(lost, {}, Marks::None, true, At(0), 100), OverlayError) << row.Label;
-    EXPECT_FALSE(flight.Running()) << row.Label;
-    EXPECT_EQ(flight.Tick(At(60)), 0) << row.Label;
-    EXPECT_EQ(flight.Picture()->Image(), before) << row.Label << ": the last flight is still seen";
+    EXPECT_THROW(flight.Start(lost, {}, Marks::None, true, At(0), 100), OverlayError);
+    EXPECT_FALSE(flight.Running());
+    EXPECT_EQ(flight.Tick(At(60)), 0);
+    EXPECT_EQ(flight.Picture()->Image(), before) << "the last flight is still seen";
   }
 }
 

@@ -38,12 +38,12 @@ QImage CellWorld() {
 const MasterView& RowMaster() {
   static const MasterView master = [] {
     picture::IndexedImage image{kMasterWidth, kMasterHeight, {}};
-    for (int y = 0; y < kMasterHeight; ++y) {
-      image.Pixels.insert(image.Pixels.end(), kMasterWidth,
-                          static_cast<std::uint8_t>(y < 990 ? kBackground : 100 + y / 220));
-    }
     picture::ColourTable colours = OverlayPalette();
-    for (std::uint32_t i = 100; i < 118; ++i) colours[i] = 0x010000u * i;
+    for (int y = 0; y < kMasterHeight; ++y) {
+      const int index = y < 990 ? int{kBackground} : 100 + y / 220;
+      image.Pixels.insert(image.Pixels.end(), kMasterWidth, static_cast<std::uint8_t>(index));
+      if (y >= 990) colours[static_cast<std::size_t>(index)] = 0x010000u * static_cast<std::uint32_t>(index);
+    }
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"m.bmp"_s);
     picture::SaveIndexedBitmap(image, colours, path);
@@ -120,15 +120,16 @@ TEST(OverlayGenerator, LinesHaveTheFrameOfAReceivedLine) {
   request.Width = 1050;
   const OverlayResult result = GenerateOverlay(request, {});
   const QRgb black = qRgb(0, 0, 0), white = qRgb(255, 255, 255), grey = qRgb(128, 128, 128);
-  const struct {
-    int line;
-    QRgb space;
-  } rows[] = {{0, grey},   {23, grey}, {24, black},  {25, black}, {26, white},
-              {27, white}, {28, grey}, {144, black}, {146, white}};
-  for (const auto& row : rows) {
-    for (const int x : {39, 85, 995, 1049}) {
-      EXPECT_EQ(result.Map.pixel(x, row.line), row.space) << row.line << ' ' << x;
-    }
+  for (const auto& [line, space] : {std::pair{0, grey},
+                                    {23, grey},
+                                    {24, black},
+                                    {25, black},
+                                    {26, white},
+                                    {27, white},
+                                    {28, grey},
+                                    {144, black},
+                                    {146, white}}) {
+    for (const int x : {39, 85, 995, 1049}) EXPECT_EQ(result.Map.pixel(x, line), space) << line << ' ' << x;
   }
   for (int x = 0; x < 39; ++x) {
     const bool pulse = x >= 4 && x < 32 && x % 4 < 2;
@@ -156,10 +157,9 @@ TEST(OverlayGenerator, StopsWhenToldAndKeepsWhatWasMade) {
   EXPECT_EQ(result.Map.pixel(39, 100), qRgb(0, 0, 0));
   const orbit::Geodetic below =
       swath::TrackAt(request.Satellite, orbit::JulianDateOfDateTime(request.Start) + 12.0 / 86400).Below;
-  EXPECT_EQ(result.PassData[24].toStdString(),
+  EXPECT_EQ(result.PassData[24],
             QString::asprintf("1999-02-03T09:00:00.000 %.1f %.1f", orbit::Degrees(below.Latitude),
-                              orbit::Degrees(below.Longitude))
-                .toStdString());
+                              orbit::Degrees(below.Longitude)));
 }
 
 TEST(OverlayGenerator, LineRatesAndLimits) {

@@ -3,8 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <map>
 
+#include "orbit/model_constants.h"
 #include "orbit/scalar_math.h"
+#include "swath/line_of_sight.h"
 #include "tests/support/tables.h"
 
 namespace pelorin::swath {
@@ -56,6 +59,87 @@ TEST(GroundTrack, WholeLinesAgreeWithSinglePoints) {
       ASSERT_NEAR(Apart(line.EastMin[i] / 60.0, point.LongitudeDeg) * 60, 0, 0.501) << s;
     }
   });
+}
+
+/// Those of the reference table.
+struct Instrument {
+  LineShape Line;
+  bool SteersInYaw;
+};
+const std::map<std::string, Instrument> kInstruments{
+    {"AVHRR APT", {{kZoneColumns, 110.74, ScanLaw::Zones}, false}},
+    {"AVHRR", {{2048, 110.74 * 2048 / 2047, ScanLaw::EvenAngles}, false}},
+    {"AVHRR steered", {{2048, 110.74 * 2048 / 2047, ScanLaw::EvenAngles}, true}},
+    {"MSU-MR LRPT", {{1568, 110.1, ScanLaw::EvenAngles}, false}},
+    {"MSU-MR HRPT", {{1572, 110.4, ScanLaw::EvenAngles}, false}},
+};
+
+double KmApart(const GroundPoint& a, const GroundPoint& b) {
+  const double east = std::remainder(a.LongitudeDeg - b.LongitudeDeg, 360);
+  return std::hypot(a.LatitudeDeg - b.LatitudeDeg, east * std::cos(Radians(b.LatitudeDeg))) * 111.2;
+}
+
+TEST(LineOfSight, AgreesWithTheReferenceTable) {
+  for (const tests::Row& row : tests::ReadTable("swath.csv")) {
+    const Instrument& instrument = kInstruments.at(row.Text("instrument"));
+    TSatellite satellite = tests::ReferenceSatellite(row.Text("satellite"), "swath-elements.2li");
+    const double jd = row.Number("jd_utc");
+    const Attitude attitude{row.Number("roll_deg"), row.Number("pitch_deg"), row.Number("yaw_deg")};
+    const ScannerAxes axes = AxesAt(SatelliteStateKm(satellite, jd), jd, instrument.SteersInYaw, attitude);
+    const auto point =
+        PointSeen(axes, ColumnAngle(instrument.Line, row.Number("column")) + Radians(attitude.RollDeg));
+    ASSERT_TRUE(point);
+    SCOPED_TRACE(row.Text("satellite") + ' ' + row.Text("jd_utc") + ' ' + row.Text("column") + ' ' +
+                 row.Text("yaw_deg"));
+    const GroundPoint published{row.Number("latitude_deg"), row.Number("longitude_deg")};
+    EXPECT_LT(KmApart(*point, published), 3e-4);
+    if (row.Text("instrument") != "AVHRR APT" || attitude.YawDeg != 0) continue;
+    // An overlay's lines do without the ray: some kilometres apart.
+    const GroundTrack track = TrackAt(satellite, jd);
+    const ScanDistances distances = ScanDistancesOf(ScannerFamily::Noaa, track.Below.Altitude);
+    const int position = static_cast<int>(row.Number("column")) - kHalfLinePixels;
+    EXPECT_LT(KmApart(PointAcross(track, distances[ScanIndex(position)]), published), 12);
+  }
+}
+
+/// Where the ray at `angle` from straight down meets the sphere, as an angle at the Earth's centre: the law
+/// of sines.
+double CentralAngle(double angle, double heightKm) {
+  return std::asin(std::sin(angle) * (XKMPER + heightKm) / XKMPER) - angle;
+}
+
+TEST(ScannerGeometry, TheTableEndsWhereTheScannerDoes) {
+  const struct {
+    const char* name;
+    double halfAngleDeg;
+  } rows[] = {{"NOAA-17", 55.37}, {"NOAA 19", 55.37},  {"NOAA 9", 45},
+              {"METEOR 3-5", 39}, {"RESURS O1-4", 48}, {"OKEAN-O", 45}};
+  for (const auto& row : rows) {
+    TSatellite s;
+    s.Name = row.name;
+    BuildScanTable(s, kHalfLinePixels, 850);
+    EXPECT_EQ(CrossTrackOffset(s, 0), 0);
+    EXPECT_EQ(CrossTrackOffset(s, -10), -CrossTrackOffset(s, 10));
+    // 78 pixels of 8 units, then 110 of 6, 83 of 4, 62 of 3 and 121 of 2.
+    const struct {
+      int pixel, units;
+    } bounds[] = {{78, 624}, {79, 630}, {189, 1288}, {272, 1619}, {300, 1703}, {334, 1804}, {454, 2044}};
+    for (const auto& [pixel, units] : bounds) {
+      const double angle = Radians(row.halfAngleDeg * units / 2047);
+      EXPECT_NEAR(CrossTrackOffset(s, pixel), std::tan(CentralAngle(angle, 850)) * (XKMPER + 850), 1e-6)
+          << row.name << " " << pixel;
+    }
+  }
+}
+
+TEST(ScannerGeometry, ARayPastTheEarthEndsAtTheHorizon) {
+  for (const double height : {850.0, 2000.0, 20200.0, 35786.0}) {
+    const double horizon = std::asin(XKMPER / (XKMPER + height));
+    const double expected = std::tan(kPi / 2 - horizon) * (XKMPER + height);
+    EXPECT_NEAR(ScanAngleToGroundDistance(horizon * (1 - 1e-9), height), expected, expected * 1e-3) << height;
+    EXPECT_NEAR(ScanAngleToGroundDistance(horizon + 0.01, height), expected, 1e-6) << height;
+    EXPECT_NEAR(ScanAngleToGroundDistance(-1.2, height), -expected, 1e-6) << height;
+  }
 }
 
 }  // namespace
