@@ -182,16 +182,13 @@ TEST(SatellitePlot, LevelsSelectionAndLabels) {
 
   const QPoint mark = PlotSatellites(sky, frame, nullptr, 0, kNoText).Satellites[0].Mark;
   const int roomRight = frame.Width - 5 - mark.x(), roomBelow = frame.Height - 5 - mark.y();
-  const struct {
-    QSize Text;
-    QPoint At;
-  } rows[] = {{{roomRight, roomBelow}, {mark.x() + 5, mark.y()}},
-              {{roomRight + 1, 9}, {mark.x() - roomRight - 6, mark.y()}},
-              {{30, roomBelow + 1}, {mark.x() + 5, mark.y() - roomBelow - 6}}};
-  for (const auto& row : rows) {
+  const std::pair<QSize, QPoint> rows[] = {{{roomRight, roomBelow}, {mark.x() + 5, mark.y()}},
+                                           {{roomRight + 1, 9}, {mark.x() - roomRight - 6, mark.y()}},
+                                           {{30, roomBelow + 1}, {mark.x() + 5, mark.y() - roomBelow - 6}}};
+  for (const auto& [text, at] : rows) {
     const SatellitePlot plot =
-        PlotSatellites(sky, frame, nullptr, 0, [&](const QString&) { return row.Text; });
-    EXPECT_EQ(plot.Satellites[0].Label.TopLeft, row.At) << row.Text.width() << ' ' << row.Text.height();
+        PlotSatellites(sky, frame, nullptr, 0, [&size = text](const QString&) { return size; });
+    EXPECT_EQ(plot.Satellites[0].Label.TopLeft, at) << text.width() << ' ' << text.height();
   }
 }
 
@@ -204,12 +201,10 @@ TEST(SatelliteAt, TakesTheNearestMarkAndOfTwoTheFirst) {
   plot.Satellites[0].Mark = {20, 10};
   plot.Satellites[1].Satellite = &b;
   plot.Satellites[1].Mark = {30, 10};
-  const struct {
-    QPoint Click;
-    const orbit::TSatellite* Found;
-  } rows[] = {{{25, 13}, &a}, {{26, 13}, &b}, {{9, 12}, nullptr}, {{10, 14}, &a}, {{60, 40}, nullptr}};
-  for (const auto& row : rows) {
-    EXPECT_EQ(SatelliteAt(plot, frame, row.Click), row.Found) << row.Click.x() << ' ' << row.Click.y();
+  const std::pair<QPoint, const orbit::TSatellite*> rows[] = {
+      {{25, 13}, &a}, {{26, 13}, &b}, {{9, 12}, nullptr}, {{10, 14}, &a}, {{60, 40}, nullptr}};
+  for (const auto& [click, found] : rows) {
+    EXPECT_EQ(SatelliteAt(plot, frame, click), found) << click.x() << ' ' << click.y();
   }
   EXPECT_EQ(SatelliteAt({}, {0, 0}, {0, 0}), nullptr);
 }

@@ -12,16 +12,14 @@ constexpr std::string_view kLine1 = "1 21263U 91032A   99034.20978316  .00000272
 constexpr std::string_view kLine2 = "2 21263  98.5313  39.9325 0013250   4.9627 355.1680 14.22950462401115";
 
 TEST(Satellite, SignsAndExponentsOfTheLastFields) {
-  const struct {
-    const char* bstar;
-    double value;
-  } rows[] = {{" 00000-0", 0}, {"-11606-4", -0.11606e-4}, {"+57656-4", 0.57656e-4}, {" 13844+1", 1.3844}};
-  for (const auto& row : rows) {
+  const std::pair<const char*, double> rows[] = {
+      {" 00000-0", 0}, {"-11606-4", -0.11606e-4}, {"+57656-4", 0.57656e-4}, {" 13844+1", 1.3844}};
+  for (const auto& [field, value] : rows) {
     TSatellite s;
     std::string line1(kLine1);
-    line1.replace(53, 8, row.bstar);
+    line1.replace(53, 8, field);
     s.ParseElements(line1, kLine2);
-    EXPECT_NEAR(s.BStar, row.value, 1e-12) << row.bstar;
+    EXPECT_NEAR(s.BStar, value, 1e-12) << field;
   }
   TSatellite s;
   std::string line1(kLine1);
@@ -33,16 +31,14 @@ TEST(Satellite, SignsAndExponentsOfTheLastFields) {
 }
 
 TEST(Satellite, DeepSpaceBeginsAtAPeriodOf225Minutes) {
-  const struct {
-    const char* revolutionsPerDay;
-    bool deepSpace;
-  } rows[] = {{" 6.39880000", false}, {" 6.39850000", true}, {" 1.00270000", true}};
-  for (const auto& row : rows) {
+  const std::pair<const char*, bool> rows[] = {
+      {" 6.39880000", false}, {" 6.39850000", true}, {" 1.00270000", true}};
+  for (const auto& [revolutionsPerDay, isDeepSpace] : rows) {
     TSatellite s;
     std::string line2(kLine2);
-    line2.replace(52, 11, row.revolutionsPerDay);
+    line2.replace(52, 11, revolutionsPerDay);
     s.ParseElements(kLine1, line2);
-    EXPECT_EQ(s.IsDeepSpace, row.deepSpace) << row.revolutionsPerDay;
+    EXPECT_EQ(s.IsDeepSpace, isDeepSpace) << revolutionsPerDay;
   }
 }
 

@@ -72,14 +72,12 @@ TEST(DateTime, WritesMomentsByPattern) {
 
 TEST(DateTime, ReadsPassStrings) {
   const TDateTime now = MakeDateTime(2022, 7, 9, 1, 2, 3);
-  const struct {
-    const char* text;
-    const char* moment;
-  } rows[] = {{"1115143005", "20221115143005"},   {"20011115143005", "20011115143005"},
-              {"1231000000", "20221231000000"},   {"12312359", "20221231235900"},
-              {"200104121831", "20010412183100"}, {"02222038", "20220222203800"}};
-  for (const auto& row : rows) {
-    EXPECT_EQ(FormatDateTime("yyyymmddhhnnss", ParseTimeString(row.text, now)), row.moment) << row.text;
+  const std::pair<const char*, const char*> rows[] = {
+      {"1115143005", "20221115143005"},   {"20011115143005", "20011115143005"},
+      {"1231000000", "20221231000000"},   {"12312359", "20221231235900"},
+      {"200104121831", "20010412183100"}, {"02222038", "20220222203800"}};
+  for (const auto& [text, moment] : rows) {
+    EXPECT_EQ(FormatDateTime("yyyymmddhhnnss", ParseTimeString(text, now)), moment) << text;
   }
   for (const char* bad : {"", "1115", "11x51430", "13011200", "0230120000", "02-81200", "0228126000",
                           "022812000", "0228120000000000"}) {

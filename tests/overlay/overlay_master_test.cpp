@@ -55,19 +55,16 @@ TEST_F(OverlayMasterFile, EveryBoxHoldsTheMiddleOfTheMap) {
 
 TEST_F(OverlayMasterFile, DamageIsAClearErrorAndWritesNothing) {
   const QByteArray good = Record(0, Square(0, 0, 10, 10));
-  const struct {
-    const char* label;
-    QByteArray content;
-  } rows[] = {{"cut in a record", good.chopped(3)},
-              {"cut in a head", good + good.left(3)},
-              {"negative count", Number(-1, 4) + good},
-              {"giant count", Number(0x40000000, 4) + good},
-              {"one point too many", Number(15001, 4) + QByteArray(1 + 15001 * 4, 'x')}};
-  for (const auto& row : rows) {
-    EXPECT_THROW(GenerateMaster(Write(row.content), Path("Overlay.bmp"), Silent, Never, 100),
-                 files::FileError)
-        << row.label;
-    EXPECT_FALSE(QFile::exists(Path("Overlay.bmp"))) << row.label;
+  const std::pair<const char*, QByteArray> rows[] = {
+      {"cut in a record", good.chopped(3)},
+      {"cut in a head", good + good.left(3)},
+      {"negative count", Number(-1, 4) + good},
+      {"giant count", Number(0x40000000, 4) + good},
+      {"one point too many", Number(15001, 4) + QByteArray(1 + 15001 * 4, 'x')}};
+  for (const auto& [label, content] : rows) {
+    EXPECT_THROW(GenerateMaster(Write(content), Path("Overlay.bmp"), Silent, Never, 100), files::FileError)
+        << label;
+    EXPECT_FALSE(QFile::exists(Path("Overlay.bmp"))) << label;
   }
   EXPECT_FALSE(GenerateMaster(Write(""), Path("Overlay.bmp"), Silent, Never, 100));
   EXPECT_THROW(LoadPolygons(Path("missing.dat")), files::FileError);
@@ -190,11 +187,9 @@ TEST_F(OverlayMasterFile, MastersOfOtherCoastsAreDrawnAnew) {
 }
 
 TEST(MasterProjection, RoundsToTheNearestPixel) {
-  const struct {
-    int minutes, column;
-  } columns[] = {{-10800, 0},   {-10799, 0}, {-10798, 1},  {0, 3960},
-                 {10800, 7920}, {10801, 0},  {-10803, -1}, {-10830, -11}};
-  for (const auto& row : columns) EXPECT_EQ(MasterColumn(row.minutes), row.column) << row.minutes;
+  const std::pair<int, int> columns[] = {{-10800, 0},   {-10799, 0}, {-10798, 1},  {0, 3960},
+                                         {10800, 7920}, {10801, 0},  {-10803, -1}, {-10830, -11}};
+  for (const auto& [minutes, column] : columns) EXPECT_EQ(MasterColumn(minutes), column) << minutes;
   EXPECT_EQ(MasterRow(5400), 0);
   EXPECT_EQ(MasterRow(-5400), 3960);
   EXPECT_EQ(MasterRow(1), 1980);

@@ -13,8 +13,7 @@ namespace pelorin::tests {
 /// A pass as somebody saw it; times are Julian dates, of the last look before or the first one after.
 struct SeenPass {
   double Rise = 0, Top = 0, Set = 0;
-  double TopDeg = -90, LongitudeAtTopDeg = 0;
-  bool SouthBound = false;  ///< at the top
+  double TopDeg = -90;
 
   double Seconds() const { return std::round((Set - Rise) * 86400); }
 };
@@ -28,17 +27,15 @@ inline std::vector<SeenPass> WatchTheSky(const orbit::TSatellite& satellite, con
   bool wasUp = true;
   for (long look = 0; from + static_cast<double>(look) * stepS / 86400 < to; ++look) {
     const double jd = from + static_cast<double>(look) * stepS / 86400;
-    const orbit::SatelliteState state = SatelliteStateKm(satellite, jd);
-    const double degrees = orbit::Degrees(frame.Elevation(state.Position, jd));
+    const double degrees = orbit::Degrees(frame.Elevation(SatelliteStateKm(satellite, jd).Position, jd));
     const bool isUp = degrees > minDeg;
     if (isUp && !wasUp) seen.push_back({jd});
     if (!isUp && wasUp && !seen.empty()) seen.back().Set = jd;
     wasUp = isUp;
-    if (!isUp || seen.empty() || degrees <= seen.back().TopDeg) continue;
-    orbit::Geodetic below;
-    SatLatLonAlt(state.Position, jd, below);
-    SeenPass& pass = seen.back();
-    pass = {pass.Rise, jd, 0, degrees, orbit::Degrees(below.Longitude), state.Velocity.z < 0};
+    if (isUp && !seen.empty() && degrees > seen.back().TopDeg) {
+      seen.back().Top = jd;
+      seen.back().TopDeg = degrees;
+    }
   }
   if (wasUp && !seen.empty()) seen.pop_back();
   return seen;

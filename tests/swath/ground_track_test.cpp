@@ -109,25 +109,20 @@ double CentralAngle(double angle, double heightKm) {
 }
 
 TEST(ScannerGeometry, TheTableEndsWhereTheScannerDoes) {
-  const struct {
-    const char* name;
-    double halfAngleDeg;
-  } rows[] = {{"NOAA-17", 55.37}, {"NOAA 19", 55.37},  {"NOAA 9", 45},
-              {"METEOR 3-5", 39}, {"RESURS O1-4", 48}, {"OKEAN-O", 45}};
-  for (const auto& row : rows) {
+  const std::pair<const char*, double> rows[] = {{"NOAA-17", 55.37}, {"NOAA 19", 55.37},  {"NOAA 9", 45},
+                                                 {"METEOR 3-5", 39}, {"RESURS O1-4", 48}, {"OKEAN-O", 45}};
+  for (const auto& [name, halfAngleDeg] : rows) {
     TSatellite s;
-    s.Name = row.name;
+    s.Name = name;
     BuildScanTable(s, kHalfLinePixels, 850);
     EXPECT_EQ(CrossTrackOffset(s, 0), 0);
     EXPECT_EQ(CrossTrackOffset(s, -10), -CrossTrackOffset(s, 10));
     // 78 pixels of 8 units, then 110 of 6, 83 of 4, 62 of 3 and 121 of 2.
-    const struct {
-      int pixel, units;
-    } bounds[] = {{78, 624}, {79, 630}, {189, 1288}, {272, 1619}, {300, 1703}, {334, 1804}, {454, 2044}};
-    for (const auto& [pixel, units] : bounds) {
-      const double angle = Radians(row.halfAngleDeg * units / 2047);
+    for (const auto& [pixel, units] :
+         {std::pair{78, 624}, {79, 630}, {189, 1288}, {272, 1619}, {300, 1703}, {334, 1804}, {454, 2044}}) {
+      const double angle = Radians(halfAngleDeg * units / 2047);
       EXPECT_NEAR(CrossTrackOffset(s, pixel), std::tan(CentralAngle(angle, 850)) * (XKMPER + 850), 1e-6)
-          << row.name << " " << pixel;
+          << name << " " << pixel;
     }
   }
 }

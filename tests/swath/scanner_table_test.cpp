@@ -107,12 +107,11 @@ TEST(Scanner, ColumnsAndAnglesAreEachOthersInverse) {
   // The handbook's samples: the middle column is 4 wide, the outermost centre lies 1,023.5 samples out.
   const LineShape zones{kZoneColumns, 110.74, ScanLaw::Zones};
   const double sample = orbit::Radians(110.74 / 2047);
-  const struct {
-    double column, samples;
-  } rows[] = {{454, 0},      {455, 4},     {454 - 78, -312}, {454 + 79, 312 + 3.5},
-              {908, 1023.5}, {0, -1023.5}, {454.5, 2},       {909, 1024.5}};
-  for (const auto& row : rows)
-    EXPECT_NEAR(ColumnAngle(zones, row.column), row.samples * sample, 1e-12) << row.column;
+  const std::pair<double, double> rows[] = {
+      {454, 0},      {455, 4},     {454 - 78, -312}, {454 + 79, 312 + 3.5},
+      {908, 1023.5}, {0, -1023.5}, {454.5, 2},       {909, 1024.5}};
+  for (const auto& [column, samples] : rows)
+    EXPECT_NEAR(ColumnAngle(zones, column), samples * sample, 1e-12) << column;
   for (const LineShape& line : {zones, LineShape{1568, 110.1, ScanLaw::EvenAngles}}) {
     for (double column = -3; column < line.Columns + 3; column += 0.37) {
       EXPECT_NEAR(ColumnAtAngle(line, ColumnAngle(line, column)), column, 1e-9);
