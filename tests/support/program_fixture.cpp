@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractSpinBox>
+#include <QAction>
 #include <QApplication>
 #include <QDialog>
 #include <QDir>
@@ -135,8 +136,7 @@ QString ProgramFixture::ChoosePass(const QString& start, const QString& satellit
   return list->SelectedText();
 }
 
-void ProgramFixture::InDialog(const std::function<void()>& open,
-                              const std::function<void(QDialog& dialog)>& work) const {
+void ProgramFixture::InDialog(const char* opener, const std::function<void(QDialog& dialog)>& work) const {
   bool wasOpen = false;
   QTimer::singleShot(0, Form.get(), [&] {
     auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
@@ -145,7 +145,8 @@ void ProgramFixture::InDialog(const std::function<void()>& open,
     work(*dialog);
     if (dialog->isVisible()) dialog->reject();
   });
-  open();
+  auto* item = Form->findChild<QAction*>(QLatin1StringView(opener));
+  item != nullptr ? item->trigger() : Click(opener);
   EXPECT_TRUE(wasOpen);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QApplication>
 #include <QColor>
 #include <QDate>
 #include <QString>
@@ -49,10 +50,13 @@ class ProgramFixture {
   /// Closes the window and ends the program.
   void Close();
 
-  /// A control of the running program by its name.
+  /// A control of the running program by its name: of the dialog in front, or else of the window.
   template <class Control = QWidget>
   Control* Find(const char* name) const {
-    auto* control = Form->findChild<Control*>(QString::fromLatin1(name));
+    const QLatin1StringView wanted(name);
+    const QWidget* dialog = QApplication::activeModalWidget();
+    auto* control = dialog != nullptr ? dialog->findChild<Control*>(wanted) : nullptr;
+    if (control == nullptr) control = Form->findChild<Control*>(wanted);
     if (control == nullptr) throw std::runtime_error(std::string("there is no ") + name);
     return control;
   }
@@ -61,8 +65,8 @@ class ProgramFixture {
   QString Text(const char* name) const;
   /// Selects the one pass of that list whose entry begins and ends so, and returns the entry.
   QString ChoosePass(const QString& start, const QString& satellite) const;
-  /// Opens a dialog and works in it; it is closed afterwards if it still shows.
-  void InDialog(const std::function<void()>& open, const std::function<void(QDialog& dialog)>& work) const;
+  /// Opens a dialog by a button or a menu's item, and works in it; it is closed afterwards if it still shows.
+  void InDialog(const char* opener, const std::function<void(QDialog& dialog)>& work) const;
   /// Fires a timer at once.
   void Fire(const char* timer) const;
 

@@ -5,8 +5,6 @@
 #include <QDialog>
 #include <QFile>
 #include <QMessageBox>
-#include <QProgressBar>
-#include <QPushButton>
 #include <QScreen>
 #include <QSpinBox>
 #include <QTabWidget>
@@ -25,36 +23,25 @@ namespace {
 using namespace Qt::StringLiterals;
 using session::TListBox;
 
-class Ephemeris : public testing::Test {
+class Ephemeris : public testing::Test, protected ProgramFixture {
  protected:
-  Ephemeris() { program.StartOn(session::Page::Setup); }
+  Ephemeris() : ProgramFixture(u"\"NOAA 15\",\"NOAA 18\",\"NOAA 19\""_s) { StartOn(session::Page::Setup); }
 
-  /// Opens the window as the user does, and does `work` in it until it is closed.
-  void Open(const std::function<void()>& work) {
-    program.InDialog([&] { program.Click("ButtonEphemeris"); }, [&](QDialog&) { work(); });
-  }
-  template <class Control>
-  Control* Find(const char* name) const {
-    return program.Find<QDialog>("FormEphemeris")->findChild<Control*>(QLatin1StringView(name));
-  }
-  void Click(const char* name) const { QTest::mouseClick(Find<QPushButton>(name), Qt::LeftButton); }
   QStringList Lines() const { return Find<TListBox>("ListBoxPasses")->Items(); }
   QStringList Days() const { return Lines().filter(u"Pelorin pass prediction for "_s); }
   /// What is in a file after a button has put something there.
   QByteArray SavedBy(const char* button, const char* name) {
-    program.Boxes.ChosenFile = program.Path(QLatin1StringView(name));
+    Boxes.ChosenFile = Path(QLatin1StringView(name));
     Click(button);
-    return QFile::exists(*program.Boxes.ChosenFile) ? files::ReadFile(*program.Boxes.ChosenFile) : "";
+    return QFile::exists(*Boxes.ChosenFile) ? files::ReadFile(*Boxes.ChosenFile) : "";
   }
-
-  ProgramFixture program{u"\"NOAA 15\",\"NOAA 18\",\"NOAA 19\""_s};
 };
 
 TEST_F(Ephemeris, ReportIsPredictedSavedAndPrinted) {
-  program.Find<QDateEdit>("DateTimePickerPasses")->setDate(QDate(2022, 2, 20));
-  program.Click("ButtonRegenPasses");
-  const qsizetype passes = program.Find<TListBox>("ListBoxPasses")->count();
-  Open([&] {
+  Find<QDateEdit>("DateTimePickerPasses")->setDate(QDate(2022, 2, 20));
+  Click("ButtonRegenPasses");
+  const qsizetype passes = Find<TListBox>("ListBoxPasses")->count();
+  InDialog("ButtonEphemeris", [&](QDialog&) {
     // The picker shows today; the report is of the pass list's day.
     EXPECT_EQ(Find<QDateEdit>("DateTimePickerStart")->text(), u"2022 Feb 23"_s);
     Click("ButtonPredict");
@@ -63,10 +50,9 @@ TEST_F(Ephemeris, ReportIsPredictedSavedAndPrinted) {
     EXPECT_EQ(Lines().size(), 5 + passes);
     EXPECT_EQ(SavedBy("ButtonSave", "report.txt"), files::EncodeText(Lines().join(u"\r\n"_s)) + "\r\n");
     EXPECT_EQ(SavedBy("ButtonSave", "report.ics").count("BEGIN:VEVENT"), passes);
-    EXPECT_EQ(program.Boxes.Take(), QStringList());
+    EXPECT_EQ(Boxes.Take(), QStringList());
     EXPECT_EQ(SavedBy("ButtonSave", "missing/report.txt"), QByteArray());
-    EXPECT_EQ(program.Boxes.Take(),
-              QStringList(u"Error: Error tring to save pass list to "_s + *program.Boxes.ChosenFile));
+    EXPECT_EQ(Boxes.Take(), QStringList(u"Error: Error tring to save pass list to "_s + *Boxes.ChosenFile));
 
     // Touching the days takes the picker's date. A month counts as four weeks.
     Find<QTabWidget>("PageControl")->setCurrentIndex(0);
@@ -85,41 +71,44 @@ TEST_F(Ephemeris, ReportIsPredictedSavedAndPrinted) {
       EXPECT_GE(pdf.count("/Type /Page\n"), Lines().size() / 80) << name;
     }
     EXPECT_EQ(SavedBy("ButtonPrint", "missing/report.pdf"), QByteArray());
-    EXPECT_TRUE(program.Boxes.Take().value(0).startsWith(u"Error: Cannot write "_s));
+    EXPECT_TRUE(Boxes.Take().value(0).startsWith(u"Error: Cannot write "_s));
   });
 }
 
 TEST_F(Ephemeris, PredictionIsRefusedOrStoppedWithWhatThereIs) {
-  Open([&] {
+  QStringList report;
+  InDialog("ButtonEphemeris", [&](QDialog& dialog) {
     auto* pages = Find<QTabWidget>("PageControl");
     Click("ButtonSelectNone");
     pages->setCurrentIndex(1);
-    EXPECT_EQ(program.Boxes.Take(), QStringList(u"Message: Please select one or more satellites"_s));
+    EXPECT_EQ(Boxes.Take(), QStringList(u"Message: Please select one or more satellites"_s));
     EXPECT_EQ(pages->currentIndex(), 0);
     Click("ButtonSelectAll");
     Find<QSpinBox>("SpinEditNumDays")->setValue(365);
+    const auto isBusy = [this] {
+      return Find("ProgressBar")->isVisible() && !Find("ButtonSave")->isEnabled() &&
+             QGuiApplication::overrideCursor() != nullptr;
+    };
     bool wasBusy = false;
     QTimer::singleShot(0, pages, [&] {
-      wasBusy = Find<QProgressBar>("ProgressBar")->isVisible() &&
-                !Find<QPushButton>("ButtonSave")->isEnabled() && QGuiApplication::overrideCursor() != nullptr;
-      QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape);
+      wasBusy = isBusy();
+      QTest::keyClick(&dialog, Qt::Key_Escape);
     });
     // An empty report is made when it is to be seen.
     pages->setCurrentIndex(1);
     EXPECT_TRUE(wasBusy);
+    EXPECT_FALSE(isBusy());
+    EXPECT_TRUE(Find("ButtonSave")->isEnabled());
+    report = Lines();
     EXPECT_GT(Days().size(), 0);
     EXPECT_LT(Days().size(), 365);
-    EXPECT_NE(Lines().last(), QString());
-    EXPECT_TRUE(Find<QPushButton>("ButtonSave")->isEnabled());
-    EXPECT_FALSE(Find<QProgressBar>("ProgressBar")->isVisible());
-    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
-    ASSERT_NE(QApplication::activeModalWidget(), nullptr) << "the first Escape must not close the window";
-    QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape);
-    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    EXPECT_NE(report.last(), QString());
+    EXPECT_TRUE(dialog.isVisible()) << "the first Escape must not close the window";
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+    EXPECT_FALSE(dialog.isVisible());
   });
-  const QStringList before = Lines();
-  Open([&] { EXPECT_EQ(Lines(), before) << "the report stays between showings"; });
-  EXPECT_EQ(program.Boxes.Take(), QStringList());
+  InDialog("ButtonEphemeris", [&](QDialog&) { EXPECT_EQ(Lines(), report) << "it stays between showings"; });
+  EXPECT_EQ(Boxes.Take(), QStringList());
 }
 
 TEST(QtPrompts, LongTextsFitOnTheScreen) {

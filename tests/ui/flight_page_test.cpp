@@ -4,7 +4,6 @@
 #include <QComboBox>
 #include <QDateEdit>
 #include <QDialog>
-#include <QPushButton>
 #include <QTest>
 #include <QTimeEdit>
 #include <QTimer>
@@ -17,49 +16,50 @@ namespace {
 using namespace Qt::StringLiterals;
 using session::Page;
 
-TEST(FlightPage, FliesByTheClockOrTheTimeThatIsSet) {
-  ProgramFixture program(u"\"FENGYUN 1C\",\"NOAA 19\""_s);
-  program.StartOn(Page::Flight);
-  auto* timer = program.Find<QTimer>("TimerFlight");
+class FlightPage : public testing::Test, protected ProgramFixture {};
+
+TEST_F(FlightPage, FliesByTheClockOrTheTimeThatIsSet) {
+  GiveOrdinarySettings(u"\"FENGYUN 1C\",\"NOAA 19\""_s);
+  StartOn(Page::Flight);
+  auto* timer = Find<QTimer>("TimerFlight");
   timer->setInterval(60'000);
   const auto tickAfter = [&](double seconds) {
-    program.Now.Days += seconds / 86400;
-    program.Fire("TimerFlight");
-    return program.Form->Status();
+    Now.Days += seconds / 86400;
+    Fire("TimerFlight");
+    return Form->Status();
   };
-  const auto picture = [&] { return program.Find("ImageFlight")->grab().toImage(); };
+  const auto picture = [&] { return Find("ImageFlight")->grab().toImage(); };
 
-  program.Click("ButtonRunFlight");
-  EXPECT_EQ(program.Form->Status(), u"No satellite is chosen"_s);
-  program.Find<QComboBox>("ComboBoxSatForFlight")->setCurrentText(u"NOAA 19"_s);
+  Click("ButtonRunFlight");
+  EXPECT_EQ(Form->Status(), u"No satellite is chosen"_s);
+  Find<QComboBox>("ComboBoxSatForFlight")->setCurrentText(u"NOAA 19"_s);
   EXPECT_EQ(tickAfter(0), u" Line: 0021 2022 Feb 23  06:00:00.00"_s);
   const QImage north = picture();
-  program.Click("ButtonFlightDirection");
-  EXPECT_EQ(program.Text("ButtonFlightDirection"), u"---> S"_s);
+  Click("ButtonFlightDirection");
+  EXPECT_EQ(Text("ButtonFlightDirection"), u"---> S"_s);
   EXPECT_EQ(picture(), north.mirrored(true, true));
-  program.Form->Shared().Run.MakingMap = true;
+  Form->Shared().Run.MakingMap = true;
   EXPECT_EQ(tickAfter(1), u" Line: 0021 2022 Feb 23  06:00:00.00"_s) << "a map goes first";
-  program.Form->Shared().Run.MakingMap = false;
-  QTest::keyClick(program.Find("ButtonRunFlight"), Qt::Key_Escape);
+  Form->Shared().Run.MakingMap = false;
+  QTest::keyClick(Find("ButtonRunFlight"), Qt::Key_Escape);
   EXPECT_EQ(tickAfter(0), u" Line: 0023 2022 Feb 23  06:00:01.00"_s);
-  EXPECT_EQ(program.Text("ButtonRunFlight"), u"Fly"_s);
-  program.Click("ButtonFlightDirection");
+  EXPECT_EQ(Text("ButtonRunFlight"), u"Fly"_s);
+  Click("ButtonFlightDirection");
   EXPECT_TRUE(timer->isActive()) << "a turn starts a flight";
 
   QString shown;
   const auto setTime = [&](const QDate& day, bool isConfirmed) {
-    program.InDialog([&] { program.Click("ButtonSetFlightTime"); },
-                     [&](QDialog& dialog) {
-                       shown = program.Text("FlightDate") + u' ' + program.Text("FlightTime");
-                       program.Find<QDateEdit>("FlightDate")->setDate(day);
-                       program.Find<QTimeEdit>("FlightTime")->setTime(QTime(10, 20));
-                       if (isConfirmed) dialog.findChild<QPushButton*>(u"ButtonOK"_s)->setFocus();
-                       QTest::keyClick(dialog.focusWidget(), Qt::Key_Enter);
-                     });
+    InDialog("ButtonSetFlightTime", [&](QDialog& dialog) {
+      shown = Text("FlightDate") + u' ' + Text("FlightTime");
+      Find<QDateEdit>("FlightDate")->setDate(day);
+      Find<QTimeEdit>("FlightTime")->setTime(QTime(10, 20));
+      if (isConfirmed) Find("ButtonOK")->setFocus();
+      QTest::keyClick(dialog.focusWidget(), Qt::Key_Enter);
+    });
   };
   setTime(QDate(2022, 2, 24), false);
   EXPECT_TRUE(tickAfter(0).endsWith(u"2022 Feb 23  06:00:01.00"_s)) << "Enter is for Cancel";
-  program.Find<QComboBox>("ComboBoxSatForFlight")->setCurrentText(u"FENGYUN 1C"_s);
+  Find<QComboBox>("ComboBoxSatForFlight")->setCurrentText(u"FENGYUN 1C"_s);
   setTime(QDate(2022, 2, 22), true);
   EXPECT_EQ(tickAfter(0), u" Line: 0021 2022 Feb 22  10:20:00.00"_s) << "a new flight";
 
@@ -72,7 +72,7 @@ TEST(FlightPage, FliesByTheClockOrTheTimeThatIsSet) {
     }
     return pixels;
   };
-  program.Find<QAction>("MenuShowOverlay")->trigger();
+  Find<QAction>("MenuShowOverlay")->trigger();
   tickAfter(0.5);
   EXPECT_LT(unlike(20, 21), 400) << "land, as it comes";
   EXPECT_GT(unlike(21, 22), 850) << "the overlay's land";
@@ -81,18 +81,18 @@ TEST(FlightPage, FliesByTheClockOrTheTimeThatIsSet) {
   const QImage before = picture();
   setTime(QDate(2222, 2, 22), true);
   EXPECT_EQ(shown, u"2022 Feb 22 10:20"_s) << "the start that was chosen last";
-  EXPECT_EQ(program.Boxes.Take().size(), 1);
+  EXPECT_EQ(Boxes.Take().size(), 1);
   EXPECT_FALSE(timer->isActive());
-  EXPECT_EQ(program.Text("ButtonRunFlight"), u"Fly"_s);
+  EXPECT_EQ(Text("ButtonRunFlight"), u"Fly"_s);
   EXPECT_EQ(picture(), before);
 
   setTime(QDate(2022, 2, 22), true);
-  program.Click("ButtonRunFlight");
+  Click("ButtonRunFlight");
   EXPECT_TRUE(timer->isActive());
-  program.Form->ShowPage(Page::GroundPath);
+  Form->ShowPage(Page::GroundPath);
   EXPECT_FALSE(timer->isActive());
-  EXPECT_EQ(program.Form->Status(), QString());
-  EXPECT_EQ(program.Boxes.Take(), QStringList());
+  EXPECT_EQ(Form->Status(), QString());
+  EXPECT_EQ(Boxes.Take(), QStringList());
 }
 
 }  // namespace

@@ -20,12 +20,19 @@ namespace {
 using namespace Qt::StringLiterals;
 using session::TListBox;
 
-void Select(TListBox* list, const QString& text) {
-  const QList<QListWidgetItem*> found = list->findItems(text, Qt::MatchExactly);
-  ASSERT_EQ(found.size(), 1) << text.toStdString();
-  list->scrollToItem(found.first());
-  QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(found.first()).center());
-}
+class SetupPage : public testing::Test, protected ProgramFixture {
+ protected:
+  SetupPage() : ProgramFixture(u"\"NOAA 19\""_s) { Set(u"PrimarySatellite"_s, u"NOAA 19"_s); }
+
+  TListBox* Active() const { return Find<TListBox>("ListBoxActive"); }
+  TListBox* Available() const { return Find<TListBox>("ListBoxAvailable"); }
+  static void Select(TListBox* list, const QString& text) {
+    const QList<QListWidgetItem*> found = list->findItems(text, Qt::MatchExactly);
+    ASSERT_EQ(found.size(), 1) << text.toStdString();
+    list->scrollToItem(found.first());
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(found.first()).center());
+  }
+};
 
 /// Pulls the selected entry with the mouse and drops it on the target; whether that took it. This platform
 /// gives every drag up at once, so that the drop is ours.
@@ -47,73 +54,62 @@ bool Drag(const TListBox* from, const TListBox* to) {
   return true;
 }
 
-TEST(SetupPage, SatellitesMoveByMouseAndKeyboard) {
-  ProgramFixture program(u"\"NOAA 19\""_s);
-  program.Set(u"PrimarySatellite"_s, u"NOAA 19"_s);
-  program.StartOn(session::Page::Setup);
-  auto* available = program.Find<TListBox>("ListBoxAvailable");
-  auto* active = program.Find<TListBox>("ListBoxActive");
-  const app::Settings& settings = program.Form->Shared().Settings;
-
-  Select(available, u"NOAA 15"_s);
-  EXPECT_FALSE(Drag(available, available)) << "within a list nothing moves";
-  EXPECT_TRUE(Drag(available, active));
-  EXPECT_EQ(active->Items(), QStringList({u"NOAA 15"_s, u"NOAA 19"_s}));
-  EXPECT_EQ(settings.SatelliteList.Value, u"\"NOAA 15\",\"NOAA 19\""_s);
-  EXPECT_EQ(program.Form->Shared().SelectedSatellite()->Name, "NOAA 19") << "the primary one stays chosen";
+TEST_F(SetupPage, SatellitesMoveByMouseAndKeyboard) {
+  StartOn(session::Page::Setup);
+  const session::Session& session = Form->Shared();
+  Select(Available(), u"NOAA 15"_s);
+  EXPECT_FALSE(Drag(Available(), Available())) << "within a list nothing moves";
+  EXPECT_TRUE(Drag(Available(), Active()));
+  EXPECT_EQ(Active()->Items(), QStringList({u"NOAA 15"_s, u"NOAA 19"_s}));
+  EXPECT_EQ(session.Settings.SatelliteList.Value, u"\"NOAA 15\",\"NOAA 19\""_s);
+  EXPECT_EQ(session.SelectedSatellite()->Name, "NOAA 19") << "the primary one stays chosen";
   for (const char* chooser : {"ComboBoxSatForPic", "ComboBoxSatForMap", "ComboBoxSatForFlight"}) {
-    EXPECT_EQ(program.Find<QComboBox>(chooser)->count(), 2) << chooser;
+    EXPECT_EQ(Find<QComboBox>(chooser)->count(), 2) << chooser;
   }
 
-  Select(available, u"NOAA 18"_s);
-  QTest::keyClick(available, Qt::Key_Return);
-  Select(available, u"METOP-B"_s);
-  program.Click("ButtonActivate");
-  EXPECT_EQ(active->Items(), QStringList({u"METOP-B"_s, u"NOAA 15"_s, u"NOAA 18"_s, u"NOAA 19"_s}));
-  Select(active, u"NOAA 19"_s);
-  QTest::mouseDClick(active->viewport(), Qt::LeftButton, {},
-                     active->visualItemRect(active->currentItem()).center());
-  EXPECT_EQ(active->Items(), QStringList({u"METOP-B"_s, u"NOAA 15"_s, u"NOAA 18"_s}));
-  EXPECT_EQ(program.Form->Shared().SelectedSatellite(), nullptr);
-  EXPECT_TRUE(Drag(active, available));
-  EXPECT_EQ(active->count() + available->count(), 45);
+  Select(Available(), u"NOAA 18"_s);
+  QTest::keyClick(Available(), Qt::Key_Return);
+  Select(Available(), u"METOP-B"_s);
+  Click("ButtonActivate");
+  EXPECT_EQ(Active()->Items(), QStringList({u"METOP-B"_s, u"NOAA 15"_s, u"NOAA 18"_s, u"NOAA 19"_s}));
+  Select(Active(), u"NOAA 19"_s);
+  const QPoint selected = Active()->visualItemRect(Active()->currentItem()).center();
+  QTest::mouseDClick(Active()->viewport(), Qt::LeftButton, {}, selected);
+  EXPECT_EQ(Active()->Items(), QStringList({u"METOP-B"_s, u"NOAA 15"_s, u"NOAA 18"_s}));
+  EXPECT_EQ(session.SelectedSatellite(), nullptr);
+  EXPECT_TRUE(Drag(Active(), Available()));
+  EXPECT_EQ(Active()->count() + Available()->count(), 45);
 }
 
-TEST(SetupPage, SatellitesWaitForTheirFile) {
-  ProgramFixture program(u"\"NOAA 99\",\"NOAA 19\",\"NOAA 99\",GONE"_s);
-  program.Set(u"PrimarySatellite"_s, u"NOAA 19"_s);
-  const QString file = program.Path(u"bin/weather.2li"_s), away = program.Path(u"elsewhere/weather.2li"_s);
+TEST_F(SetupPage, SatellitesWaitForTheirFile) {
+  Set(u"SatelliteList"_s, u"\"NOAA 99\",\"NOAA 19\",\"NOAA 99\",GONE"_s);
+  const QStringList known{u"GONE"_s, u"NOAA 19"_s, u"NOAA 99"_s};
+  const QString file = Path(u"bin/weather.2li"_s), away = Path(u"elsewhere/weather.2li"_s);
   ASSERT_TRUE(QFile::rename(file, away));
-  program.Start();
-  auto* active = program.Find<TListBox>("ListBoxActive");
-  EXPECT_EQ(active->Items(), QStringList({u"GONE"_s, u"NOAA 19"_s, u"NOAA 99"_s}));
-  EXPECT_EQ(program.Find<QComboBox>("ComboBoxSatForMap")->count(), 0) << "nobody computes with them";
-  program.Close();
-  EXPECT_EQ(program.SavedText(u"SatelliteList"_s), u"GONE,\"NOAA 19\",\"NOAA 99\""_s);
+  Start();
+  EXPECT_EQ(Active()->Items(), known);
+  EXPECT_EQ(Find<QComboBox>("ComboBoxSatForMap")->count(), 0) << "nobody computes with them";
+  Close();
+  EXPECT_EQ(SavedText(u"SatelliteList"_s), u"GONE,\"NOAA 19\",\"NOAA 99\""_s);
 
   ASSERT_TRUE(QFile::rename(away, file));
-  program.StartOn(session::Page::Setup);
-  active = program.Find<TListBox>("ListBoxActive");
-  auto* available = program.Find<TListBox>("ListBoxAvailable");
-  EXPECT_EQ(active->Items(), QStringList({u"GONE"_s, u"NOAA 19"_s, u"NOAA 99"_s}));
-  EXPECT_EQ(program.Find<QComboBox>("ComboBoxSatForMap")->currentText(), u"NOAA 19"_s);
-  for (const QString& entry : program.Find<TListBox>("ListBoxPasses")->Items()) {
-    EXPECT_TRUE(entry.endsWith(u"NOAA 19"_s)) << entry.toStdString();
-  }
-  Select(active, u"NOAA 99"_s);
-  EXPECT_FALSE(Drag(active, available)) << "it would not arrive";
-  Select(active, u"NOAA 99"_s);
-  QTest::keyClick(active, Qt::Key_Delete);
-  EXPECT_EQ(active->Items(), QStringList({u"GONE"_s, u"NOAA 19"_s}));
-  EXPECT_EQ(available->count(), 44);
-  program.Close();
-  EXPECT_EQ(program.SavedText(u"SatelliteList"_s), u"GONE,\"NOAA 19\""_s);
-  EXPECT_EQ(program.SavedText(u"PrimarySatellite"_s), u"NOAA 19"_s);
+  StartOn(session::Page::Setup);
+  EXPECT_EQ(Active()->Items(), known);
+  EXPECT_EQ(Text("ComboBoxSatForMap"), u"NOAA 19"_s);
+  const QStringList passes = Find<TListBox>("ListBoxPasses")->Items();
+  EXPECT_EQ(passes.filter(u" NOAA 19"_s), passes);
+  Select(Active(), u"NOAA 99"_s);
+  EXPECT_FALSE(Drag(Active(), Available())) << "it would not arrive";
+  Select(Active(), u"NOAA 99"_s);
+  QTest::keyClick(Active(), Qt::Key_Delete);
+  EXPECT_EQ(Available()->count(), 44);
+  Close();
+  EXPECT_EQ(SavedText(u"SatelliteList"_s), u"GONE,\"NOAA 19\""_s);
+  EXPECT_EQ(SavedText(u"PrimarySatellite"_s), u"NOAA 19"_s);
 }
 
-TEST(SetupPage, StationAndFoldersAreKept) {
-  ProgramFixture program(u"\"NOAA 19\""_s);
-  program.StartOn(session::Page::Setup);
+TEST_F(SetupPage, StationAndFoldersAreKept) {
+  StartOn(session::Page::Setup);
   // What is typed is understood when a box is left.
   const struct {
     const char* Box;
@@ -123,38 +119,38 @@ TEST(SetupPage, StationAndFoldersAreKept) {
               {"EditMinPassElev", u"12"_s, u"10"_s},
               {"EditHeight", u"1e999"_s, u"150"_s}};
   for (const auto& row : rows) {
-    auto* box = program.Find<QLineEdit>(row.Box);
+    auto* box = Find<QLineEdit>(row.Box);
     box->setFocus();
     box->selectAll();
     QTest::keyClicks(box, row.Typed);
     QTest::keyClick(box, Qt::Key_Tab);
     EXPECT_EQ(box->text(), row.Shown);
   }
-  const app::Station& station = program.Form->Shared().Station;
+  const app::Station& station = Form->Shared().Station;
   EXPECT_NEAR(orbit::Degrees(station.Place.Longitude), 335.25, 1e-9);
   EXPECT_EQ(station.MinElevationDeg, 10);
-  program.Click("ButtonBrowseResultsPath");
-  EXPECT_EQ(program.Text("EditResultsPath"), program.Path(u"bin/"_s)) << "cancelled";
-  program.Boxes.ChosenFolder = program.Path(u"elsewhere"_s);
+  Click("ButtonBrowseResultsPath");
+  EXPECT_EQ(Text("EditResultsPath"), Path(u"bin/"_s)) << "cancelled";
+  Boxes.ChosenFolder = Path(u"elsewhere"_s);
   for (const char* button : {"ButtonBrowseResultsPath", "ButtonBrowseSatDataPath", "ButtonAddPath"}) {
-    program.Click(button);
+    Click(button);
   }
-  Select(program.Find<TListBox>("ListBoxImagePath"), program.Path(u"pictures"_s));
-  program.Click("ButtonRemovePath");
+  Select(Find<TListBox>("ListBoxImagePath"), Path(u"pictures"_s));
+  Click("ButtonRemovePath");
 
   // A box's own menu is no reason to read what is half typed; nor is the window's end.
-  auto* latitude = program.Find<QLineEdit>("EditLatitude");
+  auto* latitude = Find<QLineEdit>("EditLatitude");
   latitude->setFocus();
   latitude->setText(u"-"_s);
   QFocusEvent menu(QEvent::FocusOut, Qt::PopupFocusReason);
   QCoreApplication::sendEvent(latitude, &menu);
   EXPECT_EQ(latitude->text(), u"-"_s);
-  program.Close();
-  EXPECT_EQ(program.SavedText(u"ObserverLatitude"_s), u"-"_s) << "as typed";
-  EXPECT_EQ(program.SavedText(u"ObserverLongitude"_s), u"-24.75"_s);
-  EXPECT_EQ(program.SavedText(u"ResultsPath"_s), program.Path(u"elsewhere/"_s));
-  EXPECT_EQ(program.SavedText(u"TwoLineDataPath"_s), program.Path(u"elsewhere/"_s));
-  EXPECT_EQ(program.SavedText(u"ImagePathList"_s), program.Path(u"elsewhere"_s)) << "as it was chosen";
+  Close();
+  EXPECT_EQ(SavedText(u"ObserverLatitude"_s), u"-"_s) << "as typed";
+  EXPECT_EQ(SavedText(u"ObserverLongitude"_s), u"-24.75"_s);
+  EXPECT_EQ(SavedText(u"ResultsPath"_s), Path(u"elsewhere/"_s));
+  EXPECT_EQ(SavedText(u"TwoLineDataPath"_s), Path(u"elsewhere/"_s));
+  EXPECT_EQ(SavedText(u"ImagePathList"_s), Path(u"elsewhere"_s)) << "as it was chosen";
 }
 
 }  // namespace
