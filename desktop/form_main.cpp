@@ -2,14 +2,17 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDropEvent>
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QMimeData>
 #include <QPrinter>
 #include <QTabWidget>
 #include <utility>
 
 #include "app/program_paths.h"
+#include "desktop/dropped_elements.h"
 #include "desktop/map/tab_sheet_map.h"
 #include "desktop/overlay/tab_sheet_flight.h"
 #include "desktop/overlay/tab_sheet_ground_path.h"
@@ -152,6 +155,21 @@ void TFormMain::changeEvent(QEvent* event) {
 void TFormMain::keyPressEvent(QKeyEvent* event) {
   FormKeyPress(event->key());
   QMainWindow::keyPressEvent(event);
+}
+
+void TFormMain::dragEnterEvent(QDragEnterEvent* event) {
+  if (!ElementFilesAmong(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+}
+
+void TFormMain::dropEvent(QDropEvent* event) {
+  event->acceptProposedAction();
+  // The program that they come from waits until this returns.
+  QMetaObject::invokeMethod(
+      this,
+      [this, files = ElementFilesAmong(*event->mimeData())] {
+        session::Guarded(Boxes(), [this, &files] { TakeDroppedElements(*session_, files); });
+      },
+      Qt::QueuedConnection);
 }
 
 void TFormMain::FormKeyPress(int key) {

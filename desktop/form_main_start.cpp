@@ -10,6 +10,7 @@
 
 #include "app/program_paths.h"
 #include "desktop/about_box.h"
+#include "desktop/element_watch.h"
 #include "desktop/form_main.h"
 #include "desktop/map/tab_sheet_map.h"
 #include "desktop/overlay/form_overlay_text_options.h"
@@ -60,6 +61,10 @@ void TFormMain::FormCreate() {
   ShowLeftOut();
   RestoreMenus();
   session.RestoreActive();
+  if (session.Unattended == nullptr) {
+    new ElementWatch(session, this);
+    setAcceptDrops(true);
+  }
 
   ground_.TopographyFile = FindTopographyFile(programFolder_);
   ground_.Backdrop = TakeBackdrop(session, std::move(surroundings_.Backdrop), tellStatus);

@@ -64,7 +64,7 @@ QString WithoutMarkup(const QString& page) {
       at = AfterUnreadPart(page, at);
       const qsizetype end = page.indexOf(u'>', at);
       if (end < 0) break;
-      if (BreaksLine(QStringView(page).sliced(at + 1, end - at - 1))) text += u'\n';
+      if (BreaksLine(QStringView(page).sliced(at + 1, end - at - 1))) text += u'\r';
       at = end;
       continue;
     }
@@ -101,10 +101,10 @@ bool EndsRun(const ElementAnswer& answer) {
 }
 
 QString AnswerText(const QByteArray& body) {
-  const QString text = files::DecodeText(body);
+  const QString text = files::DecodeText(SplitLines(body).join('\r'));
   if (!IsWebPage(body)) return text;
   QStringList lines;
-  for (const QString& line : WithoutMarkup(text).split(u'\n')) {
+  for (const QString& line : WithoutMarkup(text).split(u'\r')) {
     if (const QString shown = line.simplified(); !shown.isEmpty()) lines.append(shown);
   }
   return lines.join(u'\r');

@@ -7,7 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "elements/element_data.h"
 #include "files/atomic_file.h"
+#include "files/file_error.h"
 #include "files/folder_lock.h"
 #include "files/read_file.h"
 #include "orbit/date_time.h"
@@ -55,15 +57,13 @@ ArchivedSet ArchivedMessage(orbit::OmmRecord record) {
   return set;
 }
 
-std::vector<ArchivedSet> SetsOf(const QString& elementFile) {
-  const std::filesystem::path path(elementFile.toStdU16String());
-  const QByteArray bytes = files::ReadFile(elementFile);
+std::vector<ArchivedSet> SetsOf(const QByteArray& bytes, ElementForm form) {
   const std::string text(bytes.constData(), static_cast<std::size_t>(bytes.size()));
   std::vector<ArchivedSet> sets;
   const auto takeMessage = [&sets](const orbit::OmmRecord& record) {
     sets.push_back(ArchivedMessage(record));
   };
-  switch (orbit::FormOfFile(path)) {
+  switch (form) {
     case ElementForm::Csv:
       orbit::ReadOmmCsv(text, takeMessage);
       break;
@@ -102,7 +102,7 @@ int AddToFile(const QString& path, const std::vector<const ArchivedSet*>& sets) 
   QByteArray content;
   if (QFileInfo::exists(path)) {
     content = files::ReadFile(path);
-    known = SetsOf(path);
+    known = SetsOf(content, orbit::FormOfFile(path.toStdU16String()));
     for (const ArchivedSet& set : known) keys.insert(set.Key);
   }
   if (path.endsWith(QStringLiteral(".csv"))) {
@@ -120,10 +120,7 @@ int AddToFile(const QString& path, const std::vector<const ArchivedSet*>& sets) 
   return added;
 }
 
-}  // namespace
-
-int ArchiveElementFile(const QString& elementFile, const QString& archiveFolder) {
-  const std::vector<ArchivedSet> sets = SetsOf(elementFile);
+int AddToArchive(const std::vector<ArchivedSet>& sets, const QString& archiveFolder) {
   std::map<std::string, std::vector<const ArchivedSet*>> byFile;
   for (const ArchivedSet& set : sets) byFile[set.FileName].push_back(&set);
   if (byFile.empty()) return 0;
@@ -135,6 +132,51 @@ int ArchiveElementFile(const QString& elementFile, const QString& archiveFolder)
     added += AddToFile(QDir(archiveFolder).filePath(QString::fromStdString(name)), ofFile);
   }
   return added;
+}
+
+QStringList FilesOf(const QStringList& filesAndFolders) {
+  QStringList files;
+  for (const QString& path : filesAndFolders) {
+    if (!QFileInfo(path).isDir()) {
+      files.append(path);
+      continue;
+    }
+    for (const std::filesystem::path& file : orbit::ElementFilesIn(path.toStdU16String())) {
+      files.append(QString::fromStdU16String(file.u16string()));
+    }
+  }
+  return files;
+}
+
+/// Adds a file, and says what it brought.
+QString Archived(const QString& file, const QString& archiveFolder) {
+  const QByteArray bytes = files::ReadFile(file);
+  // Any text may have lines that begin with 1 and 2.
+  if (ElementDataOf(bytes).Sets.empty()) return QStringLiteral("no element sets");
+  const std::vector<ArchivedSet> sets = SetsOf(bytes, FormLike(bytes));
+  const int added = AddToArchive(sets, archiveFolder);
+  return QStringLiteral("%1 element sets, %2 of them new").arg(sets.size()).arg(added);
+}
+
+}  // namespace
+
+int ArchiveElementFile(const QString& elementFile, const QString& archiveFolder) {
+  const QByteArray bytes = files::ReadFile(elementFile);
+  return AddToArchive(SetsOf(bytes, FormLike(bytes)), archiveFolder);
+}
+
+QStringList ArchiveElementFiles(const QStringList& filesAndFolders, const QString& archiveFolder) {
+  QStringList lines;
+  for (const QString& file : FilesOf(filesAndFolders)) {
+    QString outcome;
+    try {
+      outcome = Archived(file, archiveFolder);
+    } catch (const files::FileError& error) {
+      outcome = error.Text();
+    }
+    lines.append(QFileInfo(file).fileName() + QStringLiteral(": ") + outcome);
+  }
+  return lines;
 }
 
 }  // namespace pelorin::elements

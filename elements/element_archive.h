@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace pelorin::elements {
 
@@ -13,5 +14,9 @@ namespace pelorin::elements {
 /// Returns the number of sets added. Raises files::FileError; a month's file is replaced whole or not at all,
 /// and programs that add at the same time wait for each other.
 int ArchiveElementFile(const QString& elementFile, const QString& archiveFolder);
+
+/// The same for files of any age and name, and for the element files of folders, as a user hands them over. A
+/// line for each file tells how many sets it has and how many of them were new, or why it gave none.
+QStringList ArchiveElementFiles(const QStringList& filesAndFolders, const QString& archiveFolder);
 
 }  // namespace pelorin::elements

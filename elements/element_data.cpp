@@ -19,14 +19,6 @@ bool IsPairOfLines(const QByteArray& line1, const QByteArray& line2) {
          line2[37] == '.' && line2[46] == '.' && line2[54] == '.';
 }
 
-ElementForm FormLike(const QByteArray& bytes) {
-  const QByteArray beginning = bytes.left(1000).trimmed();
-  if (beginning.startsWith('[') || beginning.startsWith('{')) return ElementForm::Json;
-  const QByteArray firstLine = beginning.left(beginning.indexOf('\n')).toUpper();
-  return firstLine.contains(',') && firstLine.contains("OBJECT_NAME") ? ElementForm::Csv
-                                                                      : ElementForm::TwoLine;
-}
-
 bool IsWhole(const QByteArray& bytes, ElementForm form) {
   switch (form) {
     case ElementForm::Csv:
@@ -46,6 +38,14 @@ std::string ReadableText(const QByteArray& bytes, ElementForm form) {
 }
 
 }  // namespace
+
+ElementForm FormLike(const QByteArray& bytes) {
+  const QByteArray beginning = bytes.left(1000).trimmed();
+  if (beginning.startsWith('[') || beginning.startsWith('{')) return ElementForm::Json;
+  const QByteArray firstLine = beginning.left(beginning.indexOf('\n')).toUpper();
+  return firstLine.contains(',') && firstLine.contains("OBJECT_NAME") ? ElementForm::Csv
+                                                                      : ElementForm::TwoLine;
+}
 
 ElementData ElementDataOf(const QByteArray& bytes, ElementForm form) {
   ElementData data{form, bytes, IsWhole(bytes, form), {}};

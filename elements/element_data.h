@@ -18,6 +18,9 @@ struct ElementData {
   std::vector<orbit::TSatellite> Sets;  ///< that describe an orbit, in their order
 };
 
+/// What a text looks like.
+orbit::ElementForm FormLike(const QByteArray& bytes);
+
 ElementData ElementDataOf(const QByteArray& bytes, orbit::ElementForm form);
 /// Of the form that it looks like.
 ElementData ElementDataOf(const QByteArray& bytes);

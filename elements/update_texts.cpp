@@ -96,7 +96,7 @@ QString OtherNumberQuestion(const QString& localPath, const QString& address, co
   QString text =
       QStringLiteral(
           "The data received is outside the limits of 80% to 120% of the present file.\r\rThe file:  %1\r"
-          "Element sets in it: %2\rElement sets received from  %3: %4\r\r")
+          "Element sets in it: %2\rElement sets received from %3: %4\r\r")
           .arg(localPath)
           .arg(verdict.PresentSets)
           .arg(address)

@@ -26,12 +26,6 @@ orbit::TDateTime Session::LocalNow() const {
   return {now.Days + TimeZone.At(now).value_or(app::LocalClock()).OffsetMinutes / orbit::kMinutesPerDay};
 }
 
-std::vector<const orbit::TSatellite*> Session::ActiveSatellites() const {
-  std::vector<const orbit::TSatellite*> satellites;
-  for (const NamedSatellite& entry : Active()) satellites.push_back(entry.Satellite);
-  return satellites;
-}
-
 int Session::SelectedIndex() const {
   const std::vector<NamedSatellite>& active = Active();
   for (std::size_t index = 0; index < active.size(); ++index) {

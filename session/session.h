@@ -77,8 +77,6 @@ class Session : public QObject {
   /// The lists of Available and Active.
   const session::ActiveSatellites& Following() const { return *following_; }
   const std::vector<NamedSatellite>& Active() const { return following_->Active(); }
-  /// The satellites to compute with.
-  std::vector<const orbit::TSatellite*> ActiveSatellites() const;
   /// Or null.
   const orbit::TSatellite* SelectedSatellite() const { return selected_; }
   /// Place of the selected satellite in Active(), or −1.

@@ -190,7 +190,7 @@ void TTabSheetMap::DateTimePickerMapDateExit() {
 // ------------------------------------------------------------------------------- its satellites
 
 void TTabSheetMap::ActiveSatellitesChanged() {
-  keeper_.Forget();
+  setsDay_.reset();
   ui_.PaintBoxSats->Clear();
   session::FillChooser(ui_.ComboBoxSatForMap, session_.Active(), session_.SelectedIndex());
 }
@@ -207,20 +207,34 @@ void TTabSheetMap::SatelliteChosen() {
 void TTabSheetMap::PaintBoxSatsMouseUp(QPoint position) {
   const orbit::TSatellite* found = map::SatelliteAt(ui_.PaintBoxSats->Plot(), frame_, position);
   if (found == nullptr) return;
-  const auto satellites = session_.ActiveSatellites();
-  const auto place = std::find(satellites.begin(), satellites.end(), found);
-  session_.ChooseSatellite(static_cast<int>(place - satellites.begin()));
+  session_.ChooseSatellite(static_cast<int>(found - SetsOfDay().data()));
 }
 
 void TTabSheetMap::FootprintLevelChanged() { RepaintSatellites(); }
 
+const std::vector<orbit::TSatellite>& TTabSheetMap::SetsOfDay() {
+  const orbit::TDateTime day = DatePart(session_.Map.CurrentTime);
+  if (!setsDay_ || setsDay_->Days != day.Days) {
+    sets_ = session_.ActiveSetsFor(day, 1);
+    setsDay_ = day;
+    keeper_.Forget();
+  }
+  return sets_;
+}
+
+const orbit::TSatellite* TTabSheetMap::SelectedOfDay() {
+  const int index = session_.SelectedIndex();
+  return index < 0 ? nullptr : &SetsOfDay()[static_cast<std::size_t>(index)];
+}
+
 void TTabSheetMap::RepaintSatellites() {
   if (!isVisible()) return;
   const int level = session_.Settings.FootprintShowLevel.Value;
-  const map::Sky& sky =
-      keeper_.At(session_.ActiveSatellites(), session_.Map.CurrentTime, map::TrailMinutes(level));
+  std::vector<const orbit::TSatellite*> satellites;
+  for (const orbit::TSatellite& set : SetsOfDay()) satellites.push_back(&set);
+  const map::Sky& sky = keeper_.At(satellites, session_.Map.CurrentTime, map::TrailMinutes(level));
   ui_.PaintBoxSats->SetPlot(
-      map::PlotSatellites(sky, frame_, session_.SelectedSatellite(), level, ui_.PaintBoxSats->Measure()));
+      map::PlotSatellites(sky, frame_, SelectedOfDay(), level, ui_.PaintBoxSats->Measure()));
   const QString tip = map::NotDrawableTip(sky.NotDrawable);
   // Names come from files and are no markup.
   ui_.PaintBoxSats->setToolTip(Qt::mightBeRichText(tip) ? tip.toHtmlEscaped() : tip);
@@ -229,7 +243,7 @@ void TTabSheetMap::RepaintSatellites() {
 }
 
 void TTabSheetMap::ShowInfo(const map::Sky& sky) {
-  const orbit::TSatellite* selected = session_.SelectedSatellite();
+  const orbit::TSatellite* selected = SelectedOfDay();
   if (selected == nullptr) return;
   const map::TrackedSatellite* tracked = sky.Find(selected);
   if (tracked == nullptr) {

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QImage>
+#include <optional>
+#include <vector>
 
 #include "desktop/map/tab_sheet_map_layout.h"
 #include "map/map_projection.h"
@@ -58,10 +60,16 @@ class TTabSheetMap : public session::TTabSheet {
   /// Works out the satellite layer and the selected satellite's texts, if they can be seen.
   void RepaintSatellites();
   void ShowInfo(const map::Sky& sky);
+  /// The active satellites in their order, each with the set for the day that the map shows.
+  const std::vector<orbit::TSatellite>& SetsOfDay();
+  /// That of the selected satellite, or null.
+  const orbit::TSatellite* SelectedOfDay();
 
   TabSheetMapLayout ui_;
   map::MapFrame frame_;
   map::SkyKeeper keeper_;
+  std::vector<orbit::TSatellite> sets_;
+  std::optional<orbit::TDateTime> setsDay_;  ///< for which they are; nothing if there are other satellites
 };
 
 }  // namespace pelorin::desktop

@@ -7,6 +7,7 @@
 
 #include "files/atomic_file.h"
 #include "files/read_file.h"
+#include "tests/support/element_messages.h"
 
 namespace pelorin::elements {
 namespace {
@@ -79,6 +80,25 @@ TEST(ElementArchive, KeepsMessagesAsTheyAre) {
   EXPECT_EQ(ArchiveElementFile(json, archive), 1);
   EXPECT_EQ(files::ReadFile(kept), header + first + second + third);
   EXPECT_EQ(ArchiveElementFile(source, archive), 0);
+}
+
+TEST(ElementArchive, WhatAUserHandsOverIsToldByItsContent) {
+  QTemporaryDir folder;
+  const QString demo = QStringLiteral(PELORIN_DEMO_ELEMENTS "/weather-2022-02-22.2li"),
+                archive = folder.filePath(u"archive"_s), text = folder.filePath(u"a.txt"_s);
+  const auto messages = tests::DemoMessages(demo, 0, 3);
+  files::ReplaceFile(text, "Notes\n1 first\n2 second\n");
+  files::ReplaceFile(folder.filePath(u"b.txt"_s), tests::CsvOf(messages));
+  files::ReplaceFile(folder.filePath(u"c.2li"_s), tests::JsonOf({messages[0]}));
+  QFile::copy(demo, folder.filePath(u"d.2LI"_s));
+  EXPECT_EQ(
+      ArchiveElementFiles({text, folder.filePath(u"b.txt"_s), folder.path(), u"/none/e.tle"_s}, archive),
+      (QStringList{u"a.txt: no element sets"_s, u"b.txt: 3 element sets, 3 of them new"_s,
+                   u"c.2li: 1 element sets, 1 of them new"_s, u"d.2LI: 45 element sets, 45 of them new"_s,
+                   u"e.tle: Cannot read /none/e.tle: No such file or directory"_s}));
+  EXPECT_EQ(ArchiveElementFiles({folder.filePath(u"b.txt"_s)}, archive),
+            QStringList(u"b.txt: 3 element sets, 0 of them new"_s));
+  EXPECT_EQ(QDir(archive).entryList(QDir::Files), (QStringList{u"2022-02.2li"_s, u"2022-03.csv"_s}));
 }
 
 }  // namespace

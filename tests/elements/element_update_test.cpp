@@ -396,7 +396,7 @@ TEST_F(ElementUpdateTest, TheWholeRefusalIsToldAndTheLastFileDecides) {
   EXPECT_EQ(said, QStringList(u"The data received does not appear to be valid Kepler data or is outside the "
                               "limits of 80% to 120% of the present file size.  The file:  "_s +
                               update.Folder + u"noaa.tle  has not been updated from:  "_s + server.Base() +
-                              kNoaa + u"\r\rData received from the server was:\rtry\r\nlater"_s));
+                              kNoaa + u"\r\rData received from the server was:\rtry\rlater"_s));
   EXPECT_EQ(OutcomeSummary(outcomes), u"1 updated, 1 not updated"_s);
 }
 

@@ -135,7 +135,7 @@ TEST_F(MapPage, SatellitesAreDrawnChosenAndLeftOut) {
   EXPECT_TRUE(Drawing("NOAA 19")->Footprint.empty());
 
   // The program never changes a loaded set; this one becomes one of those that come down while it runs.
-  auto* spoilt = const_cast<orbit::TSatellite*>(session.ActiveSatellites().back());
+  auto* spoilt = const_cast<orbit::TSatellite*>(session.Active().back().Satellite);
   spoilt->MeanMotion = std::numeric_limits<double>::quiet_NaN();
   spoilt->Propagator = {};
   session.RefreshActiveSatellites();

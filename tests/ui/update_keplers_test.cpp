@@ -2,8 +2,10 @@
 
 #include <QAction>
 #include <QDialog>
+#include <QDropEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTest>
@@ -11,6 +13,7 @@
 #include <QTreeWidget>
 
 #include "app/element_address.h"
+#include "desktop/map/paint_box_sats.h"
 #include "files/atomic_file.h"
 #include "files/read_file.h"
 #include "session/qt_prompts.h"
@@ -166,7 +169,7 @@ TEST_F(UpdateKeplers, RefusalEndsTheRunAndCancelLeavesTheFile) {
   program.Start();
   Update(false);
   EXPECT_EQ(program.Boxes.Take(), QStringList(u"Message: More.TLE has not been updated: "_s + server.Base() +
-                                              kMoreQuery + u" answered 503 Busy:\r\rcome back\r\nlater"_s));
+                                              kMoreQuery + u" answered 503 Busy:\r\rcome back\rlater"_s));
   EXPECT_EQ(server.Asked, QStringList(kMoreQuery));
   EXPECT_EQ(Ticks(), u"[ ] More.TLE: failed\n[ ] weather.2li: \n"_s);
   EXPECT_EQ(Progress(), u"Stopped: 1 failed, 1 not fetched."_s);
@@ -189,6 +192,48 @@ TEST_F(UpdateKeplers, RefusalEndsTheRunAndCancelLeavesTheFile) {
   EXPECT_EQ(Progress(), u"Cancelled: 1 updated, 1 not fetched."_s);
   EXPECT_EQ(Elements(), old);
   EXPECT_EQ(program.Boxes.Take().size(), 1) << "the question only";
+  program.Close();
+}
+
+TEST_F(UpdateKeplers, DroppedFilesAreArchivedAndChangedOnesReadAgain) {
+  program.Start();
+  session::Session& session = program.Form->Shared();
+  session.ChooseSatellite(0);
+  const orbit::TDateTime then = orbit::MakeDateTime(2019, 5, 20, 12, 0);
+  const auto epochs = [&] {
+    program.Form->SetMapTime(then);
+    const auto& drawn = program.Find<desktop::TPaintBoxSats>("PaintBoxSats")->Plot().Satellites;
+    return std::pair(static_cast<int>(session.SetNear(*session.SelectedSatellite(), then).EpochRaw),
+                     static_cast<int>(drawn.front().Satellite->EpochRaw));
+  };
+  EXPECT_EQ(epochs(), std::pair(22053, 22053));
+  const QString dropped = program.Path(u"2019.txt"_s);
+  files::ReplaceFile(dropped, QByteArray(old).replace("22053.", "19140."));
+  QMimeData dragged;
+  dragged.setUrls({QUrl::fromLocalFile(dropped), QUrl::fromLocalFile(program.Path(u"received.png"_s))});
+  QDragEnterEvent enter(QPoint(9, 9), Qt::CopyAction, &dragged, Qt::LeftButton, {});
+  QCoreApplication::sendEvent(program.Form.get(), &enter);
+  ASSERT_TRUE(enter.isAccepted());
+  QDropEvent drop(QPointF(9, 9), Qt::CopyAction, &dragged, Qt::LeftButton, {});
+  QCoreApplication::sendEvent(program.Form.get(), &drop);
+  ASSERT_TRUE(QTest::qWaitFor([this] { return !program.Boxes.Said.isEmpty(); }));
+  const QStringList said = program.Boxes.Take();
+  EXPECT_TRUE(said[0].startsWith(u"Message: 2019.txt: 45 element sets, 45 of them new\r\r"_s))
+      << said[0].toStdString();
+  EXPECT_EQ(epochs(), std::pair(19140, 19140)) << "maps and the world map of that day";
+
+  int reloads = 0;
+  QObject::connect(&session, &session::Session::SatellitesReloaded, [&reloads] { ++reloads; });
+  auto* settled = program.Find<QTimer>("TimerElementsSettled");
+  for (const bool isChanged : {true, false}) {
+    files::ReplaceFile(program.Path(isChanged ? u"bin/weather.2li"_s : u"bin/unread.doc"_s), fresh);
+    ASSERT_TRUE(QTest::qWaitFor([settled] { return settled->isActive(); })) << isChanged;
+    program.Fire("TimerElementsSettled");
+    settled->stop();
+    EXPECT_EQ(reloads, 1) << isChanged;
+  }
+  EXPECT_EQ(static_cast<int>(session.SelectedSatellite()->EpochRaw), 22054);
+  EXPECT_EQ(program.Form->Status(), u"The element files have changed and are in use: 46 satellites"_s);
   program.Close();
 }
 
