@@ -2,7 +2,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <cerrno>
 #include <string>
 
 #include "files/atomic_file.h"

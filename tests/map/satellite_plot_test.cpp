@@ -197,10 +197,8 @@ TEST(SatelliteAt, TakesTheNearestMarkAndOfTwoTheFirst) {
   orbit::TSatellite a, b;
   SatellitePlot plot;
   plot.Satellites.resize(2);
-  plot.Satellites[0].Satellite = &a;
-  plot.Satellites[0].Mark = {20, 10};
-  plot.Satellites[1].Satellite = &b;
-  plot.Satellites[1].Mark = {30, 10};
+  plot.Satellites[0] = {&a, {}, {}, {20, 10}, {}, {}, {}, {}};
+  plot.Satellites[1] = {&b, {}, {}, {30, 10}, {}, {}, {}, {}};
   const std::pair<QPoint, const orbit::TSatellite*> rows[] = {
       {{25, 13}, &a}, {{26, 13}, &b}, {{9, 12}, nullptr}, {{10, 14}, &a}, {{60, 40}, nullptr}};
   for (const auto& [click, found] : rows) {

@@ -4,8 +4,6 @@
 
 #include <cmath>
 
-#include "orbit/date_time.h"
-#include "orbit/julian_date.h"
 #include "orbit/look_angles.h"
 #include "orbit/propagation.h"
 #include "orbit/scalar_math.h"

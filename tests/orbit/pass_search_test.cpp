@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <optional>
 
 #include "orbit/comma_text.h"
 #include "orbit/culminations.h"

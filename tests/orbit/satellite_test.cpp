@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "orbit/model_constants.h"
 #include "orbit/scalar_math.h"
 
 namespace pelorin::orbit {

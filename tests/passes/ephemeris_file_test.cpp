@@ -4,7 +4,6 @@
 
 #include <QStringDecoder>
 #include <QTemporaryDir>
-#include <tuple>
 
 #include "files/file_error.h"
 #include "files/read_file.h"

@@ -72,15 +72,13 @@ TEST_F(PictureLookupTest, MinutesAroundThePassAreSearched) {
 }
 
 TEST(PictureNamedFor, NameIsOfAMinuteThatIsSearched) {
-  const struct {
-    const char* Name;
-    std::optional<int> MinutesLater;
-  } rows[] = {{"a/01010000V.png", 0}, {"12312358.jpg", -2}, {"0101000959-C.jpg", 9}, {"12312130.png", 0},
-              {"01010103.png", 3},    {"12312357.png", {}}, {"01010010.png", {}},    {"party.png", {}}};
-  for (const auto& row : rows) {
+  const std::pair<const char*, std::optional<int>> rows[] = {
+      {"a/01010000V.png", 0}, {"12312358.jpg", -2}, {"0101000959-C.jpg", 9}, {"12312130.png", 0},
+      {"01010103.png", 3},    {"12312357.png", {}}, {"01010010.png", {}},    {"party.png", {}}};
+  for (const auto& [name, minutesLater] : rows) {
     const auto found =
-        PictureNamedFor(QLatin1StringView(row.Name), orbit::ParseTimeString("202001010000"), -150, 60);
-    EXPECT_EQ(found ? std::optional(found->MinutesLater) : std::nullopt, row.MinutesLater) << row.Name;
+        PictureNamedFor(QLatin1StringView(name), orbit::ParseTimeString("202001010000"), -150, 60);
+    EXPECT_EQ(found ? std::optional(found->MinutesLater) : std::nullopt, minutesLater) << name;
   }
 }
 

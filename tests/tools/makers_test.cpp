@@ -22,9 +22,7 @@ TEST(Makers, RefuseBadInputAndLeaveTheOldFile) {
     QStringList arguments;
     const char* reason;  // a part of what is said
   } rows[] = {
-      {"make_countries", {missing, missing, old}, "missing: cannot open"},
       {"make_countries", {garbled, garbled, old}, "garbled: cannot open"},
-      {"make_topography", {missing, old}, "missing: cannot open"},
       {"make_topography", {garbled, old}, "garbled: cannot open"},
       {"make_backdrop", {missing, heights, old, old, old}, "missing"},
       {"make_backdrop", {garbled, heights, old, old, old}, "is damaged"},
