@@ -50,27 +50,27 @@ TEST(SatellitePlot, MarksStandOverTheSubSatellitePoints) {
     ASSERT_EQ(plot.Satellites.size(), 1U);
     const SatelliteDrawing& drawing = plot.Satellites[0];
     const Place place{row.Number("sat_lat_deg"), row.Number("sat_lon_deg")};
-    const std::string label = row.Text("satellite") + " " + row.Text("utc");
-    EXPECT_LT(Apart(Unproject(kFine, drawing.Mark), place), 0.01) << label;
+    SCOPED_TRACE(row.Text("satellite") + " " + row.Text("utc"));
+    EXPECT_LT(Apart(Unproject(kFine, drawing.Mark), place), 0.01);
     // The scan line reaches as far to the one side as to the other, twice the height at the satellite.
     const Place below{row.Number("sat_geocentric_lat_deg"), row.Number("sat_lon_deg")};
     const double reach =
         Degrees(std::atan2(2 * row.Number("sat_alt_km"), sky.Satellites[0].State.Position.w));
     bool cut = drawing.ScanLine.size() < 2;
     for (const Stroke& stroke : drawing.ScanLine) {
-      EXPECT_LT(Apart(Unproject(kFine, stroke.front()), below), 0.01) << label;
-      EXPECT_LT(std::abs(stroke.back().x() - stroke.front().x()), kFine.Width / 2) << label;
+      EXPECT_LT(Apart(Unproject(kFine, stroke.front()), below), 0.01);
+      EXPECT_LT(std::abs(stroke.back().x() - stroke.front().x()), kFine.Width / 2);
       cut = cut || stroke.size() < 3;  // by the map's side
     }
     if (cut) continue;
     const Place left = Unproject(kFine, drawing.ScanLine[0].back()),
                 right = Unproject(kFine, drawing.ScanLine[1].back());
-    EXPECT_NEAR(Apart(below, left), reach, 0.02) << label;
-    EXPECT_NEAR(Apart(left, right), 2 * reach, 0.03) << label;
+    EXPECT_NEAR(Apart(below, left), reach, 0.02);
+    EXPECT_NEAR(Apart(left, right), 2 * reach, 0.03);
     // A satellite that flies on lies on no side of it: both ends are equally far from where it was.
     if (satellite.IsDeepSpace) continue;
     const Place trail = Unproject(kFine, drawing.Trail.back());
-    EXPECT_NEAR(Apart(trail, left), Apart(trail, right), 0.5) << label;
+    EXPECT_NEAR(Apart(trail, left), Apart(trail, right), 0.5);
   }
 }
 
@@ -134,20 +134,21 @@ TEST(Footprint, IsACircleCutAtTheMapsSides) {
       {"round the south pole", pacific, {-85, 100}, 35800, 2},
   };
   for (const auto& row : rows) {
+    SCOPED_TRACE(row.Label);
     const std::vector<Stroke> strokes =
         Footprint(row.Frame, row.Centre.LatitudeDeg, row.Centre.LongitudeDeg, row.AltitudeKm);
-    EXPECT_EQ(strokes.size(), row.Strokes) << row.Label;
+    EXPECT_EQ(strokes.size(), row.Strokes);
     const double radius = Degrees(std::acos(6378.135 / (6378.135 + row.AltitudeKm)));
     std::size_t points = 0;
     for (const Stroke& stroke : strokes) {
       points += stroke.size();
       for (std::size_t i = 0; i < stroke.size(); ++i) {
-        EXPECT_NEAR(Apart(Unproject(row.Frame, stroke[i]), row.Centre), radius, 0.08) << row.Label;
+        EXPECT_NEAR(Apart(Unproject(row.Frame, stroke[i]), row.Centre), radius, 0.08);
         const int step = stroke[i].x() - stroke[i > 0 ? i - 1 : 0].x();
-        EXPECT_LE(std::abs(step), row.Frame.Width / 5) << row.Label;
+        EXPECT_LE(std::abs(step), row.Frame.Width / 5);
       }
     }
-    EXPECT_EQ(points, row.Points) << row.Label;
+    EXPECT_EQ(points, row.Points);
   }
   EXPECT_TRUE(Footprint({0, 400}, 47, 11, 850).empty());
   EXPECT_TRUE(Footprint({3, 2}, 47, 11, -1).empty());

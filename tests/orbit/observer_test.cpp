@@ -18,7 +18,7 @@ double Apart(double a, double b) { return std::remainder(a - b, 360.0); }
 
 TEST(LookAngles, AgreeWithTheReferenceTable) {
   for (const auto& row : tests::ReadTable("lookangles.csv")) {
-    const std::string label = row.Text("satellite") + " from " + row.Text("station");
+    SCOPED_TRACE(row.Text("satellite") + " from " + row.Text("station"));
     const double jd = row.Number("jd");
     Vector position{row.Number("x_km"), row.Number("y_km"), row.Number("z_km"), 0};
     Vector velocity{row.Number("vx_km_s"), row.Number("vy_km_s"), row.Number("vz_km_s"), 0};
@@ -27,31 +27,30 @@ TEST(LookAngles, AgreeWithTheReferenceTable) {
     LookAngleSet look;
     bool visible = false;
     LookAngles(position, velocity, observer, jd, look, visible);
-    EXPECT_EQ(visible, row.Text("visible") == "1") << label;
+    EXPECT_EQ(visible, row.Text("visible") == "1");
     const double azimuthTolerance = row.Number("true_el_deg") > 80 ? 1e-4 : 1e-5;
-    EXPECT_NEAR(Apart(Degrees(look.Azimuth), row.Number("az_deg")), 0, azimuthTolerance) << label;
-    EXPECT_NEAR(Degrees(look.Elevation), row.Number("el_deg"), 1e-5) << label;
-    EXPECT_NEAR(Degrees(ElevationFrame(observer).Elevation(position, jd)), row.Number("el_deg"), 1e-5)
-        << label;
-    EXPECT_NEAR(look.Range, row.Number("range_km"), 1e-4) << label;
-    EXPECT_NEAR(look.RangeRate, row.Number("range_rate_km_s"), 1e-6) << label;
-    EXPECT_NEAR(DopplerHz(look.RangeRate), row.Number("doppler_hz"), 0.01) << label;
-    EXPECT_NEAR(SignalDbm(look.Range, visible), row.Number("signal_dbm"), 1e-4) << label;
+    EXPECT_NEAR(Apart(Degrees(look.Azimuth), row.Number("az_deg")), 0, azimuthTolerance);
+    EXPECT_NEAR(Degrees(look.Elevation), row.Number("el_deg"), 1e-5);
+    EXPECT_NEAR(Degrees(ElevationFrame(observer).Elevation(position, jd)), row.Number("el_deg"), 1e-5);
+    EXPECT_NEAR(look.Range, row.Number("range_km"), 1e-4);
+    EXPECT_NEAR(look.RangeRate, row.Number("range_rate_km_s"), 1e-6);
+    EXPECT_NEAR(DopplerHz(look.RangeRate), row.Number("doppler_hz"), 0.01);
+    EXPECT_NEAR(SignalDbm(look.Range, visible), row.Number("signal_dbm"), 1e-4);
     Geodetic below;
     SatLatLonAlt(position, jd, below);
-    EXPECT_NEAR(Degrees(below.Latitude), row.Number("sat_lat_deg"), 1e-5) << label;
-    EXPECT_NEAR(Apart(Degrees(below.Longitude), row.Number("sat_lon_deg")), 0, 1e-5) << label;
-    EXPECT_NEAR(below.Altitude, row.Number("sat_alt_km"), 1e-4) << label;
+    EXPECT_NEAR(Degrees(below.Latitude), row.Number("sat_lat_deg"), 1e-5);
+    EXPECT_NEAR(Apart(Degrees(below.Longitude), row.Number("sat_lon_deg")), 0, 1e-5);
+    EXPECT_NEAR(below.Altitude, row.Number("sat_alt_km"), 1e-4);
     double latitude = 0, longitude = 0;
     SatGeocentricLatLon(position, jd, latitude, longitude);
-    EXPECT_NEAR(Degrees(latitude), row.Number("sat_geocentric_lat_deg"), 1e-5) << label;
+    EXPECT_NEAR(Degrees(latitude), row.Number("sat_geocentric_lat_deg"), 1e-5);
 
     // The same by an independent almanac, from the elements.
     TSatellite satellite = tests::ReferenceSatellite(row.Text("satellite"));
     const SatelliteState state = SatelliteStateKm(satellite, jd);
-    EXPECT_NEAR(state.Position.x, position.x, 0.002) << label;
-    EXPECT_NEAR(look.Range, row.Number("skyfield_range_km"), 0.25) << label;
-    EXPECT_NEAR(look.RangeRate, row.Number("skyfield_rate_km_s"), 0.001) << label;
+    EXPECT_NEAR(state.Position.x, position.x, 0.002);
+    EXPECT_NEAR(look.Range, row.Number("skyfield_range_km"), 0.25);
+    EXPECT_NEAR(look.RangeRate, row.Number("skyfield_rate_km_s"), 0.001);
   }
 }
 
@@ -84,15 +83,16 @@ TEST(SubSatellitePoint, HoldsOverThePolesAndForAbsurdPositions) {
 
 TEST(Sun, AgreesWithTheAlmanac) {
   for (const auto& row : tests::ReadTable("sun.csv")) {
+    SCOPED_TRACE(row.Text("utc"));
     Vector sun;
     SunPosition(row.Number("jd"), sun);
     const double ra = Degrees(FMod2p(AcTan(sun.y, sun.x))), dec = Degrees(ArcSin(sun.z / sun.w));
-    EXPECT_NEAR(sun.x, row.Number("x_km"), 1) << row.Text("utc");
-    EXPECT_NEAR(sun.z, row.Number("z_km"), 1) << row.Text("utc");
-    EXPECT_NEAR(Apart(ra, row.Number("ra_deg")), 0, 1e-6) << row.Text("utc");
-    EXPECT_NEAR(Apart(ra, row.Number("almanac_ra_deg")), 0, 0.02) << row.Text("utc");
-    EXPECT_NEAR(dec, row.Number("almanac_dec_deg"), 0.02) << row.Text("utc");
-    EXPECT_NEAR(sun.w, row.Number("almanac_dist_km"), 12000) << row.Text("utc");
+    EXPECT_NEAR(sun.x, row.Number("x_km"), 1);
+    EXPECT_NEAR(sun.z, row.Number("z_km"), 1);
+    EXPECT_NEAR(Apart(ra, row.Number("ra_deg")), 0, 1e-6);
+    EXPECT_NEAR(Apart(ra, row.Number("almanac_ra_deg")), 0, 0.02);
+    EXPECT_NEAR(dec, row.Number("almanac_dec_deg"), 0.02);
+    EXPECT_NEAR(sun.w, row.Number("almanac_dist_km"), 12000);
   }
 }
 

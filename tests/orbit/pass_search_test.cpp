@@ -43,6 +43,7 @@ TEST(PassSearch, FindsWhatWatchingTheSkyFinds) {
               {"half an hour near perigee", tests::ReferenceSatellite("COSMOS 1024 DEB"),
                ObserverFromDegrees(-33.9, 200, 0), 1.5}};
   for (const auto& row : rows) {
+    SCOPED_TRACE(row.label);
     constexpr int days = 4;
     const TDateTime start = row.satellite.Name == kFengyun1C.Name ? MakeDateTime(2022, 2, 22) : kStart;
     const double jd0 = JulianDateOfDateTime(DatePart(start));
@@ -62,16 +63,16 @@ TEST(PassSearch, FindsWhatWatchingTheSkyFinds) {
         return std::fabs(found.Aos - seen.Rise) < betweenLooks &&
                std::fabs(found.Los - seen.Set) < betweenLooks;
       });
-      ASSERT_NE(pass, passes.end()) << row.label << ": missed the pass of "
-                                    << TimeOfDayToString(seen.Rise - jd0, 0, true) << " from the start";
+      ASSERT_NE(pass, passes.end()) << "missed, from the start: "
+                                    << TimeOfDayToString(seen.Rise - jd0, 0, true);
       const TrueCulmination top = RefineCulmination(row.satellite, row.observer, *pass);
-      EXPECT_GE(Degrees(top.ElevationRad) + 1e-6, seen.TopDeg) << row.label;
-      EXPECT_NEAR(top.JulianDate, seen.Top, betweenLooks) << row.label;
+      EXPECT_GE(Degrees(top.ElevationRad) + 1e-6, seen.TopDeg);
+      EXPECT_NEAR(top.JulianDate, seen.Top, betweenLooks);
       EXPECT_NEAR(top.ElevationRad, ElevationAt(row.satellite, row.observer, top.JulianDate), 1e-9);
     }
-    EXPECT_GT(certain, 6u) << row.label;
+    EXPECT_GT(certain, 6u);
     EXPECT_TRUE(passes.size() >= certain && passes.size() <= possible)
-        << row.label << ": " << passes.size() << " of " << certain << " … " << possible;
+        << passes.size() << " of " << certain << " … " << possible;
 
     // What the second look adds takes nothing from the hops.
     ElevationFunction elevation(row.satellite, row.observer, Radians(row.minElevationDeg));
@@ -83,7 +84,7 @@ TEST(PassSearch, FindsWhatWatchingTheSkyFinds) {
       const bool isTooShort =
           ElevationAt(row.satellite, row.observer, hop.Jd - 160.0 / 86400) < Radians(row.minElevationDeg) ||
           ElevationAt(row.satellite, row.observer, hop.Jd + 160.0 / 86400) < Radians(row.minElevationDeg);
-      EXPECT_TRUE(isPass || isTooShort) << row.label;
+      EXPECT_TRUE(isPass || isTooShort);
     }
   }
 }

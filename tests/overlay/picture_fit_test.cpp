@@ -54,19 +54,20 @@ TEST(PictureBlend, EveryPixelMeetsTheOneOfItsTime) {
       {"two channels, turned", {2080, 9}, false, -1040, 5, 4},
   };
   for (const auto& row : rows) {
+    SCOPED_TRACE(row.Label);
     QImage picture(row.Picture, QImage::Format_RGB32);
     picture.fill(Qt::white);
     const MapLayer layer{map, row.SouthBound, 4};
     const int mapRow = row.SouthBound ? 3 : 2;
     const QImage blend = BlendPicture(picture, layer, 100);
     const int first = std::max(0, -row.FirstColumn), column = first + 800;
-    EXPECT_EQ(blend.pixel(first, row.LastRow), map.pixel(first + row.FirstColumn, mapRow)) << row.Label;
-    EXPECT_EQ(blend.pixel(column, row.LastRow), map.pixel(column + row.FirstColumn, mapRow)) << row.Label;
-    EXPECT_EQ(blend.pixel(first, row.BareRow), picture.pixel(0, 0)) << row.Label;
-    EXPECT_EQ(BlendRows(picture, layer, 100, 1, 5), blend.copy(0, 1, row.Picture.width(), 4)) << row.Label;
-    EXPECT_EQ(BlendPicture(picture, layer, 0), picture) << row.Label;
+    EXPECT_EQ(blend.pixel(first, row.LastRow), map.pixel(first + row.FirstColumn, mapRow));
+    EXPECT_EQ(blend.pixel(column, row.LastRow), map.pixel(column + row.FirstColumn, mapRow));
+    EXPECT_EQ(blend.pixel(first, row.BareRow), picture.pixel(0, 0));
+    EXPECT_EQ(BlendRows(picture, layer, 100, 1, 5), blend.copy(0, 1, row.Picture.width(), 4));
+    EXPECT_EQ(BlendPicture(picture, layer, 0), picture);
     const int half = qRed(BlendPicture(picture, layer, 50).pixel(column, row.LastRow));
-    EXPECT_EQ(half, (255 + qRed(map.pixel(column + row.FirstColumn, mapRow))) / 2) << row.Label;
+    EXPECT_EQ(half, (255 + qRed(map.pixel(column + row.FirstColumn, mapRow))) / 2);
   }
 }
 
