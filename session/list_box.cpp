@@ -65,7 +65,7 @@ void TListBox::AllowDragging() {
 }
 
 void TListBox::startDrag(Qt::DropActions) {
-  if (SelectedText().isEmpty() || !currentItem()->flags().testFlag(Qt::ItemIsDragEnabled)) return;
+  if (SelectedText().isEmpty()) return;
   auto* drag = new QDrag(this);
   auto* content = new QMimeData;
   content->setData(QString::fromLatin1(kMimeType), QByteArray());

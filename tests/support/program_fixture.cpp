@@ -46,10 +46,6 @@ ProgramFixture::~ProgramFixture() {
   qunsetenv("PELORIN_DATA_DIR");
 }
 
-void ProgramFixture::GiveElements() {
-  QFile::copy(QStringLiteral(PELORIN_DEMO_ELEMENTS), Path(QStringLiteral("bin/weather.2li")));
-}
-
 void ProgramFixture::Set(const QString& name, const app::RegistryDocument::Value& value) {
   store_->Update([&](app::RegistryDocument& document) { document.Set(kKeyPath, name, value); });
 }
@@ -63,7 +59,7 @@ std::optional<int> ProgramFixture::SavedNumber(const QString& name) const {
 }
 
 void ProgramFixture::GiveOrdinarySettings(const QString& activeSatellites) {
-  GiveElements();
+  QFile::copy(QStringLiteral(PELORIN_DEMO_ELEMENTS), Path(QStringLiteral("bin/weather.2li")));
   Set(QStringLiteral("ObserverHeight"), QStringLiteral("150"));
   Set(QStringLiteral("SatelliteList"), activeSatellites);
   Set(QStringLiteral("ImagePathList"), Path(QStringLiteral("pictures")));

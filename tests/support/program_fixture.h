@@ -32,13 +32,12 @@ class ProgramFixture {
   QString Path(const QString& name) const { return folder_.filePath(name); }
   QString ProgramPath() const { return Path(QStringLiteral("bin/pelorin")); }
 
-  /// Puts the demonstration's element sets where the program looks for them: 45 satellites of February 2022.
-  void GiveElements();
   /// A setting of the program, as an earlier run would have left it; without them a start is the first one.
   void Set(const QString& name, const app::RegistryDocument::Value& value);
   QString SavedText(const QString& name) const;
   std::optional<int> SavedNumber(const QString& name) const;
-  /// A station, a list of active satellites and elements: an ordinary start.
+  /// A station, a list of active satellites and the demonstration's elements, 45 sets of February 2022: an
+  /// ordinary start.
   void GiveOrdinarySettings(const QString& activeSatellites);
   /// A received picture of 300 lines and one colour in the user's folder of pictures, written on that day.
   QString GivePicture(const QString& name, const QColor& colour = Qt::gray,
