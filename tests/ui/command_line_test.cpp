@@ -91,8 +91,6 @@ TEST_F(CommandLine, RunWithoutAPassEndsUnlessSomebodyIsThere) {
   } rows[] = {
       {"nobody", u"0223074945"_s, [&wait](QWidget*) { wait()->setInterval(0); }, true, true},
       {"a key", u"0231NOON"_s, [](QWidget* box) { QTest::keyClick(box, Qt::Key_Shift); }, false, false},
-      {"a shortcut", u"0223074945"_s,
-       [](QWidget* box) { QTest::keyClick(box->windowHandle(), Qt::Key_F, Qt::AltModifier); }, false, false},
       {"a click in the window behind", u"0223074945"_s,
        [this](QWidget*) { QTest::mouseClick(Find("StatusText"), Qt::RightButton); }, false, false},
       {"boxes closed by their frame", u"0231NOON"_s, [](QWidget* box) { box->close(); }, true, false},
