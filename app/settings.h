@@ -47,6 +47,9 @@ struct Settings : RegistryVariables {
   TRegistryInteger WindowColours{*this, "Window\\Colours", 0};      ///< a desktop::Look
   /// A mirror of the element service; empty for the public one.
   TRegistryString ElementsAddress{*this, "Network\\ElementsAddress", {}};
+  /// From so many lines on that a map may be off, its elements' age is shown in yellow, or in red.
+  TRegistryInteger NotableLines{*this, "NotableLines", 3, WrittenBy::User};
+  TRegistryInteger GraveLines{*this, "GraveLines", 20, WrittenBy::User};
   /// How long a run without its pass waits for somebody to read why; see session/unattended_run.h.
   TRegistryInteger UnattendedMinutes{*this, "UnattendedMinutes", 10, WrittenBy::User};
 

@@ -7,6 +7,7 @@
 #include "app/program_paths.h"
 #include "app/registry_store.h"
 #include "cli/table.h"
+#include "elements/set_ageing.h"
 #include "orbit/element_file.h"
 #include "orbit/julian_date.h"
 #include "orbit/number_text.h"
@@ -16,7 +17,7 @@
 namespace pelorin::cli {
 namespace {
 
-/// Elements are good for a map of a few lines' error this long.
+/// Where nothing was measured of orbits like a satellite's, its sets are taken to be good this long.
 constexpr double kGoodDays = 14;
 
 /// Settings are the desktop's; this program has none of its own.
@@ -252,12 +253,19 @@ orbit::TSatellite FindSet(elements::KnownSets& known, const QString& name, doubl
           .arg(name, arguments.ElementsPath()));
 }
 
-void WarnOfAge(double days) {
-  if (std::fabs(days) <= kGoodDays) return;
-  Say(QStringLiteral("Warning: elements %1 days away from the time asked for. Maps are some 6 lines off "
-                     "after 14 days and 25 after 30; "
-                     "take sets of those days.")
-          .arg(std::fabs(days), 0, 'f', 0));
+void WarnOfAge(const Arguments& arguments, const orbit::TSatellite& set, double jd) {
+  const elements::SetDoubt doubt =
+      elements::DoubtOf(set, orbit::DateTimeOfJulianDate(jd),
+                        elements::LoadSetAgeing(app::FindDataFile(QStringLiteral("set-ageing.json"))));
+  const app::Settings& settings = arguments.Settings();
+  const bool isKnown = doubt.Lines >= 0;
+  if (isKnown ? LevelOf(doubt, settings.NotableLines.Value, settings.GraveLines.Value) ==
+                    elements::DoubtLevel::None
+              : std::fabs(doubt.Days) <= kGoodDays) {
+    return;
+  }
+  Say(QStringLiteral("Warning: %1: %2. Take sets of those days.")
+          .arg(QString::fromStdString(set.Name), elements::DoubtText(doubt)));
 }
 
 orbit::TSatellite ChooseSet(elements::KnownSets& known, const QString& name, double jd,
@@ -271,7 +279,7 @@ orbit::TSatellite ChooseSet(elements::KnownSets& known, const QString& name, dou
                    orbit::FormatDateTime("yyyy-mm-dd hh:nn", orbit::DateTimeOfJulianDate(set.Epoch))))
           .arg(std::fabs(age), 0, 'f', 1)
           .arg(age < 0 ? QStringLiteral("after") : QStringLiteral("before")));
-  WarnOfAge(age);
+  WarnOfAge(arguments, set, jd);
   return set;
 }
 

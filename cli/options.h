@@ -99,8 +99,8 @@ orbit::TSatellite SetFor(const orbit::TSatellite& satellite, double jd, elements
 /// --newest the latest. Raises Failure when there is none.
 orbit::TSatellite FindSet(elements::KnownSets& known, const QString& name, double jd,
                           const Arguments& arguments);
-/// A word of warning when elements are used this many days from their epoch, and that is too many.
-void WarnOfAge(double days);
+/// A word of warning when a set is used so far from its epoch that a map would show it.
+void WarnOfAge(const Arguments& arguments, const orbit::TSatellite& set, double jd);
 /// FindSet, and says which set it is and how old.
 orbit::TSatellite ChooseSet(elements::KnownSets& known, const QString& name, double jd,
                             const Arguments& arguments);

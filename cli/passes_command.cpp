@@ -81,11 +81,10 @@ void RunPasses(const QStringList& list) {
   const double middle = orbit::JulianDateOfDateTime(request.Start) + request.Days / 2.0;
   const std::vector<orbit::TSatellite> chosen = ChosenSatellites(arguments, middle);
 
-  double oldest = 0;
-  for (const orbit::TSatellite& satellite : chosen) {
-    if (std::fabs(middle - satellite.Epoch) > std::fabs(oldest)) oldest = middle - satellite.Epoch;
-  }
-  WarnOfAge(oldest);
+  const auto age = [middle](const orbit::TSatellite& satellite) {
+    return std::fabs(middle - satellite.Epoch);
+  };
+  if (!chosen.empty()) WarnOfAge(arguments, *std::ranges::max_element(chosen, {}, age), middle);
 
   std::vector<FoundPass> passes;
   for (const orbit::TSatellite& satellite : chosen) {

@@ -55,6 +55,7 @@ void TFormMain::FormCreate() {
 
   PrepareFolders(session);
   LoadSatelliteData(session, tellStatus);
+  LoadSetAgeing(session, programFolder_);
   if (isFirstRun && session.Unattended == nullptr) {
     OfferDemonstrationElements(session, programFolder_, tellStatus);
   }

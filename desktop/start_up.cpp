@@ -54,6 +54,13 @@ void LoadSatelliteData(session::Session& session, const TellStatus& tellStatus) 
                    [&session] { session.LoadSatellites(session.Settings.TwoLineDataPath.Value); });
 }
 
+void LoadSetAgeing(session::Session& session, const QString& programFolder) {
+  session::Guarded(session.Boxes, [&] {
+    session.Ageing =
+        elements::LoadSetAgeing(app::FindDataFile(QStringLiteral("set-ageing.json"), programFolder));
+  });
+}
+
 void OfferDemonstrationElements(session::Session& session, const QString& programFolder,
                                 const TellStatus& tellStatus) {
   const QString shipped = app::FindDataFile(kDemonstrationElements, programFolder);

@@ -30,6 +30,9 @@ void PrepareFolders(session::Session& session);
 /// Reads the element folder of the settings.
 void LoadSatelliteData(session::Session& session, const TellStatus& tellStatus);
 
+/// Reads what is known of the ageing of element sets.
+void LoadSetAgeing(session::Session& session, const QString& programFolder);
+
 /// On the first start, when there is no satellite yet: offers to copy the shipped element sets into the
 /// element folder, and reads them.
 void OfferDemonstrationElements(session::Session& session, const QString& programFolder,

@@ -54,6 +54,11 @@ orbit::TSatellite Session::SetNear(const orbit::TSatellite& satellite, orbit::TD
   return known_->Nearest(satellite, orbit::JulianDateOfDateTime(moment));
 }
 
+void Session::ShowDoubt(TDoubtLabel* label, const orbit::TSatellite& set, orbit::TDateTime moment) const {
+  const elements::SetDoubt doubt = DoubtOf(set, moment);
+  label->ShowDoubt(doubt, elements::LevelOf(doubt, Settings.NotableLines.Value, Settings.GraveLines.Value));
+}
+
 std::vector<orbit::TSatellite> Session::ActiveSetsFor(orbit::TDateTime firstDay, int days) const {
   const orbit::TDateTime middle{firstDay.Days + days / 2.0};
   const bool isPast = middle.Days < orbit::DatePart(Now()).Days;

@@ -9,8 +9,10 @@
 #include "app/station_entry.h"
 #include "app/time_zone.h"
 #include "elements/known_sets.h"
+#include "elements/set_ageing.h"
 #include "orbit/date_time.h"
 #include "session/active_satellites.h"
+#include "session/doubt_label.h"
 #include "session/prompts.h"
 #include "session/shell.h"
 #include "session/unattended_run.h"
@@ -68,6 +70,7 @@ class Session : public QObject {
   PassChoice Pass;
   MapMoment Map;
   RunFlags Run;
+  elements::SetAgeing Ageing;
 
   /// The clock on the wall, as a moment; element ages are counted by it.
   orbit::TDateTime LocalNow() const;
@@ -93,6 +96,11 @@ class Session : public QObject {
   /// Of all sets known of that satellite, those of the archive too, the one nearest a moment: what maps and
   /// flights are made with.
   orbit::TSatellite SetNear(const orbit::TSatellite& satellite, orbit::TDateTime moment) const;
+  /// What the age of a set may cost a map of some moment.
+  elements::SetDoubt DoubtOf(const orbit::TSatellite& set, orbit::TDateTime moment) const {
+    return elements::DoubtOf(set, moment, Ageing);
+  }
+  void ShowDoubt(TDoubtLabel* label, const orbit::TSatellite& set, orbit::TDateTime moment) const;
   /// The active satellites' sets for the passes of some days, in the order of Active(): those nearest to days
   /// gone by, the newest for all others.
   std::vector<orbit::TSatellite> ActiveSetsFor(orbit::TDateTime firstDay, int days) const;

@@ -60,6 +60,7 @@ void TTabSheetFlight::Build() {
                                     QStringLiteral("Start the flight, or stop it"), this);
   ButtonSetFlightTime = NewFlightButton(QStringLiteral("Set flight date && time..."), "ButtonSetFlightTime",
                                         QStringLiteral("Fly as if it were another time"), this);
+  LabelElementAge = new session::TDoubtLabel(this);
   ImageFlight = Named(new TFlightView, "ImageFlight");
   ScrollBoxFlight = Named(new QScrollArea(this), "ScrollBoxFlight");
   ScrollBoxFlight->setBackgroundRole(QPalette::Base);
@@ -80,7 +81,8 @@ void TTabSheetFlight::Build() {
   row->addSpacing(12);
   row->addWidget(ButtonRunFlight);
   row->addWidget(ButtonSetFlightTime);
-  row->addStretch(1);
+  row->addSpacing(12);
+  row->addWidget(LabelElementAge, 1);
   auto* rows = new QVBoxLayout(this);
   rows->setContentsMargins(6, 6, 6, 4);
   rows->addLayout(row);
@@ -134,8 +136,10 @@ void TTabSheetFlight::StartFlight() {
     return;
   }
   const orbit::TDateTime now = FlightTime();
-  flight_.Start(session_.SetNear(*satellite, now), sources_, ChosenMarks(session_.Settings),
-                session_.Pass.SouthBound, now, screen()->size().height());
+  const orbit::TSatellite set = session_.SetNear(*satellite, now);
+  session_.ShowDoubt(LabelElementAge, set, now);
+  flight_.Start(set, sources_, ChosenMarks(session_.Settings), session_.Pass.SouthBound, now,
+                screen()->size().height());
   ScrollBoxFlight->setWidgetResizable(false);
   ImageFlight->SetFlight(*flight_.Picture());
   ScrollBoxFlight->verticalScrollBar()->setValue(session_.Pass.SouthBound ? 0 : 9999);

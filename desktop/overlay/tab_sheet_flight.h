@@ -1,6 +1,7 @@
 #pragma once
 
 #include "overlay/flight_replay.h"
+#include "session/doubt_label.h"
 #include "session/tab_sheet.h"
 
 class QComboBox;
@@ -53,6 +54,7 @@ class TTabSheetFlight : public session::TTabSheet {
 
   QComboBox* ComboBoxSatForFlight;
   QPushButton *ButtonFlightDirection, *ButtonRunFlight, *ButtonSetFlightTime;
+  session::TDoubtLabel* LabelElementAge;
   QScrollArea* ScrollBoxFlight;
   TFlightView* ImageFlight;
   QTimer* TimerFlight;

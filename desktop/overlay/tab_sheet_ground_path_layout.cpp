@@ -20,6 +20,7 @@
 #include "desktop/overlay/picture_panes.h"
 #include "desktop/overlay/time_correction_box.h"
 #include "session/controls.h"
+#include "session/doubt_label.h"
 #include "session/picker_time.h"
 #include "session/time_picker.h"
 
@@ -118,11 +119,12 @@ QHBoxLayout* BuildPictureRow(TabSheetGroundPathLayout& ui, QWidget* page) {
   channels->addSpacing(6);
   channels->addWidget(ui.ButtonReload);
   ui.RadioGroupPrefPicChannel->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Maximum);
+  ui.LabelElementAge = new session::TDoubtLabel(page);
   ui.GroupBoxTimeCorrection = new TTimeCorrectionBox(page);
 
   auto* row = new QHBoxLayout;
   row->addWidget(ui.RadioGroupPrefPicChannel);
-  row->addStretch(1);
+  row->addWidget(ui.LabelElementAge, 1, Qt::AlignBottom);
   row->addWidget(ui.GroupBoxTimeCorrection);
   return row;
 }

@@ -13,8 +13,9 @@ class QTimer;
 class QWidget;
 
 namespace pelorin::session {
+class TDoubtLabel;
 class TTimePicker;
-}
+}  // namespace pelorin::session
 
 namespace pelorin::desktop {
 
@@ -33,6 +34,7 @@ struct TabSheetGroundPathLayout {
   QGroupBox* RadioGroupPrefPicChannel;
   QButtonGroup* Channels;  ///< ids are the preferences
   QPushButton* ButtonReload;
+  session::TDoubtLabel* LabelElementAge;
   TTimeCorrectionBox* GroupBoxTimeCorrection;
 
   QCheckBox *CheckBoxZoom, *CheckBoxScrollBoth, *CheckBoxOverlaid;

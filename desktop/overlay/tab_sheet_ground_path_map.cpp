@@ -111,7 +111,10 @@ void TTabSheetGroundPath::GenerateLive(const swath::Recording& recording,
   sincePump.start();
   const auto afterLine = [&](const overlay::LineProgress& line) {
     const overlay::OverlayResult& soFar = line.SoFar;
-    if (line.Line == 0) ui_.Panes->BeginMap(soFar.Map.size(), QStringLiteral("Map: ") + TitleOf(request));
+    if (line.Line == 0) {
+      ui_.Panes->BeginMap(soFar.Map.size(), QStringLiteral("Map: ") + TitleOf(request));
+      session_.ShowDoubt(ui_.LabelElementAge, request.Satellite, request.Start);
+    }
     if (line.Repaint) ui_.Panes->ShowProgress(soFar.Map, request.SouthBound, soFar.LinesMade);
     if (line.NewMinute) progress->setValue(progress->value() + 1);
     if (!isTold && soFar.MiddleOfPass.Days > 0) {
@@ -144,7 +147,9 @@ void TTabSheetGroundPath::ShowMap() {
   if (made_) {
     ui_.Panes->SetMap({made_->Result.Map, made_->Request.SouthBound, made_->Result.LinesMade},
                       QStringLiteral("Map: ") + TitleOf(made_->Request));
+    session_.ShowDoubt(ui_.LabelElementAge, made_->Request.Satellite, made_->Request.Start);
   } else {
+    ui_.LabelElementAge->ShowDoubt({}, {});
     ui_.Panes->SetMap({}, QStringLiteral("Map"));
   }
 }

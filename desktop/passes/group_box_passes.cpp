@@ -6,7 +6,9 @@
 #include <QPushButton>
 #include <QScopeGuard>
 #include <QSpinBox>
+#include <algorithm>
 
+#include "elements/set_ageing.h"
 #include "orbit/scalar_math.h"
 #include "passes/pass_list.h"
 #include "passes/pass_list_file.h"
@@ -128,16 +130,32 @@ bool TGroupBoxPasses::BuildPassList() {
   ui_.LabelPassDate->setText(
       QStringLiteral("Passes for %1  (UTC)")
           .arg(QString::fromStdString(FormatDateTime("yyyy mmm dd", session_.Pass.PassListDate))));
+  const std::vector<orbit::TSatellite> sets =
+      session_.ActiveSetsFor(session_.Pass.PassListDate, session_.Pass.DaysAhead);
   const QStringList entries = passes::PassListEntries(
-      session_.ActiveSetsFor(session_.Pass.PassListDate, session_.Pass.DaysAhead), session_.Station.Place,
+      sets, session_.Station.Place,
       {session_.Pass.PassListDate, session_.Pass.DaysAhead, session_.Station.MinElevationDeg});
   ui_.ListBoxPasses->SetEmptyText(NoPassesText());
   ui_.ListBoxPasses->SetItems(entries);
+  TellAges(sets);
   if (session_.Unattended == nullptr && !entries.isEmpty()) {
     session_.SaveUnasked([&] { passes::SavePassList(session_.Settings.ResultsPath.Value, entries); });
   }
   session_.Run.PassListMade = true;
   return true;
+}
+
+void TGroupBoxPasses::TellAges(const std::vector<orbit::TSatellite>& sets) {
+  const QString common = ui_.ListBoxPasses->toolTip();
+  for (int row = 0; row < ui_.ListBoxPasses->count(); ++row) {
+    QListWidgetItem* item = ui_.ListBoxPasses->item(row);
+    const passes::ChosenPass pass = passes::ParseSelectedPass(item->text(), session_.Pass.PassListDate);
+    const std::string name = pass.SatelliteName.toStdString();
+    const auto set = std::ranges::find(sets, name, &orbit::TSatellite::Name);
+    if (set == sets.end()) continue;
+    const QString age = elements::DoubtText(session_.DoubtOf(*set, pass.PassStart));
+    item->setToolTip(pass.SatelliteName + QStringLiteral(": ") + age + QStringLiteral("\n\n") + common);
+  }
 }
 
 int TGroupBoxPasses::FindPassAfter(orbit::TDateTime now, orbit::TDateTime day) {

@@ -58,6 +58,8 @@ class TGroupBoxPasses : public QGroupBox {
   /// False, and the old list stays, when there is no satellite to make a list for; the user was told.
   bool BuildPassList();
   int FindPassAfter(orbit::TDateTime now, orbit::TDateTime day);
+  /// Each pass's tip says how old the elements are that it was found with.
+  void TellAges(const std::vector<orbit::TSatellite>& sets);
   bool IsPassSelected() const;
   void EnablePassButtons(bool enabled);
 
