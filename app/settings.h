@@ -50,6 +50,9 @@ struct Settings : RegistryVariables {
   /// From so many lines on that a map may be off, its elements' age is shown in yellow, or in red.
   TRegistryInteger NotableLines{*this, "NotableLines", 3, WrittenBy::User};
   TRegistryInteger GraveLines{*this, "GraveLines", 20, WrittenBy::User};
+  TRegistryInteger ElementRenewal{*this, "ElementRenewal", 1};  ///< an elements::Renewal
+  TRegistryInteger RenewalDays{*this, "RenewalDays", 7};        ///< the age of sets that are renewed
+  TRegistryString LastRenewal{*this, "LastRenewal", {}};        ///< the day, yyyy-mm-dd, of the last turn
   /// How long a run without its pass waits for somebody to read why; see session/unattended_run.h.
   TRegistryInteger UnattendedMinutes{*this, "UnattendedMinutes", 10, WrittenBy::User};
 

@@ -129,8 +129,7 @@ void RunUpdate(const QStringList& list) {
        },
        [](const QString& text) { Say(QString(text).replace(u'\r', u'\n')); },
        [accept](const QString& question) {
-         if (!accept)
-           Say(QString(question.section(QStringLiteral("\r\rReplace"), 0, 0)).replace(u'\r', u'\n'));
+         if (!accept) Say(elements::QuestionAsNote(question).replace(u'\r', u'\n'));
          return accept;
        }});
   Table table({QStringLiteral("file"), QStringLiteral("query"), QStringLiteral("outcome"),

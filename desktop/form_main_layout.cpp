@@ -134,6 +134,11 @@ void FormMainLayout::Build(QMainWindow* form) {
   StatusText->setTextFormat(Qt::PlainText);
   StatusText->setTextInteractionFlags(Qt::TextSelectableByMouse);
   Named(form->statusBar(), "StatusBar")->addWidget(StatusText, 1);
+  StatusRenewal = Named(new QLabel(form), "StatusRenewal");
+  StatusRenewal->setTextFormat(Qt::RichText);
+  StatusRenewal->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
+  StatusRenewal->hide();
+  form->statusBar()->addPermanentWidget(StatusRenewal);
   StatusElements = Named(new QLabel(form), "StatusElements");
   StatusElements->setTextFormat(Qt::PlainText);
   form->statusBar()->addPermanentWidget(StatusElements);

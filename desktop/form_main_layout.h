@@ -13,6 +13,7 @@ namespace pelorin::desktop {
 struct FormMainLayout {
   QTabWidget* PageControl;
   QLabel* StatusText;
+  QLabel* StatusRenewal;   ///< hidden unless elements were renewed, or are to be
   QLabel* StatusElements;  ///< hidden unless there is something to say about the element files
 
   QAction *Open1, *FilePrintImage, *FilePrintPassList, *FilePrintSetup, *Exit1;

@@ -10,6 +10,7 @@
 
 #include "app/program_paths.h"
 #include "desktop/about_box.h"
+#include "desktop/element_renewal.h"
 #include "desktop/element_watch.h"
 #include "desktop/form_main.h"
 #include "desktop/map/tab_sheet_map.h"
@@ -64,6 +65,7 @@ void TFormMain::FormCreate() {
   session.RestoreActive();
   if (session.Unattended == nullptr) {
     new ElementWatch(session, this);
+    new ElementRenewal(session, ui_.StatusRenewal, this);
     setAcceptDrops(true);
   }
 

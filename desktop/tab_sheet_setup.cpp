@@ -1,15 +1,19 @@
 #include "desktop/tab_sheet_setup.h"
 
+#include <QComboBox>
 #include <QDir>
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
+#include <QSpinBox>
 #include <QToolButton>
+#include <algorithm>
 
 #include "app/program_paths.h"
 #include "desktop/folder_marks.h"
 #include "desktop/full_text_delegate.h"
 #include "desktop/passes/group_box_passes.h"
+#include "elements/element_renewal.h"
 #include "session/controls.h"
 #include "session/list_box.h"
 
@@ -73,6 +77,8 @@ TTabSheetSetup::TTabSheetSetup(session::Session& session, QWidget* parent)
   Handle(ui_.ButtonAddPath, &QPushButton::clicked, this, &TTabSheetSetup::ButtonAddPathClick);
   Handle(ui_.ButtonRemovePath, &QPushButton::clicked, this, &TTabSheetSetup::ButtonRemovePathClick);
   Handle(ui_.ListBoxImagePath, &TListBox::itemSelectionChanged, this, &TTabSheetSetup::ListBoxImagePathClick);
+  Handle(ui_.ComboBoxRenewal, &QComboBox::currentIndexChanged, this, &TTabSheetSetup::ComboBoxRenewalChange);
+  Handle(ui_.SpinEditRenewalDays, &QSpinBox::valueChanged, this, &TTabSheetSetup::SpinEditRenewalDaysChange);
   session::OnKey(ui_.ListBoxActive, Qt::Key_Delete, Boxes(), [this] { ButtonDeactivateClick(); });
   session::OnKey(ui_.ListBoxImagePath, Qt::Key_Delete, Boxes(), [this] { ButtonRemovePathClick(); });
 
@@ -99,6 +105,10 @@ void TTabSheetSetup::Restore() {
   ui_.ListBoxImagePath->SetItems(app::FromCommaText(settings.ImagePathList.Value));
   MarkMissingFolders(ui_.ListBoxImagePath);
   ListBoxImagePathClick();
+  ui_.ComboBoxRenewal->setCurrentIndex(
+      std::clamp(settings.ElementRenewal.Value, 0, ui_.ComboBoxRenewal->count() - 1));
+  ComboBoxRenewalChange(ui_.ComboBoxRenewal->currentIndex());
+  ui_.SpinEditRenewalDays->setValue(settings.RenewalDays.Value);
   ShowSatellites();
 }
 
@@ -142,6 +152,13 @@ void TTabSheetSetup::ShowSatellites() {
   ExplainEmptyLists();
   EnableArrows();
 }
+
+void TTabSheetSetup::ComboBoxRenewalChange(int renewal) {
+  session_.Settings.ElementRenewal.Value = renewal;
+  ui_.SpinEditRenewalDays->setEnabled(renewal != static_cast<int>(elements::Renewal::WhenTold));
+}
+
+void TTabSheetSetup::SpinEditRenewalDaysChange(int days) { session_.Settings.RenewalDays.Value = days; }
 
 void TTabSheetSetup::EnableArrows() {
   ui_.ButtonActivate->setEnabled(!ui_.ListBoxAvailable->SelectedText().isEmpty());

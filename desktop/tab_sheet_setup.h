@@ -39,6 +39,8 @@ class TTabSheetSetup : public session::TTabSheet {
 
  private:
   void ShowSatellites();
+  void ComboBoxRenewalChange(int renewal);
+  void SpinEditRenewalDaysChange(int days);
   /// The picture folders as other pages search them.
   void StoreImagePaths();
   void EnableArrows();

@@ -1,10 +1,12 @@
 #include "desktop/tab_sheet_setup_layout.h"
 
+#include <QComboBox>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSpinBox>
 #include <QToolButton>
 #include <vector>
 
@@ -22,6 +24,7 @@ using session::Named;
 constexpr int kGroupGap = 8;
 constexpr int kColumnGap = 12;
 constexpr int kFoldersShown = 3;
+constexpr int kLeastRenewalDays = 1, kMostRenewalDays = 60;
 /// Wider than this, the lists would only keep their neighbours apart.
 constexpr int kMostCharacters = 240;
 
@@ -82,6 +85,21 @@ QWidget* TabSheetSetupLayout::BuildSatellites(QWidget* page) {
   ButtonDeactivate = MakeArrow("ButtonDeactivate", Qt::LeftArrow,
                                QStringLiteral("No longer follow the selected satellite"), group);
 
+  ComboBoxRenewal = Hinted(Named(new QComboBox(group), "ComboBoxRenewal"),
+                           QStringLiteral("What is done about old elements of active satellites"));
+  ComboBoxRenewal->addItems({QStringLiteral("Renew only when told"), QStringLiteral("Ask to renew"),
+                             QStringLiteral("Renew by itself")});
+  SpinEditRenewalDays = Hinted(Named(new QSpinBox(group), "SpinEditRenewalDays"),
+                               QStringLiteral("Renewed are elements of more than so many days"));
+  SpinEditRenewalDays->setRange(kLeastRenewalDays, kMostRenewalDays);
+  SpinEditRenewalDays->setPrefix(QStringLiteral("after "));
+  SpinEditRenewalDays->setSuffix(QStringLiteral(" days"));
+  auto* renewal = new QHBoxLayout;
+  renewal->addWidget(LabelFor(QStringLiteral("Element&s: "), ComboBoxRenewal, group));
+  renewal->addWidget(ComboBoxRenewal);
+  renewal->addWidget(SpinEditRenewalDays);
+  renewal->addStretch();
+
   auto* arrows = new QVBoxLayout;
   arrows->addStretch();
   arrows->addWidget(ButtonActivate);
@@ -93,6 +111,7 @@ QWidget* TabSheetSetupLayout::BuildSatellites(QWidget* page) {
   grid->addWidget(ListBoxAvailable, 1, 0);
   grid->addLayout(arrows, 1, 1);
   grid->addWidget(ListBoxActive, 1, 2);
+  grid->addLayout(renewal, 2, 0, 1, 3);
   grid->setColumnStretch(0, 1);
   grid->setColumnStretch(2, 1);
   grid->setRowStretch(1, 1);
@@ -185,10 +204,10 @@ void TabSheetSetupLayout::Build(QWidget* page, QWidget* passListRow, QWidget* gr
   room->addWidget(content, 1000);
   room->addStretch(1);
 
-  ChainTabOrder({ListBoxAvailable, ButtonActivate, ButtonDeactivate, ListBoxActive, EditLatitude,
-                 EditLongitude, EditHeight, EditMinPassElev, passListRow, groupBoxPasses,
-                 EditSatelliteDataPath, ButtonBrowseSatDataPath, EditResultsPath, ButtonBrowseResultsPath,
-                 ListBoxImagePath, ButtonAddPath, ButtonRemovePath});
+  ChainTabOrder({ListBoxAvailable, ButtonActivate, ButtonDeactivate, ListBoxActive, ComboBoxRenewal,
+                 SpinEditRenewalDays, EditLatitude, EditLongitude, EditHeight, EditMinPassElev, passListRow,
+                 groupBoxPasses, EditSatelliteDataPath, ButtonBrowseSatDataPath, EditResultsPath,
+                 ButtonBrowseResultsPath, ListBoxImagePath, ButtonAddPath, ButtonRemovePath});
 }
 
 }  // namespace pelorin::desktop

@@ -1,7 +1,9 @@
 #pragma once
 
+class QComboBox;
 class QLineEdit;
 class QPushButton;
+class QSpinBox;
 class QToolButton;
 class QWidget;
 
@@ -17,6 +19,8 @@ struct TabSheetSetupLayout {
   session::TListBox* ListBoxActive;
   QToolButton* ButtonActivate;
   QToolButton* ButtonDeactivate;
+  QComboBox* ComboBoxRenewal;  ///< items in the order of elements::Renewal
+  QSpinBox* SpinEditRenewalDays;
 
   QLineEdit* EditLatitude;
   QLineEdit* EditLongitude;

@@ -107,4 +107,8 @@ QString OtherNumberQuestion(const QString& localPath, const QString& address, co
   return text + QStringLiteral("\r\rReplace the file? Its present sets are kept in the archive.");
 }
 
+QString QuestionAsNote(const QString& question) {
+  return question.left(question.lastIndexOf(QStringLiteral("\r\r")));
+}
+
 }  // namespace pelorin::elements

@@ -43,5 +43,7 @@ QString OlderText(const QString& localPath, const QString& address, const Update
 
 /// Whether data with far more or fewer sets shall replace the file: a question, with the names that would go.
 QString OtherNumberQuestion(const QString& localPath, const QString& address, const UpdateVerdict& verdict);
+/// The same as it is said where nobody can be asked.
+QString QuestionAsNote(const QString& question);
 
 }  // namespace pelorin::elements

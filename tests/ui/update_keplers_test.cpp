@@ -237,6 +237,48 @@ TEST_F(UpdateKeplers, DroppedFilesAreArchivedAndChangedOnesReadAgain) {
   program.Close();
 }
 
+TEST_F(UpdateKeplers, OldElementsOfActiveSatellitesAreRenewedAsTheUserWishes) {
+  const struct {
+    const char* Label;
+    int Renewal, Days;
+    QString LastDay, Line;  ///< the status bar's, as it begins; null if nothing is said
+    bool IsBusy;            ///< of the service
+    QString Then;           ///< what the line says after "Renew", or in the end
+  } rows[] = {
+      {"when told", 0, 7, {}, {}, false, {}},
+      {"not old enough", 2, 11, {}, {}, false, {}},
+      {"once a day", 2, 7, u"2022-03-05"_s, {}, false, {}},
+      {"asked for", 1, 9, u"2022-03-04"_s, u"weather.2li: older than 9 days."_s, false,
+       u"Elements renewed: 1 updated"_s},
+      {"the service is busy", 2, 7, {}, u"Renewing"_s, true, u"Elements not renewed: 1 failed"_s},
+      {"by itself", 2, 7, u"2022-03-06"_s, u"Renewing"_s, false, u"Elements renewed: 1 updated"_s},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.Label);
+    QFile::remove(program.Path(u"user/element-requests.txt"_s));
+    files::ReplaceFile(program.Path(u"bin/weather.2li"_s), old);
+    program.Set(u"ElementRenewal"_s, row.Renewal);
+    program.Set(u"RenewalDays"_s, row.Days);
+    program.Set(u"LastRenewal"_s, row.LastDay);
+    program.Now = orbit::MakeDateTime(2022, 3, 5, 6, 0);
+    server.Asked.clear();
+    server.Answers[kWeather] = ElementServer::Reply(row.IsBusy ? "503 Busy" : "200 OK", fresh);
+    program.Start();
+    program.Fire("TimerRenewal");
+    auto* line = program.Find<QLabel>("StatusRenewal");
+    EXPECT_EQ(line->isVisible(), !row.Line.isNull());
+    EXPECT_TRUE(line->text().startsWith(row.Line)) << line->text().toStdString();
+    if (row.Renewal == 1) Q_EMIT line->linkActivated(u"renew"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return line->text() == row.Then; })) << line->text().toStdString();
+    EXPECT_EQ(server.Asked, row.Line.isNull() ? QStringList() : QStringList(kWeather));
+    EXPECT_EQ(line->toolTip().contains(u"answered 503 Busy"_s), row.IsBusy);
+    EXPECT_EQ(Elements(), row.Then.contains(u" updated"_s) ? QByteArray(fresh).replace("\n", "\r\n") : old);
+    EXPECT_EQ(program.Boxes.Take(), QStringList());
+    program.Close();
+    EXPECT_EQ(program.SavedText(u"LastRenewal"_s), row.Line.isNull() ? row.LastDay : u"2022-03-05"_s);
+  }
+}
+
 TEST(Questions, EnterGivesThePreselectedAnswer) {
   session::QtPrompts boxes(u"Pelorin"_s, {});
   for (const session::Answer answer : {session::Answer::Yes, session::Answer::No}) {
