@@ -35,8 +35,9 @@ struct Settings : RegistryVariables {
       {{*this, "OvlTextLine1", 0}, {*this, "OvlTextLine2", 0}, {*this, "OvlTextLine3", 0}}};
   TRegistryString TwoLineDataPath{*this, "TwoLineDataPath", Defaults.Elements};  ///< folder of element files
   TRegistryString ResultsPath{*this, "ResultsPath", Defaults.Results};           ///< folder of the results
-  TRegistryString ResultsTrouble{*this, "ResultsTrouble", {}};  ///< told last of why results cannot be saved
-  TRegistryString SatelliteList{*this, "SatelliteList", {}};    ///< comma text: the active satellites
+  TRegistryString ResultsTrouble{
+      *this, "ResultsTrouble", {}};  ///< told of the results folder; see Session::SaveUnasked
+  TRegistryString SatelliteList{*this, "SatelliteList", {}};            ///< comma text: the active satellites
   TRegistryString PrimarySatellite{*this, "PrimarySatellite", {}};      ///< empty when none is chosen
   TRegistryInteger FootprintShowLevel{*this, "FootprintShowLevel", 1};  ///< 0 no, 1 the selected one's, 2 all
   TRegistryInteger UpdateInterval{*this, "UpdateInterval", 5};          ///< seconds between the map's steps

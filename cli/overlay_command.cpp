@@ -40,9 +40,19 @@ QStringList NamesForPass(const Arguments& arguments, elements::KnownSets& known)
   return names;
 }
 
+/// What finds a satellite's sets again: names may be those of several.
+QString NumberOf(const orbit::TSatellite& set) {
+  return QString::fromStdString(set.CatalogueNumber.empty() ? set.Name : set.CatalogueNumber);
+}
+
+/// A pass, and what its satellite is known by.
+struct FoundPass {
+  passes::ChosenPass Pass;
+  QString SatelliteNumber;
+};
+
 /// Finds the pass as the desktop does for its pass string.
-passes::ChosenPass FindPass(const Arguments& arguments, elements::KnownSets& known,
-                            const app::Station& station) {
+FoundPass FindPass(const Arguments& arguments, elements::KnownSets& known, const app::Station& station) {
   const QString passString = arguments.Text(QStringLiteral("pass"));
   const orbit::TDateTime time = [&] {
     try {
@@ -65,7 +75,9 @@ passes::ChosenPass FindPass(const Arguments& arguments, elements::KnownSets& kno
             .arg(QString::fromStdString(orbit::FormatDateTime("yyyy-mm-dd", time))));
   }
   Say(QStringLiteral("Pass: %1").arg(match.Entry));
-  return match.Pass;
+  const auto found =
+      std::ranges::find(satellites, match.Pass.SatelliteName.toStdString(), &orbit::TSatellite::Name);
+  return {match.Pass, found == satellites.end() ? match.Pass.SatelliteName : NumberOf(*found)};
 }
 
 /// The recording of a pass: its first line is of the time in the picture's name where that is of the pass, or
@@ -93,13 +105,11 @@ swath::Recording RecordingOfPass(const Arguments& arguments, const passes::Chose
 }
 
 /// The recording whose first line was received at --start.
-swath::Recording RecordingFromStart(const Arguments& arguments, elements::KnownSets& known) {
+swath::Recording RecordingFromStart(const Arguments& arguments, const std::string& satellite) {
   swath::Recording recording;
   recording.Start = ParseStart(arguments.Required(QStringLiteral("start")));
   recording.StartIsFrom = swath::StartFrom::NameSecond;
-  const QString name = arguments.Required(QStringLiteral("satellite"));
-  recording.Satellite = QString::fromStdString(
-      FindSet(known, name, orbit::JulianDateOfDateTime(recording.Start), arguments).Name);
+  recording.Satellite = QString::fromStdString(satellite);
   recording.OffsetS =
       swath::ClockCorrections(arguments.Settings().ClockCorrections.Value).OffsetOf(recording);
   return recording;
@@ -125,18 +135,20 @@ OverlayRequest DescribePass(const Arguments& arguments, const app::Station& stat
       arguments.Choice(QStringLiteral("direction"),
                        {QStringLiteral("auto"), QStringLiteral("north"), QStringLiteral("south")});
   swath::Recording recording;
+  QString satellite;
   int usualMinutes = 15;
   if (arguments.Has(QStringLiteral("pass"))) {
-    const passes::ChosenPass pass = FindPass(arguments, *known, station);
-    recording = RecordingOfPass(arguments, pass);
-    usualMinutes = std::min(pass.PassDurationMinutes, 30);
+    const FoundPass found = FindPass(arguments, *known, station);
+    recording = RecordingOfPass(arguments, found.Pass);
+    satellite = found.SatelliteNumber;
+    usualMinutes = std::min(found.Pass.PassDurationMinutes, 30);
   } else {
-    recording = RecordingFromStart(arguments, *known);
+    satellite = arguments.Required(QStringLiteral("satellite"));
+    const double start = orbit::JulianDateOfDateTime(ParseStart(arguments.Required(QStringLiteral("start"))));
+    const orbit::TSatellite set = FindSet(*known, satellite, start, arguments);
+    recording = RecordingFromStart(arguments, set.Name);
     if (const int lines = pictureSize.height(); lines > 0) {
-      const int linesPerMinute =
-          FindSet(*known, recording.Satellite, orbit::JulianDateOfDateTime(recording.Start), arguments)
-              .LinesPerMinute;
-      usualMinutes = std::clamp((lines + linesPerMinute - 1) / linesPerMinute, 1, 30);
+      usualMinutes = std::clamp((lines + set.LinesPerMinute - 1) / set.LinesPerMinute, 1, 30);
     }
   }
   CorrectClock(arguments, recording);
@@ -146,7 +158,7 @@ OverlayRequest DescribePass(const Arguments& arguments, const app::Station& stat
   request.Station = station.Place;
   request.DurationMinutes = arguments.Whole(QStringLiteral("minutes"), usualMinutes, 1, 30);
   const orbit::TDateTime middle{request.Start.Days + request.DurationMinutes / 2.0 / orbit::kMinutesPerDay};
-  request.Satellite = ChooseSet(*known, recording.Satellite, orbit::JulianDateOfDateTime(middle), arguments);
+  request.Satellite = ChooseSet(*known, satellite, orbit::JulianDateOfDateTime(middle), arguments);
   if (direction != QStringLiteral("auto")) {
     request.SouthBound = direction == QStringLiteral("south");
   } else if (!arguments.Has(QStringLiteral("pass"))) {

@@ -50,7 +50,8 @@ std::optional<MasterView> FindMaster(const MasterFolders& folders, const QString
   for (const QString& folder : {folders.Users, folders.Program, folders.Cache}) {
     auto master = MasterView::Open(MasterIn(folder));
     if (!master) continue;
-    const bool isUsers = folder == folders.Users || (folder == folders.Program && master->Tag() == 0);
+    const bool isUsers =
+        folder == folders.Users || (folder == folders.Program && folders.IsPortable && master->Tag() == 0);
     if (isUsers || tag == 0 || master->Tag() == tag) return master;
     if (outdated.isEmpty()) outdated = MasterIn(folder);
   }

@@ -105,23 +105,26 @@ bool Session::RefusesWhileMakingMap() const {
   return true;
 }
 
-void Session::SaveUnasked(const std::function<void()>& write) {
+void Session::SaveUnasked(Unasked what, const std::function<void()>& write) {
   QString& told = Settings.ResultsTrouble.Value;
-  const QString folder = Settings.ResultsPath.Value;
-  QString trouble;
+  const QString folder = Settings.ResultsPath.Value, missing = QStringLiteral("missing ");
   try {
     write();
+    // A list may still find room where a map does not.
+    if (what == Unasked::Map || told.startsWith(missing)) told.clear();
   } catch (const std::exception& error) {
-    trouble = QFileInfo(folder).isDir()
-                  ? QString::fromUtf8(error.what())
-                  : QStringLiteral("There is no results folder %1").arg(QDir::toNativeSeparators(folder));
-    Window.SetStatus(QStringLiteral("Not saved: ") + trouble);
+    const bool isThere = QFileInfo(folder).isDir();
+    const QString reason =
+        isThere ? QString::fromUtf8(error.what())
+                : QStringLiteral("There is no results folder %1").arg(QDir::toNativeSeparators(folder));
+    Window.SetStatus(QStringLiteral("Not saved: ") + reason);
+    const QString trouble = isThere ? folder : missing + folder;
+    if (std::exchange(told, trouble) == trouble) return;
+    Boxes.Error(
+        reason +
+        QStringLiteral(".\n\nPelorin goes on without saving, and says so in the status bar only. Make the "
+                       "folder, or choose another one on the Setup page."));
   }
-  if (std::exchange(told, trouble) == trouble || trouble.isEmpty()) return;
-  Boxes.Error(
-      trouble +
-      QStringLiteral(".\n\nPelorin goes on without saving, and says so in the status bar only. Make the "
-                     "folder, or choose another one on the Setup page."));
 }
 
 void Session::SetPassDirection(bool southBound) {

@@ -123,9 +123,10 @@ class Session : public QObject {
   /// True, and the user is told so, while a map is being made: what it is made for stays as it is.
   bool RefusesWhileMakingMap() const;
 
+  enum class Unasked { PassList, Map };
   /// Writes into the results folder what nobody asked for by name. What keeps that from being written is told
   /// in a box once, also over several runs, and from then on in the status bar: the program goes on without.
-  void SaveUnasked(const std::function<void()>& write);
+  void SaveUnasked(Unasked what, const std::function<void()>& write);
 
   void SetPassDirection(bool southBound);
   void SetPassDuration(int minutes);

@@ -160,7 +160,7 @@ void TTabSheetGroundPath::SaveResults() {
                                  session_.Settings.ResultsPath.Value);
   };
   // Whoever gave a pass waits for the files.
-  session_.MakesMapUnattended() ? write() : session_.SaveUnasked(write);
+  session_.MakesMapUnattended() ? write() : session_.SaveUnasked(session::Session::Unasked::Map, write);
 }
 
 QString TTabSheetGroundPath::TitleOf(const overlay::OverlayRequest& request) const {

@@ -139,7 +139,8 @@ bool TGroupBoxPasses::BuildPassList() {
   ui_.ListBoxPasses->SetItems(entries);
   TellAges(sets);
   if (session_.Unattended == nullptr && !entries.isEmpty()) {
-    session_.SaveUnasked([&] { passes::SavePassList(session_.Settings.ResultsPath.Value, entries); });
+    session_.SaveUnasked(session::Session::Unasked::PassList,
+                         [&] { passes::SavePassList(session_.Settings.ResultsPath.Value, entries); });
   }
   session_.Run.PassListMade = true;
   return true;

@@ -163,6 +163,15 @@ TEST_F(Cli, APassBecomesItsOverlay) {
   EXPECT_EQ(QImage(Path("results/ovl.bmp")).size(), QSize(1040, 300));
   EXPECT_TRUE(files::ReadLines(Path("results/pass.dat")).value(0).startsWith(u"2022-02-23T09:34:42.000 "_s));
 
+  // Of two satellites of one name the one whose number is given.
+  QFile demo(kDemoElements);
+  ASSERT_TRUE(demo.open(QIODevice::ReadOnly));
+  files::ReplaceFile(Path("twins.tle"), demo.readAll().replace("NOAA 18", "NOAA 19"));
+  for (const std::string way : {"--start 20220223093200", "--pass 202202230950"}) {
+    const Outcome twin =
+        Run("overlay --elements HERE/twins.tle --satellite 28654 --lines 300 --results HERE/results " + way);
+    EXPECT_TRUE(twin.Err.contains(QStringLiteral("NOAA 19, number 28654"))) << twin.Err.toStdString();
+  }
   // The picture's rows decide the map's; the earlier results stay when the new ones cannot be made.
   ASSERT_TRUE(QImage(909, 77, QImage::Format_RGB32).save(Path("picture.png")));
   const Outcome second =

@@ -143,6 +143,8 @@ TEST_F(OverlayMasterFile, MastersOfOtherCoastsAreDrawnAnew) {
       {"of other coasts", none, none, other, false, countries, "cache", tag},
       {"cache of an earlier version", none, none, old, false, countries, "cache", tag},
       {"put beside the program by the user", none, old, other, true, countries, "", old},
+      {"left beside an installed program by an earlier version", none, old, none, false, countries, "cache",
+       tag},
       {"drawn beside an installed program", none, other, none, false, countries, "cache", tag},
       {"the user's data", other, none, tag, false, countries, "", other},
       {"no coasts known", none, none, other, false, QString(), "", other},

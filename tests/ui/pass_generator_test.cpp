@@ -117,6 +117,13 @@ TEST_F(PassGenerator, MissingResultsFolderIsToldOnce) {
   ASSERT_TRUE(QDir().mkdir(folder + u"/PassList.txt"_s));
   Click("ButtonRegenPasses");
   EXPECT_EQ(Boxes.Take().size(), 1) << "another trouble";
+  // There is no room for a map, but for a list.
+  EXPECT_TRUE(QDir().rmdir(folder + u"/PassList.txt"_s) && QDir().mkdir(folder + u"/Result.jpg"_s));
+  Click("ButtonRegenPasses");
+  Form->ShowPage(Page::GroundPath);
+  Click("ButtonGenTopo");
+  EXPECT_TRUE(Form->Status().startsWith(u"Not saved: "_s)) << Form->Status().toStdString();
+  EXPECT_EQ(Boxes.Take(), QStringList()) << "the same folder again";
 }
 
 TEST_F(PassGenerator, NextPassMayBeTomorrowsAndADateSettles) {
