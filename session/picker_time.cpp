@@ -6,6 +6,8 @@
 #include <QMouseEvent>
 #include <QSignalBlocker>
 #include <QStyleOption>
+#include <algorithm>
+#include <utility>
 
 #include "orbit/time_stamp.h"
 #include "session/time_picker.h"
@@ -13,6 +15,8 @@
 namespace pelorin::session {
 
 namespace {
+
+constexpr Qt::KeyboardModifiers kCommandKeys = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
 
 /// A date picker's frame would count as its upper step button; only the arrow opens the calendar.
 class FrameClicks : public QObject {
@@ -38,34 +42,71 @@ class FrameClicks : public QObject {
   QDateTimeEdit* picker_;
 };
 
-/// By itself a picker takes digits only over a part that is selected, as the Tab key leaves it.
-class DigitsAfterClick : public QObject {
+/// Makes a picker take dates and times as people type them. By itself it takes digits only over a part that
+/// is selected, and months only by their names; and since it goes on to the next part as soon as one is
+/// complete, a separator or the Tab key after it would skip a part.
+class TypedParts : public QObject {
  public:
-  explicit DigitsAfterClick(QDateTimeEdit* picker)
+  explicit TypedParts(QDateTimeEdit* picker)
       : QObject(picker), picker_(picker), text_(picker->findChild<QLineEdit*>()) {
     picker->installEventFilter(this);
   }
 
  protected:
   bool eventFilter(QObject*, QEvent* event) override {
-    if (event->type() == QEvent::KeyPress && TypesDigit(*static_cast<QKeyEvent*>(event)) &&
-        !text_->hasSelectedText() && picker_->hasAcceptableInput()) {
-      picker_->setSelectedSection(picker_->currentSection());
-    }
-    return false;
+    return event->type() == QEvent::KeyPress && Take(*static_cast<QKeyEvent*>(event));
   }
 
  private:
+  /// True when the picker is to see nothing of the key.
+  bool Take(const QKeyEvent& key) {
+    const int typedIn = std::exchange(typedIn_, kNone);
+    const bool hasGoneOn = typedIn != kNone && typedIn != picker_->currentSectionIndex();
+    if (key.key() == Qt::Key_Tab) return hasGoneOn;
+    if (key.text().size() != 1 || !key.text().front().isPrint() || key.modifiers() & kCommandKeys)
+      return false;
+    const QChar typed = key.text().front();
+    if (!typed.isLetterOrNumber()) {
+      if (!hasGoneOn) Select(std::min(picker_->currentSectionIndex() + 1, picker_->sectionCount() - 1));
+      return true;
+    }
+    if (text_->selectedText() == text_->text()) {
+      Select(0);
+    } else if (!text_->hasSelectedText() && typed.isDigit() && picker_->hasAcceptableInput()) {
+      Select(picker_->currentSectionIndex());
+    }
+    typedIn_ = picker_->currentSectionIndex();
+    if (picker_->currentSection() != QDateTimeEdit::MonthSection || !typed.isDigit()) return false;
+    TakeMonthDigit(typed.digitValue(), typedIn == typedIn_);
+    return true;
+  }
+
+  void Select(int part) { picker_->setSelectedSection(picker_->sectionAt(part)); }
+
+  void TakeMonthDigit(int digit, bool isSecond) {
+    const int month = isSecond && tens_ * 10 + digit <= 12 ? tens_ * 10 + digit : digit;
+    const bool isWhole = isSecond || digit > 1;
+    tens_ = digit;
+    if (month > 0) {
+      const QDate date = picker_->date();
+      picker_->setDate(QDate(date.year(), month, 1)
+                           .addDays(std::min(date.day(), QDate(date.year(), month, 1).daysInMonth()) - 1));
+    }
+    Select(typedIn_ + (isWhole ? 1 : 0));
+  }
+
+  static constexpr int kNone = -1;
   QDateTimeEdit* picker_;
   QLineEdit* text_;
+  int typedIn_ = kNone;  ///< the part into which the last key was typed
+  int tens_ = 0;         ///< the digit of a month that was typed last
 };
 
 }  // namespace
 
 bool TypesDigit(const QKeyEvent& event) {
-  constexpr Qt::KeyboardModifiers commands = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
   const QString text = event.text();
-  return text.size() == 1 && text.front().isDigit() && !(event.modifiers() & commands);
+  return text.size() == 1 && text.front().isDigit() && !(event.modifiers() & kCommandKeys);
 }
 
 void SetUpPicker(QDateTimeEdit* picker, const QString& format) {
@@ -76,7 +117,7 @@ void SetUpPicker(QDateTimeEdit* picker, const QString& format) {
   picker->setCalendarPopup(showsDate);
   picker->setWrapping(!showsDate);
   if (showsDate) new FrameClicks(picker);
-  new DigitsAfterClick(picker);
+  new TypedParts(picker);
 }
 
 orbit::TDateTime PickedDay(const QDateTimeEdit* date) {

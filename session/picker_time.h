@@ -13,8 +13,8 @@ namespace pelorin::session {
 class TTimePicker;
 
 /// Makes a picker show UTC in a format of QDateTime: "yyyy MMM dd", "HH:mm", "HH:mm:ss". Date pickers get a
-/// calendar, time pickers wrap at midnight. A digit for which there is no room, because a click has put the
-/// cursor into a part that is complete, begins that part anew.
+/// calendar, time pickers wrap at midnight. What is typed counts however it is written: over everything that
+/// is selected, after a click into a part that is complete, with or without separators, months as digits.
 void SetUpPicker(QDateTimeEdit* picker, const QString& format);
 
 /// 00:00 of the day that a date picker shows.
