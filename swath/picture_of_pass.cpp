@@ -17,11 +17,16 @@ void PictureOfPass::SetSatellite(const QString& name) {
 }
 
 void PictureOfPass::SetPass(orbit::TDateTime moment) {
-  openedPath_.clear();
   const orbit::TDateTime minute = orbit::CutToMinute(moment);
-  if (minute == pass_) return;
+  const bool isOpened = !openedPath_.isEmpty();
+  if (minute == pass_ && !isOpened) return;
+  // The year is no part of a name: the user may have to correct it.
+  const bool isOtherYear = isOpened && minute != pass_ && orbit::StampOf(minute) == orbit::StampOf(pass_);
+  if (!isOtherYear) {
+    openedPath_.clear();
+    soughtPath_.clear();
+  }
   pass_ = minute;
-  soughtPath_.clear();
   TakeUp(OfPass());
 }
 

@@ -22,7 +22,8 @@ class PictureOfPass {
   /// Of the picture that is looked for, and of those to come.
   void SetSatellite(const QString& name);
 
-  /// The pass to find a picture of, cut to the minute. Forgets what was opened.
+  /// The pass to find a picture of, cut to the minute. Forgets what was opened, unless only the year is
+  /// another.
   void SetPass(orbit::TDateTime moment);
   /// UTC, to the minute. With a found picture its map may begin some minutes off.
   orbit::TDateTime Pass() const { return pass_; }

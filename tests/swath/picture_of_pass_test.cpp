@@ -110,6 +110,12 @@ TEST(PictureOfPass, OffsetsAreLearntFromNamesWithSecondsForTheirSatellite) {
   picture.Open(u"x/0223075142V.png"_s, 2022);
   picture.Seek({picture.OpenedPath(), 0});
   EXPECT_EQ(picture.OffsetS(), 2.5) << "what the clock is off";
+  picture.SetPass(At("202102230751"));
+  EXPECT_EQ(picture.OpenedPath(), u"x/0223075142V.png"_s) << "of another year, which its name does not tell";
+  picture.Seek({picture.OpenedPath(), 0});
+  EXPECT_EQ(StartOf(picture.ForMap(true)), "2021-02-23 07:51:44.500");
+  picture.SetPass(At("202202230751"));
+  picture.Seek({picture.OpenedPath(), 0});
   picture.SetOffset(4.3);
   picture.SetSatellite(u"METEOR=M 2"_s);
   EXPECT_EQ(picture.OffsetS(), 0) << "another clock";
