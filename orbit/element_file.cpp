@@ -27,8 +27,14 @@ std::string PathText(const fs::path& path) {
 std::string KindOf(const fs::path& file) { return UpperCased(PathText(file.extension())); }
 
 std::string ReadWhole(const fs::path& file) {
-  std::ifstream stream(file, std::ios::binary);
   std::error_code error;
+  // To open a pipe would be to wait for its writer.
+  if (fs::exists(file, error) && !fs::is_regular_file(file, error)) {
+    ReadError noFile("Cannot read the element file " + PathText(file) + ": it is no regular file");
+    noFile.Reason = "it is no regular file";
+    throw noFile;
+  }
+  std::ifstream stream(file, std::ios::binary);
   const std::uintmax_t size = fs::file_size(file, error);
   if (!stream || error) throw ReadError("Cannot read the element file " + PathText(file));
   if (size > kMostElementBytes) {
@@ -101,12 +107,7 @@ void ReadSetsOf(std::string text, ElementForm form, const std::string& fileName,
 }
 
 void ReadElementSets(const fs::path& file, const TakeSet& take, std::vector<RejectedSet>& rejected) {
-  const ElementForm form = FormOfFile(file);
-  std::error_code error;
-  const bool isLong = fs::file_size(file, error) > kMostElementBytes && !error;
-  // Tables of that length are of something else, and no element files.
-  if (isLong && form != ElementForm::TwoLine) return;
-  ReadSetsOf(ReadWhole(file), form, PathText(file.filename()), take, rejected);
+  ReadSetsOf(ReadWhole(file), FormOfFile(file), PathText(file.filename()), take, rejected);
 }
 
 std::vector<fs::path> ElementFilesIn(const fs::path& folder) {
