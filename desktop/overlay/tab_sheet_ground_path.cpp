@@ -236,6 +236,9 @@ void TTabSheetGroundPath::EnableControls() {
   ui_.CheckBoxOverlaid->setEnabled(areBoth);
   ui_.SliderOpacity->setEnabled(areBoth);
   ui_.ButtonFlicker->setEnabled(isOverlaid);
+  // A map of which nothing else tells is not hidden.
+  if (!isOverlaid) ui_.ButtonFlicker->setChecked(false);
+  ui_.Panes->SetMapHidden(ui_.ButtonFlicker->isChecked());
   ui_.ButtonSaveBlend->setEnabled(areBoth);
   ui_.Panes->SetOverlaid(isOverlaid);
 }
@@ -250,11 +253,7 @@ void TTabSheetGroundPath::CheckBoxScrollBothClick() {
 
 void TTabSheetGroundPath::SliderOpacityChange() { ui_.Panes->SetOpacity(ui_.SliderOpacity->value()); }
 
-void TTabSheetGroundPath::CheckBoxOverlaidClick() {
-  ui_.ButtonFlicker->setChecked(false);
-  ui_.Panes->SetMapHidden(false);
-  EnableControls();
-}
+void TTabSheetGroundPath::CheckBoxOverlaidClick() { EnableControls(); }
 
 void TTabSheetGroundPath::ButtonFlickerClick() { ui_.Panes->SetMapHidden(ui_.ButtonFlicker->isChecked()); }
 

@@ -164,7 +164,10 @@ void TTabSheetGroundPath::SaveResults() {
 }
 
 QString TTabSheetGroundPath::TitleOf(const overlay::OverlayRequest& request) const {
-  const orbit::TDateTime end{request.Start.Days + request.DurationMinutes / orbit::kMinutesPerDay};
+  const int passLines = overlay::LinesOfPass(request.Satellite.LinesPerMinute, request.DurationMinutes);
+  const int lines = request.LineLimit > 0 ? std::min(request.LineLimit, passLines) : passLines;
+  const orbit::TDateTime end{request.Start.Days +
+                             lines / (request.Satellite.LinesPerMinute * orbit::kMinutesPerDay)};
   return QStringLiteral("%1  %2-%3 UTC  %4")
       .arg(QString::fromStdString(request.Satellite.Name), MomentText("yyyy mmm dd  hh:nn:ss", request.Start),
            MomentText("hh:nn:ss", end),
