@@ -36,6 +36,8 @@ ProgramFixture::ProgramFixture(const QString& activeSatellites)
   QFile::link(QStringLiteral(PELORIN_BUILT_DATA), Path(QStringLiteral("share/pelorin")));
   QDir::setCurrent(Path(QStringLiteral("elsewhere")));
   qputenv("PELORIN_DATA_DIR", Path(QStringLiteral("user")).toLocal8Bit());
+  // Its cache, too.
+  qputenv("HOME", folder_.path().toLocal8Bit());
   store_ = std::make_unique<app::RegistryStore>(Path(QStringLiteral("config")));
   if (!activeSatellites.isEmpty()) GiveOrdinarySettings(activeSatellites);
 }
