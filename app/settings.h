@@ -37,8 +37,9 @@ struct Settings : RegistryVariables {
   TRegistryString ResultsPath{*this, "ResultsPath", Defaults.Results};           ///< folder of the results
   TRegistryString ResultsTrouble{
       *this, "ResultsTrouble", {}};  ///< told of the results folder; see Session::SaveUnasked
-  TRegistryString SatelliteList{*this, "SatelliteList", {}};            ///< comma text: the active satellites
-  TRegistryString PrimarySatellite{*this, "PrimarySatellite", {}};      ///< empty when none is chosen
+  TRegistryString SatelliteList{*this, "SatelliteList", {}};        ///< comma text: the active satellites
+  TRegistryString SatelliteNumbers{*this, "SatelliteNumbers", {}};  ///< comma text: theirs, "33591 NOAA 19"
+  TRegistryString PrimarySatellite{*this, "PrimarySatellite", {}};  ///< empty when none is chosen
   TRegistryInteger FootprintShowLevel{*this, "FootprintShowLevel", 1};  ///< 0 no, 1 the selected one's, 2 all
   TRegistryInteger UpdateInterval{*this, "UpdateInterval", 5};          ///< seconds between the map's steps
   /// Comma text: folders of received pictures.

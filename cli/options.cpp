@@ -164,6 +164,7 @@ std::unique_ptr<elements::KnownSets> Arguments::ElementSets() const {
   for (const QString& text : elements::LeftOutTexts(known->LeftOut())) {
     Say(QStringLiteral("Left out: %1.").arg(text));
   }
+  for (const QString& text : elements::DoubtTexts(known->Satellites())) Say(text + u'.');
   if (known->Loaded().empty()) {
     throw Failure(QStringLiteral("There are no usable element sets in %1. Name a folder with *.2li, *.tle, "
                                  "*.csv or *.json files, or one such file, with --elements.")

@@ -60,7 +60,6 @@ void TFormMain::FormCreate() {
   if (isFirstRun && session.Unattended == nullptr) {
     OfferDemonstrationElements(session, programFolder_, tellStatus);
   }
-  ShowLeftOut();
   RestoreMenus();
   session.RestoreActive();
   if (session.Unattended == nullptr) {
@@ -91,9 +90,20 @@ void TFormMain::FormCreate() {
 }
 
 void TFormMain::ShowLeftOut() {
-  const QStringList texts = elements::LeftOutTexts(session_->LeftOut());
-  ui_.StatusElements->setVisible(!texts.isEmpty());
-  ui_.StatusElements->setText(QStringLiteral("Left out of the elements: %1").arg(texts.size()));
+  QStringList texts = elements::LeftOutTexts(session_->LeftOut());
+  QStringList line;
+  if (!texts.isEmpty()) line.append(QStringLiteral("Left out of the elements: %1").arg(texts.size()));
+  if (const QStringList doubts = elements::DoubtTexts(session_->Satellites()); !doubts.isEmpty()) {
+    line.append(QStringLiteral("Wrong checksums: %1").arg(doubts.size()));
+    texts += doubts;
+  }
+  if (const QStringList& missing = session_->Following().Missing(); !missing.isEmpty()) {
+    line.append(QStringLiteral("No elements: %1").arg(missing.size()));
+    texts.append(QStringLiteral("No element file has sets of the active ") +
+                 missing.join(QStringLiteral(", ")));
+  }
+  ui_.StatusElements->setVisible(!line.isEmpty());
+  ui_.StatusElements->setText(line.join(QStringLiteral("  ")));
   const QString tip = texts.join(u'\n');
   // Names come from files and are no markup.
   ui_.StatusElements->setToolTip(Qt::mightBeRichText(tip) ? tip.toHtmlEscaped() : tip);

@@ -37,7 +37,7 @@ std::optional<orbit::TSatellite> ArchivedSets::Nearest(const std::string& catalo
   for (const Candidate& candidate : candidates) {
     if (candidate.Days >= withinDays) break;
     for (const orbit::TSatellite& set : SetsOf(*candidate.FileName)) {
-      const double days = std::fabs(set.Epoch - jd);
+      const double days = std::fabs(set.Epoch - jd) + set.DoubtDays();
       if (days >= withinDays || set.CatalogueKey() != catalogueKey) continue;
       withinDays = days;
       nearest = set;

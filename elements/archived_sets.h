@@ -22,7 +22,8 @@ class ArchivedSets {
   explicit ArchivedSets(const QString& folder) : folder_(folder) {}
 
   /// The set of a satellite, told by TSatellite::CatalogueKey, with the epoch nearest a Julian date, if one
-  /// is nearer than `withinDays`. Files that cannot be read hold nothing.
+  /// is nearer than `withinDays`; doubtful ones count as DoubtDays farther away. Files that cannot be read
+  /// hold nothing.
   std::optional<orbit::TSatellite> Nearest(const std::string& catalogueKey, double jd, double withinDays);
 
   /// The key of the satellite that bears a name (upper case) at the time nearest a Julian date; empty for

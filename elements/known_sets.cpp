@@ -6,6 +6,7 @@
 #include <limits>
 #include <set>
 
+#include "elements/satellite_names.h"
 #include "orbit/element_fields.h"
 
 namespace pelorin::elements {
@@ -20,7 +21,9 @@ std::string KeyOfNumber(std::string_view text) {
   return satellite.CatalogueKey();
 }
 
-bool IsOlder(const orbit::TSatellite* a, const orbit::TSatellite* b) { return a->Epoch < b->Epoch; }
+bool IsOlder(const orbit::TSatellite* a, const orbit::TSatellite* b) {
+  return a->Epoch - a->DoubtDays() < b->Epoch - b->DoubtDays();
+}
 
 }  // namespace
 
@@ -45,12 +48,15 @@ orbit::TSatellite KnownSets::Nearest(const orbit::TSatellite& satellite, double 
   const std::string key = satellite.CatalogueKey();
   if (key.empty()) return satellite;
   const orbit::TSatellite* best = &satellite;
-  double days = std::fabs(satellite.Epoch - jd);
+  const auto distance = [jd](const orbit::TSatellite& set) {
+    return std::fabs(set.Epoch - jd) + set.DoubtDays();
+  };
+  double days = distance(satellite);
   if (const auto known = byKey_.find(key); known != byKey_.end()) {
     for (const orbit::TSatellite* set : known->second) {
-      if (std::fabs(set->Epoch - jd) >= days) continue;
+      if (distance(*set) >= days) continue;
       best = set;
-      days = std::fabs(set->Epoch - jd);
+      days = distance(*set);
     }
   }
   const std::optional<orbit::TSatellite> archived = archive_.Nearest(key, jd, days);
@@ -74,7 +80,19 @@ const orbit::TSatellite* KnownSets::Find(std::string_view nameOrNumber) const {
   for (const NamedSet& named : loaded_) {
     if (named.Set.Name == wanted && (newest == nullptr || IsOlder(newest, &named.Set))) newest = &named.Set;
   }
-  return newest;
+  return newest != nullptr ? newest : FindByPlainName(wanted);
+}
+
+const orbit::TSatellite* KnownSets::FindByPlainName(std::string_view name) const {
+  const std::string plain = PlainName(name);
+  const orbit::TSatellite* found = nullptr;
+  for (int index = 0; index < satellites_.Count(); ++index) {
+    const orbit::TSatellite& satellite = satellites_.Satellite(index);
+    if (PlainName(satellite.Name) != plain) continue;
+    if (found != nullptr) return nullptr;
+    found = &satellite;
+  }
+  return found;
 }
 
 std::optional<orbit::TSatellite> KnownSets::FindNearest(std::string_view nameOrNumber, double jd) {
@@ -102,6 +120,18 @@ std::vector<orbit::TSatellite> KnownSets::AllNearest(double jd) {
   std::stable_sort(nearest.begin(), nearest.end(),
                    [](const orbit::TSatellite& a, const orbit::TSatellite& b) { return a.Name < b.Name; });
   return nearest;
+}
+
+QStringList DoubtTexts(const TSatelliteList& satellites) {
+  QStringList texts;
+  for (int index = 0; index < satellites.Count(); ++index) {
+    const orbit::TSatellite& satellite = satellites.Satellite(index);
+    if (!satellite.IsDoubtful) continue;
+    texts.append(
+        QStringLiteral("%1 in %2 is used, although a checksum of its lines is wrong")
+            .arg(QString::fromStdString(satellite.Name), QString::fromStdString(satellite.SourceFile)));
+  }
+  return texts;
 }
 
 QStringList LeftOutTexts(const std::vector<orbit::RejectedSet>& leftOut) {

@@ -34,12 +34,12 @@ class KnownSets {
   /// Files and sets that were found and cannot be used, and why.
   const std::vector<orbit::RejectedSet>& LeftOut() const { return leftOut_; }
 
-  /// Of all sets of that satellite the one with the epoch nearest a Julian date, under the satellite's
-  /// present name; the satellite as it is where no set is nearer.
+  /// Of all sets of that satellite the one with the epoch nearest a Julian date, doubtful ones apart, under
+  /// the satellite's present name; the satellite as it is where no set is nearer.
   orbit::TSatellite Nearest(const orbit::TSatellite& satellite, double jd);
 
   /// The newest loaded set of the satellite with that name, which may be one of earlier sets, or with that
-  /// catalogue number; case aside. Null for none.
+  /// catalogue number; case aside. Failing that, the one satellite whose plain name it is. Null for none.
   const orbit::TSatellite* Find(std::string_view nameOrNumber) const;
   /// The set nearest a Julian date of the satellite that Find finds, or of one that the archive alone knows.
   std::optional<orbit::TSatellite> FindNearest(std::string_view nameOrNumber, double jd);
@@ -48,12 +48,17 @@ class KnownSets {
   std::vector<orbit::TSatellite> AllNearest(double jd);
 
  private:
+  const orbit::TSatellite* FindByPlainName(std::string_view name) const;
+
   std::vector<NamedSet> loaded_;
   std::unordered_map<std::string, std::vector<const orbit::TSatellite*>> byKey_;
   std::vector<orbit::RejectedSet> leftOut_;
   TSatelliteList satellites_;
   ArchivedSets archive_;
 };
+
+/// A line for each satellite of which there is nothing better than a set with a wrong checksum.
+QStringList DoubtTexts(const TSatelliteList& satellites);
 
 /// A line each for files and sets that were left out: which, how many alike, and why.
 QStringList LeftOutTexts(const std::vector<orbit::RejectedSet>& leftOut);

@@ -19,7 +19,7 @@ class TSatelliteList::Loader {
     const std::string number = named.Set.CatalogueKey();
     const auto known = number.empty() ? byNumber_.end() : byNumber_.find(number);
     const bool isNew = known == byNumber_.end();
-    if (!isNew && named.Set.Epoch <= entries_[known->second].Named->Set.Epoch) return;
+    if (!isNew && !IsBetter(named.Set, entries_[known->second].Named->Set)) return;
     const std::size_t place = isNew ? entries_.size() : known->second;
     Entry entry{orbit::UpperCased(named.Name), &named};
     if (const auto [holder, isFree] = byName_.emplace(entry.FoldedName, place);
@@ -37,6 +37,16 @@ class TSatelliteList::Loader {
   }
 
  private:
+  /// Of two sets of one satellite. One that loses by its checksum alone is told.
+  bool IsBetter(const orbit::TSatellite& set, const orbit::TSatellite& known) {
+    const bool isBetter = set.Epoch - set.DoubtDays() > known.Epoch - known.DoubtDays();
+    const orbit::TSatellite& other = isBetter ? known : set;
+    if (other.IsDoubtful && isBetter != (set.Epoch > known.Epoch)) {
+      leftOut_.push_back({other.Name, other.SourceFile, "a checksum of its lines is wrong"});
+    }
+    return isBetter;
+  }
+
   /// Once for each satellite, however many sets of it there are.
   void LeaveOut(const NamedSet& named, const std::string& number) {
     if (!number.empty() && !leftOutNumbers_.insert(number).second) return;

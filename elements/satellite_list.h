@@ -17,8 +17,9 @@ struct NamedSet {
 };
 
 /// Every satellite of one element folder, sorted by name (case aside), one set a catalogue number: the one
-/// with the later epoch, of equal epochs the first read. Of two satellites with one name the first read
-/// stays. It says which set counts now; KnownSets has the others.
+/// with the later epoch, of equal epochs the first read; one with a wrong checksum counts as DoubtDays older.
+/// Of two satellites with one name the first read stays. It says which set counts now; KnownSets has the
+/// others.
 class TSatelliteList {
  public:
   TSatelliteList() = default;

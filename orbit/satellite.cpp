@@ -28,6 +28,18 @@ double BrouwerPeriod(double meanMotion, double eccentricity, double inclination)
   return kTwoPi / (meanMotion / (1 + del0));
 }
 
+/// Digits count as themselves, a minus sign as 1; the last digit of the sum is the line's 69th character.
+bool HasWrongChecksum(std::string_view line) {
+  constexpr std::size_t place = 68;
+  if (line.size() <= place || line[place] < '0' || line[place] > '9') return false;
+  int sum = 0;
+  for (const char c : line.substr(0, place)) {
+    if (c >= '0' && c <= '9') sum += c - '0';
+    if (c == '-') ++sum;
+  }
+  return sum % 10 != line[place] - '0';
+}
+
 }  // namespace
 
 void TSatellite::ParseElements(std::string_view line1, std::string_view line2) {
@@ -46,10 +58,12 @@ void TSatellite::ParseElements(std::string_view line1, std::string_view line2) {
   elements.MeanAnomaly = RealField(line2, 44, 8);
   elements.MeanMotion = RealField(line2, 53, 11);
   TakeElements(elements);
+  IsDoubtful = HasWrongChecksum(line1) || HasWrongChecksum(line2);
 }
 
 void TSatellite::TakeElements(const PublishedElements& elements) {
   Propagator = std::monostate();
+  IsDoubtful = false;
 
   CatalogueNumber = elements.CatalogueNumber;
   ElementSetNumber = ThreeDigit(elements.ElementSetNumber);

@@ -40,6 +40,7 @@ class TSatellite {
   double BStar = 0;             ///< per Earth radius
   double Epoch = 0;             ///< Julian date
   double EpochRaw = 0;          ///< yyddd.dddddddd
+  bool IsDoubtful = false;      ///< the checksum of a line that was read does not fit
 
   int LinesPerMinute = 120;  ///< lines of the received picture
   std::string Name;          ///< upper case, trimmed
@@ -56,7 +57,8 @@ class TSatellite {
   /// TakeElements. Results never depend on it, so a satellite that is only computed with is const.
   mutable PropagatorState Propagator;
 
-  /// Takes over a pair of element lines. Unreadable fields are 0 and checksums are not looked at. Raises
+  /// Takes over a pair of element lines. Unreadable fields are 0; a checksum that
+  /// does not fit makes the set doubtful, and a missing one says nothing. Raises
   /// MathError for elements that have no orbit: an eccentricity of 1 or more, a negative mean motion.
   void ParseElements(std::string_view line1, std::string_view line2);
 
@@ -70,6 +72,9 @@ class TSatellite {
   /// What all sets of one satellite share, in whatever form its number is written; empty for a number cut
   /// short, which tells no satellite from another.
   std::string CatalogueKey() const;
+
+  /// Days by which a doubtful set counts as farther away than it is, where another could be taken.
+  double DoubtDays() const { return IsDoubtful ? 60 : 0; }
 
   /// Orbital period in days, from the mean motion as read.
   double PeriodDays() const;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/settings.h"
+#include "elements/satellite_names.h"
 
 namespace pelorin::session {
 namespace {
@@ -37,10 +38,46 @@ ActiveSatellites::ActiveSatellites(const elements::TSatelliteList& satellites) {
   std::stable_sort(available_.begin(), available_.end(), SortsBefore);
 }
 
-void ActiveSatellites::Restore(const QString& commaText) {
-  for (const QString& name : app::FromCommaText(commaText)) {
-    if (!Activate(name) && IndexOf(name) < 0 && !IsMissing(name)) missing_.append(name);
+void ActiveSatellites::Restore(const QString& commaText, const QString& numbers) {
+  for (const QString& entry : app::FromCommaText(numbers)) {
+    numbers_.insert(entry.section(u' ', 1), entry.section(u' ', 0, 0));
   }
+  for (const QString& name : app::FromCommaText(commaText)) {
+    const QString now = Identify(name);
+    if (!now.isNull() && now != name) renamed_.insert(name, now);
+    if (!now.isNull() && Activate(now)) continue;
+    if (IndexOf(now) < 0 && !IsMissing(name)) missing_.append(name);
+  }
+}
+
+QString ActiveSatellites::Identify(const QString& savedName) const {
+  const std::string number = numbers_.value(savedName).toStdString();
+  const std::string plain = elements::PlainName(savedName.toStdString());
+  QString alike;
+  int count = 0;
+  for (const std::vector<NamedSatellite>* list : {&available_, &active_}) {
+    for (const NamedSatellite& entry : *list) {
+      const bool isSame =
+          number.empty() ? entry.Name == savedName : entry.Satellite->CatalogueKey() == number;
+      if (isSame) return entry.Name;
+      if (elements::PlainName(entry.Name.toStdString()) != plain) continue;
+      alike = entry.Name;
+      ++count;
+    }
+  }
+  return number.empty() && count == 1 ? alike : QString();
+}
+
+QString ActiveSatellites::Numbers() const {
+  QStringList entries;
+  for (const NamedSatellite& entry : active_) {
+    const std::string number = entry.Satellite->CatalogueKey();
+    if (!number.empty()) entries.append(QString::fromStdString(number) + u' ' + entry.Name);
+  }
+  for (const QString& name : missing_) {
+    if (numbers_.contains(name)) entries.append(numbers_.value(name) + u' ' + name);
+  }
+  return app::ToCommaText(entries);
 }
 
 QStringList ActiveSatellites::Followed() const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QString>
 #include <QStringList>
 #include <vector>
@@ -30,12 +31,18 @@ class ActiveSatellites {
   QStringList Followed() const;
   /// Followed, but no file holds it just now.
   bool IsMissing(const QString& name) const { return missing_.contains(name); }
+  const QStringList& Missing() const { return missing_; }
 
-  /// Makes active what a saved list (comma text) names; what no file holds waits.
-  void Restore(const QString& commaText);
+  /// Makes active what saved lists (comma text) tell: of names, and of numbers. A satellite whose number is
+  /// known is told by that, whatever it is called now; of others the name counts, the plain one at last. What
+  /// no file holds waits.
+  void Restore(const QString& commaText, const QString& numbers);
 
-  /// The followed names as they are saved.
+  /// The followed names as they are saved, and the numbers that are known of them, "33591 NOAA 19".
   QString CommaText() const;
+  QString Numbers() const;
+  /// What a satellite of a saved list is called now.
+  QString NameNow(const QString& savedName) const { return renamed_.value(savedName, savedName); }
 
   /// Moves a satellite, found by its exact name, to the other list; one that waits is forgotten. False when
   /// it is not there.
@@ -46,8 +53,12 @@ class ActiveSatellites {
   int IndexOf(const QString& name) const;
 
  private:
+  /// The available satellite that a saved name stands for, by the name that it has now; null for none.
+  QString Identify(const QString& savedName) const;
+
   std::vector<NamedSatellite> available_, active_;
   QStringList missing_;
+  QHash<QString, QString> numbers_, renamed_;  ///< by saved name
 };
 
 }  // namespace pelorin::session

@@ -70,7 +70,8 @@ std::vector<orbit::TSatellite> Session::ActiveSetsFor(orbit::TDateTime firstDay,
 }
 
 void Session::RestoreActive() {
-  following_->Restore(Settings.SatelliteList.Value);
+  following_->Restore(Settings.SatelliteList.Value, Settings.SatelliteNumbers.Value);
+  Settings.PrimarySatellite.Value = following_->NameNow(Settings.PrimarySatellite.Value);
   RefreshActiveSatellites();
 }
 
@@ -84,6 +85,7 @@ void Session::Deactivate(const QString& name) {
 
 void Session::RefreshActiveSatellites() {
   Settings.SatelliteList.Value = following_->CommaText();
+  Settings.SatelliteNumbers.Value = following_->Numbers();
   const QString primary = Settings.PrimarySatellite.Value;
   Q_EMIT ActiveSatellitesChanged();
   ChooseSatellite(following_->IndexOf(primary));

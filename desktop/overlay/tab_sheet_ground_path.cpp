@@ -115,7 +115,8 @@ void TTabSheetGroundPath::TabSheetGroundPathHide() {
 void TTabSheetGroundPath::ActiveSatellitesChanged() {
   int chosen = session_.Active().empty() ? -1 : 0;
   if (session_.Run.Reloading) {
-    chosen = std::max(chosen, session_.Following().IndexOf(ui_.ComboBoxSatForPic->currentText()));
+    const session::ActiveSatellites& following = session_.Following();
+    chosen = std::max(chosen, following.IndexOf(following.NameNow(ui_.ComboBoxSatForPic->currentText())));
   }
   session::FillChooser(ui_.ComboBoxSatForPic, session_.Active(), chosen);
   ComboBoxSatForPicChange();

@@ -25,10 +25,18 @@ class ElementFiles : public testing::Test {
     std::ofstream(Folder() / name, std::ios::binary) << text;
   }
   static std::string Set(const std::string& name, const std::string& number, const std::string& epoch,
-                         const std::string& lineEnd = "\r\n", const std::string& eccentricity = "0013250") {
-    return name + lineEnd + "1 " + number + "U 91032A   " + epoch + "  .00000272  00000-0  13981-3 0  1482" +
-           lineEnd + "2 " + number + "  98.5313  39.9325 " + eccentricity +
-           "   4.9627 355.1680 14.22950462401115" + lineEnd;
+                         const std::string& lineEnd = "\r\n", const std::string& eccentricity = "0013250",
+                         int checksumError = 0) {
+    const auto checked = [checksumError](const std::string& line) {
+      int sum = checksumError;
+      for (const char c : line) sum += c == '-' ? 1 : c >= '0' && c <= '9' ? c - '0' : 0;
+      return line + std::to_string(sum % 10);
+    };
+    return name + lineEnd +
+           checked("1 " + number + "U 91032A   " + epoch + "  .00000272  00000-0  13981-3 0  148") + lineEnd +
+           checked("2 " + number + "  98.5313  39.9325 " + eccentricity +
+                   "   4.9627 355.1680 14.2295046240111") +
+           lineEnd;
   }
 
  private:
@@ -96,6 +104,41 @@ TEST_F(ElementFiles, TheNewestOfASatelliteWinsInWhateverForm) {
   std::vector<std::string> order;
   for (const fs::path& file : orbit::ElementFilesIn(Folder())) order.push_back(file.filename().string());
   EXPECT_EQ(order, (std::vector<std::string>{"e.2LI", "z.2li", "d.TLE", "a.csv", "b.CSV", "c.json"}));
+}
+
+TEST_F(ElementFiles, AWrongChecksumIsTakenWhereNothingBetterIs) {
+  const auto doubtful = [](const char* name, const char* number, const char* epoch) {
+    return Set(name, number, epoch, "\n", "0013250", 1);
+  };
+  Write("a.2li", Set("NOAA 12", "21263", "99034.00000000") + doubtful("NOAA 12", "21263", "99039.00000000") +
+                     doubtful("NOAA 14", "23455", "99039.00000000") +
+                     Set("NOAA 11", "19531", "98001.00000000") +
+                     doubtful("NOAA 11", "19531", "99039.00000000"));
+  KnownSets known(Folder(), {});
+  EXPECT_EQ(known.Find("NOAA 12")->EpochRaw, 99034.0);
+  EXPECT_EQ(known.FindNearest("21263", orbit::JulianDateOfEpoch(99039))->EpochRaw, 99034.0);
+  EXPECT_EQ(known.Find("NOAA 11")->EpochRaw, 99039.0) << "a set of a year ago is no better";
+  EXPECT_EQ(LeftOutTexts(known.LeftOut()),
+            QStringList(u"NOAA 12 in a.2li, because a checksum of its lines is wrong"_s));
+  EXPECT_EQ(DoubtTexts(known.Satellites()),
+            (QStringList{u"NOAA 11 in a.2li is used, although a checksum of its lines is wrong"_s,
+                         u"NOAA 14 in a.2li is used, although a checksum of its lines is wrong"_s}));
+}
+
+TEST_F(ElementFiles, NamesOfOtherSourcesAreFound) {
+  Write("a.2li",
+        Set("NOAA 20 (JPSS-1)", "43013", "99034.00000000") + Set("METEOR-M2 4", "59051", "99034.00000000") +
+            Set("NOAA 2 [-]", "06235", "99034.00000000") + Set("COSMOS 1 [A]", "00011", "99034.00000000") +
+            Set("COSMOS 1 [B]", "00012", "99034.00000000"));
+  const KnownSets known(Folder(), {});
+  const struct {
+    const char *Wanted, *Number;
+  } rows[] = {{"noaa-20", "43013"}, {"METEOR-M 2-4", "59051"}, {"43013", "43013"},
+              {"NOAA 2", "06235"},  {"COSMOS 1", ""},          {"(JPSS-1)", ""}};
+  for (const auto& row : rows) {
+    const orbit::TSatellite* found = known.Find(row.Wanted);
+    EXPECT_EQ(found == nullptr ? "" : found->CatalogueNumber, row.Number) << row.Wanted;
+  }
 }
 
 TEST_F(ElementFiles, TriplesAreTakenOrPassedOverWhole) {

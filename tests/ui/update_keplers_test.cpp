@@ -279,6 +279,38 @@ TEST_F(UpdateKeplers, OldElementsOfActiveSatellitesAreRenewedAsTheUserWishes) {
   }
 }
 
+TEST_F(UpdateKeplers, ASatelliteOfAnotherNameStaysActive) {
+  program.Set(u"PrimarySatellite"_s, u"NOAA 19"_s);
+  program.Start();
+  program.Close();
+  EXPECT_EQ(program.SavedText(u"SatelliteNumbers"_s), u"\"33591 NOAA 19\""_s);
+  // It is called otherwise now, and another one has its name.
+  files::ReplaceFile(program.Path(u"bin/weather.2li"_s), QByteArray(old).replace("NOAA 19 ", "N PRIME "));
+  files::ReplaceFile(program.Path(u"bin/More.TLE"_s), QByteArray(kMore).replace("TESTER 1", "NOAA 19"));
+  const struct {
+    const char* Label;
+    QString Saved, Numbers, Now, Told;
+  } rows[] = {
+      {"told by its number", u"\"NOAA 19\""_s, u"\"33591 NOAA 19\""_s, u"\"N PRIME\""_s, {}},
+      {"by its plain name", u"\"N-Prime (NOAA 19)\""_s, {}, u"\"N PRIME\""_s, {}},
+      {"not by its name alone", u"\"NOAA 19\""_s, u"\"7 NOAA 19\""_s, u"\"NOAA 19\""_s, u"No elements: 1"_s}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.Label);
+    program.Set(u"SatelliteList"_s, row.Saved);
+    program.Set(u"SatelliteNumbers"_s, row.Numbers);
+    program.Set(u"PrimarySatellite"_s, QString(row.Saved).remove(u'"'));
+    program.Start();
+    const orbit::TSatellite* selected = program.Form->Shared().SelectedSatellite();
+    EXPECT_EQ(selected == nullptr ? "none" : selected->CatalogueNumber,
+              row.Told.isEmpty() ? "33591" : "none");
+    EXPECT_TRUE(program.Text("StatusElements").contains(row.Told))
+        << program.Text("StatusElements").toStdString();
+    program.Close();
+    EXPECT_EQ(program.SavedText(u"SatelliteList"_s), row.Now);
+    program.Boxes.Take();
+  }
+}
+
 TEST(Questions, EnterGivesThePreselectedAnswer) {
   session::QtPrompts boxes(u"Pelorin"_s, {});
   for (const session::Answer answer : {session::Answer::Yes, session::Answer::No}) {
