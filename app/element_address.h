@@ -9,6 +9,9 @@ namespace pelorin::app {
 /// The public element service, with a "/" at its end.
 QString PublicElementAddress();
 
+/// Whether an address is of that service, by whatever way it is asked.
+bool IsPublicService(const QString& address);
+
 /// Where element files are fetched from, with a "/" at its end: environment variable PELORIN_ELEMENTS_URL, or
 /// else the setting "ElementsAddress", or else the public element service. Stations with a mirror of their
 /// own set one of the two.

@@ -110,7 +110,7 @@ void RunUpdate(const QStringList& list) {
   update.Files = WantedFiles(arguments, folder);
   update.Folder = app::WithSeparator(folder);
   update.BaseAddress = app::ElementAddress(arguments.Settings());
-  update.PlainFilesToo = update.BaseAddress != app::PublicElementAddress();
+  update.PlainFilesToo = !app::IsPublicService(update.BaseAddress);
   update.ArchiveFolder = app::ElementArchiveFolder();
   update.Now = [] { return orbit::NowUTC(); };
   update.MayCreate = true;

@@ -73,13 +73,7 @@ QStringList ElementRenewal::FilesOfOldSets() const {
 }
 
 void ElementRenewal::Start(const QStringList& files) {
-  elements::ElementUpdate update;
-  update.Files = files;
-  update.Folder = app::WithSeparator(QString::fromStdU16String(session_.Satellites().Folder().u16string()));
-  update.BaseAddress = app::ElementAddress(session_.Settings);
-  update.PlainFilesToo = update.BaseAddress != app::PublicElementAddress();
-  update.ArchiveFolder = app::ElementArchiveFolder();
-  update.Now = session_.Now;
+  const elements::ElementUpdate update = session_.UpdateOf(files, app::ElementAddress(session_.Settings));
   Show(QStringLiteral("Renewing elements..."));
   thread_.reset(QThread::create([this, update, requests = app::ElementRequestsFile()] {
     report_ = elements::RenewElements(update, requests,

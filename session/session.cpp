@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <utility>
 
+#include "app/element_address.h"
 #include "app/program_paths.h"
 #include "orbit/julian_date.h"
 
@@ -48,6 +49,17 @@ void Session::ReloadSatellites() {
   LoadSatellites(QString::fromStdU16String(Satellites().Folder().u16string()));
   RestoreActive();
   Q_EMIT SatellitesReloaded();
+}
+
+elements::ElementUpdate Session::UpdateOf(const QStringList& files, const QString& address) const {
+  elements::ElementUpdate update;
+  update.Files = files;
+  update.Folder = app::WithSeparator(QString::fromStdU16String(Satellites().Folder().u16string()));
+  update.BaseAddress = address;
+  update.PlainFilesToo = !app::IsPublicService(address);
+  update.ArchiveFolder = app::ElementArchiveFolder();
+  update.Now = Now;
+  return update;
 }
 
 orbit::TSatellite Session::SetNear(const orbit::TSatellite& satellite, orbit::TDateTime moment) const {

@@ -8,6 +8,7 @@
 #include "app/settings.h"
 #include "app/station_entry.h"
 #include "app/time_zone.h"
+#include "elements/element_update.h"
 #include "elements/known_sets.h"
 #include "elements/set_ageing.h"
 #include "orbit/date_time.h"
@@ -90,6 +91,8 @@ class Session : public QObject {
   /// Reads the same folder again, because its files have changed: what is active stays so, and everybody
   /// follows.
   void ReloadSatellites();
+  /// What to update the loaded folder's files with, from that address.
+  elements::ElementUpdate UpdateOf(const QStringList& files, const QString& address) const;
   /// Files and sets that LoadSatellites could not use, and why.
   const std::vector<orbit::RejectedSet>& LeftOut() const { return known_->LeftOut(); }
 

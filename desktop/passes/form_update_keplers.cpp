@@ -55,6 +55,10 @@ TFormUpdateKeplers::TFormUpdateKeplers(session::Session& session, QWidget* paren
   session::Handle(buttonPublicAddress_, &QPushButton::clicked, this,
                   &TFormUpdateKeplers::ButtonPublicAddressClick);
   session::Handle(editBaseUrl_, &QLineEdit::editingFinished, this, &TFormUpdateKeplers::EditBaseUrlExit);
+  // There the Enter key ends the typing, and not the dialog.
+  for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+    session::OnKey(editBaseUrl_, key, Boxes(), [this] { EditBaseUrlExit(); });
+  }
   session::Handle(buttonCancel_, &QPushButton::clicked, this, &TFormUpdateKeplers::ButtonCancelClick);
 }
 
@@ -132,7 +136,6 @@ void TFormUpdateKeplers::FormShow() {
 }
 
 void TFormUpdateKeplers::FillFiles(Qt::CheckState state) {
-  folder_ = app::WithSeparator(QString::fromStdU16String(session_.Satellites().Folder().u16string()));
   files_ = elements::UpdatableFiles(session_.Satellites());
   checkListBoxFiles_->clear();
   for (const QString& name : files_) {
@@ -178,13 +181,7 @@ elements::UpdateResult TFormUpdateKeplers::Run(const elements::ElementRequests& 
       session::Guarded(Boxes(), [this] { session_.ReloadSatellites(); });
     }
   });
-  elements::ElementUpdate update;
-  update.Files = files_;
-  update.Folder = folder_;
-  update.BaseAddress = baseAddress_;
-  update.PlainFilesToo = baseAddress_ != app::PublicElementAddress();
-  update.ArchiveFolder = app::ElementArchiveFolder();
-  update.Now = [this] { return session_.Now(); };
+  elements::ElementUpdate update = session_.UpdateOf(files_, baseAddress_);
   update.Insist = insist;
   const elements::UpdateResult result = elements::UpdateElementFiles(
       update, requests,

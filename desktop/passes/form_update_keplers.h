@@ -46,7 +46,6 @@ class TFormUpdateKeplers : public session::TForm {
 
   QString baseAddress_;  ///< of the service, with a "/" at its end
   elements::ElementDownload download_;
-  QString folder_;
   QStringList files_;
   QList<elements::FileOutcome> outcomes_;
   bool isRunning_ = false;

@@ -74,16 +74,19 @@ TEST_F(SettingsTest, ElementAddressComesFromTheNearestOfThree) {
   const struct {
     const char* Variable;
     QString Setting, Address;
+    bool IsPublic = false;
   } rows[] = {{"http://here", u"https://mirror/e"_s, u"http://here/"_s},
               {" ", u" https://mirror/e "_s, u"https://mirror/e/"_s},
+              {"http://celestrak.org/e", {}, u"http://celestrak.org/e/"_s, true},
               {"", u"mirror/e"_s, u"https://mirror/e/"_s},
-              {"", u""_s, u"https://celestrak.org/NORAD/elements/"_s}};
+              {"", u""_s, u"https://celestrak.org/NORAD/elements/"_s, true}};
   for (const auto& row : rows) {
     qputenv("PELORIN_ELEMENTS_URL", row.Variable);
     store_.Update([&row](RegistryDocument& document) {
       document.Set(kKey + u"\\Network"_s, u"ElementsAddress"_s, row.Setting);
     });
     EXPECT_EQ(ElementAddress(*Read()), row.Address);
+    EXPECT_EQ(IsPublicService(row.Address), row.IsPublic) << row.Address.toStdString();
   }
   qputenv("PELORIN_ELEMENTS_URL", before);
 }

@@ -153,7 +153,8 @@ TEST_F(UpdateKeplers, WhatWouldGoIsAskedForAndTheAddressIsTheUsers) {
     address->setFocus();
     address->clear();
     QTest::keyClicks(address, u" mirror.example/keps "_s);
-    QTest::keyClick(address, Qt::Key_Tab);
+    QTest::keyClick(address, Qt::Key_Return);
+    EXPECT_TRUE(dialog.isVisible());
     EXPECT_EQ(address->text(), u"https://mirror.example/keps/"_s);
     EXPECT_TRUE(publicAddress->isEnabled());
     dialog.reject();
