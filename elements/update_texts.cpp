@@ -60,6 +60,11 @@ QString OutcomeSummary(const QList<FileOutcome>& outcomes) {
 }
 
 QString RefusalText(const QString& localPath, const QString& address, const ElementAnswer& answer) {
+  if (answer.Status == 0) {
+    return QStringLiteral(
+               "There is no answer from %1: %2. %3 stays as it is; look to the connection, and update again.")
+        .arg(address, answer.Problem, localPath);
+  }
   QString received = AnswerText(answer.Body.left(kMostShown));
   if (answer.Body.size() > kMostShown) {
     received += QStringLiteral("\r(and so on: %1 bytes in all)").arg(answer.Body.size());

@@ -33,7 +33,7 @@ QString ResultText(const FileResult& result);
 /// "2 updated, 1 already current" of a whole run.
 QString OutcomeSummary(const QList<FileOutcome>& outcomes);
 
-/// What is said of data that do not replace a file. Where nothing came, the reason stands in its place.
+/// What is said of data that do not replace a file, or in a line why nothing came.
 QString RefusalText(const QString& localPath, const QString& address, const ElementAnswer& answer);
 
 /// What is said when the service refuses: file, address, status, and its words.

@@ -196,7 +196,7 @@ TEST_F(ElementUpdateTest, AnswersLeaveAPlausibleNewFileOrTheOldOne) {
       {.Label = "no answer",
        .Answer = {{}, Then::Wait},
        .Outcome = Failed,
-       .Said = u"(the server took too long to answer)"_s,
+       .Said = u"FORMAT=csv: the server took too long to answer. "_s,
        .GoesOn = false},
       {.Label = "moved",
        .Answer = ElementServer::Reply("301 Moved", {}, "Location: /gp/moved.csv\r\n"),
