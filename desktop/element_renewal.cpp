@@ -66,9 +66,7 @@ void ElementRenewal::LinkActivated(const QString& link) {
 }
 
 QStringList ElementRenewal::FilesOfOldSets() const {
-  std::vector<const orbit::TSatellite*> inUse;
-  for (const session::NamedSatellite& entry : session_.Active()) inUse.push_back(entry.Satellite);
-  return elements::FilesToRenew(inUse, orbit::JulianDateOfDateTime(session_.Now()),
+  return elements::FilesToRenew(session_.SatellitesInUse(), orbit::JulianDateOfDateTime(session_.Now()),
                                 session_.Settings.RenewalDays.Value);
 }
 

@@ -68,7 +68,7 @@ void TFormMain::BuildPages() {
 void TFormMain::ConnectHandlers() {
   Handle(ui_.PageControl, &QTabWidget::currentChanged, this, &TFormMain::PageControlChange);
   ConnectMenus();
-  Handle(session_.get(), &session::Session::ActiveSatellitesChanged, this, &TFormMain::ShowLeftOut);
+  Handle(session_.get(), &session::Session::ActiveSatellitesChanged, this, &TFormMain::ShowElementNotes);
   if (session_->Unattended != nullptr) {
     Handle(session_->Unattended, &session::UnattendedRun::GivenUp, this, &TFormMain::CloseWindow);
   }

@@ -96,8 +96,7 @@ class TFormMain : public QMainWindow, public session::Shell {
   void ConnectHandlers();
   void ConnectMenus();
   void BuildPages();
-  /// A word in the status bar when element sets or files cannot be used, or are missing.
-  void ShowLeftOut();
+  void ShowElementNotes();
   void RestoreMenus();
   void RestoreWindow();
   void SetStartTime();

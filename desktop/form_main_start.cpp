@@ -23,7 +23,7 @@
 #include "desktop/passes/form_update_keplers.h"
 #include "desktop/passes/group_box_passes.h"
 #include "desktop/tab_sheet_setup.h"
-#include "elements/known_sets.h"
+#include "elements/element_notes.h"
 #include "elements/stale_elements.h"
 #include "map/map_projection.h"
 #include "orbit/julian_date.h"
@@ -48,6 +48,7 @@ constexpr QSize kFrameRoom(16, 48);
 void TFormMain::FormCreate() {
   session::Session& session = *session_;
   const TellStatus& tellStatus = surroundings_.TellSplash;
+  session.TimeZone = surroundings_.TimeZone;
   app::RegisterAppPath(surroundings_.Store, surroundings_.ProgramName(), surroundings_.ProgramPath);
   const bool isFirstRun = app::ReplaceUnsavedHeight(settings_.ObserverHeight.Value);
   ShowPage(isFirstRun ? Page::Setup : Page::WorldMap);
@@ -73,7 +74,6 @@ void TFormMain::FormCreate() {
   TabSheetMap->SetBackdrop(session.Map.PacificCentred ? map::TurnedByHalf(ground_.Backdrop.Picture)
                                                       : ground_.Backdrop.Picture);
   SetStartTime();
-  session.TimeZone = surroundings_.TimeZone;
   if (const int index = session.Following().IndexOf(kUsualPictureSatellite); index >= 0) {
     TabSheetGroundPath->ChooseSatellite(index);
   }
@@ -89,22 +89,11 @@ void TFormMain::FormCreate() {
   session.Map.ModeToRestore = Timeframe::RealTime;
 }
 
-void TFormMain::ShowLeftOut() {
-  QStringList texts = elements::LeftOutTexts(session_->LeftOut());
-  QStringList line;
-  if (!texts.isEmpty()) line.append(QStringLiteral("Left out of the elements: %1").arg(texts.size()));
-  if (const QStringList doubts = elements::DoubtTexts(session_->Satellites()); !doubts.isEmpty()) {
-    line.append(QStringLiteral("Wrong checksums: %1").arg(doubts.size()));
-    texts += doubts;
-  }
-  if (const QStringList& missing = session_->Following().Missing(); !missing.isEmpty()) {
-    line.append(QStringLiteral("No elements: %1").arg(missing.size()));
-    texts.append(QStringLiteral("No element file has sets of the active ") +
-                 missing.join(QStringLiteral(", ")));
-  }
-  ui_.StatusElements->setVisible(!line.isEmpty());
-  ui_.StatusElements->setText(line.join(QStringLiteral("  ")));
-  const QString tip = texts.join(u'\n');
+void TFormMain::ShowElementNotes() {
+  const elements::ElementNotes notes = session_->NotesOnElements();
+  ui_.StatusElements->setVisible(!notes.Line.isEmpty());
+  ui_.StatusElements->setText(notes.Line);
+  const QString tip = notes.Details.join(u'\n');
   // Names come from files and are no markup.
   ui_.StatusElements->setToolTip(Qt::mightBeRichText(tip) ? tip.toHtmlEscaped() : tip);
 }

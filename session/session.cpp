@@ -51,6 +51,17 @@ void Session::ReloadSatellites() {
   Q_EMIT SatellitesReloaded();
 }
 
+std::vector<const orbit::TSatellite*> Session::SatellitesInUse() const {
+  std::vector<const orbit::TSatellite*> satellites;
+  for (const NamedSatellite& entry : Active()) satellites.push_back(entry.Satellite);
+  return satellites;
+}
+
+elements::ElementNotes Session::NotesOnElements() const {
+  return elements::NotesOn(*known_, following_->Missing(), SatellitesInUse(),
+                           orbit::JulianDateOfDateTime(LocalNow()));
+}
+
 elements::ElementUpdate Session::UpdateOf(const QStringList& files, const QString& address) const {
   elements::ElementUpdate update;
   update.Files = files;

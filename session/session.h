@@ -8,6 +8,7 @@
 #include "app/settings.h"
 #include "app/station_entry.h"
 #include "app/time_zone.h"
+#include "elements/element_notes.h"
 #include "elements/element_update.h"
 #include "elements/known_sets.h"
 #include "elements/set_ageing.h"
@@ -93,6 +94,10 @@ class Session : public QObject {
   void ReloadSatellites();
   /// What to update the loaded folder's files with, from that address.
   elements::ElementUpdate UpdateOf(const QStringList& files, const QString& address) const;
+  /// What the user ought to know of the elements and the satellites that are followed.
+  elements::ElementNotes NotesOnElements() const;
+  /// The active satellites with their newest sets.
+  std::vector<const orbit::TSatellite*> SatellitesInUse() const;
   /// Files and sets that LoadSatellites could not use, and why.
   const std::vector<orbit::RejectedSet>& LeftOut() const { return known_->LeftOut(); }
 

@@ -111,7 +111,8 @@ void TTabSheetFlight::ActiveSatellitesChanged() {
 
 void TTabSheetFlight::SatelliteChosen() {
   session::SelectQuietly(ComboBoxSatForFlight, session_.SelectedIndex());
-  if (isVisible()) StartFlight();
+  // One that is seen goes on with the elements that it began with.
+  if (isVisible() && !session_.Run.Reloading) StartFlight();
 }
 
 void TTabSheetFlight::PassDirectionChanged() {

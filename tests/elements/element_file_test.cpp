@@ -6,6 +6,7 @@
 #include <fstream>
 #include <random>
 
+#include "elements/element_notes.h"
 #include "elements/known_sets.h"
 #include "orbit/julian_date.h"
 #include "tests/support/element_messages.h"
@@ -123,6 +124,11 @@ TEST_F(ElementFiles, AWrongChecksumIsTakenWhereNothingBetterIs) {
   EXPECT_EQ(DoubtTexts(known.Satellites()),
             (QStringList{u"NOAA 11 in a.2li is used, although a checksum of its lines is wrong"_s,
                          u"NOAA 14 in a.2li is used, although a checksum of its lines is wrong"_s}));
+  EXPECT_EQ(NotesOn(known, {}, {}, 0).Line, u"Left out of the elements: 1  Wrong checksums: 2"_s);
+  const ElementNotes notes = NotesOn(known, {u"GONE"_s}, {known.Find("NOAA 12"), known.Find("NOAA 11")},
+                                     orbit::JulianDateOfEpoch(99095.5));
+  EXPECT_TRUE(notes.Line.endsWith(u"  No elements: 1  Stale: 1"_s)) << notes.Line.toStdString();
+  EXPECT_EQ(notes.Details.last(), u"The elements of NOAA 12 are 61 days old"_s);
 }
 
 TEST_F(ElementFiles, NamesOfOtherSourcesAreFound) {

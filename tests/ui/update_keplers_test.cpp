@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QComboBox>
 #include <QDialog>
 #include <QDropEvent>
 #include <QLabel>
@@ -197,7 +198,11 @@ TEST_F(UpdateKeplers, RefusalEndsTheRunAndCancelLeavesTheFile) {
 }
 
 TEST_F(UpdateKeplers, DroppedFilesAreArchivedAndChangedOnesReadAgain) {
+  program.Set(u"SatelliteList"_s, u"\"NOAA 15\",\"NOAA 19\",\"TESTER 2\""_s);
   program.Start();
+  program.Form->ShowPage(session::Page::WorldMap);
+  auto* pictured = program.Find<QComboBox>("ComboBoxSatForPic");
+  pictured->setCurrentText(u"NOAA 19"_s);
   session::Session& session = program.Form->Shared();
   session.ChooseSatellite(0);
   const orbit::TDateTime then = orbit::MakeDateTime(2019, 5, 20, 12, 0);
@@ -223,6 +228,7 @@ TEST_F(UpdateKeplers, DroppedFilesAreArchivedAndChangedOnesReadAgain) {
       << said[0].toStdString();
   EXPECT_EQ(epochs(), std::pair(19140, 19140)) << "maps and the world map of that day";
 
+  program.Form->ShowPage(session::Page::Flight);
   int reloads = 0;
   QObject::connect(&session, &session::Session::SatellitesReloaded, [&reloads] { ++reloads; });
   auto* settled = program.Find<QTimer>("TimerElementsSettled");
@@ -233,6 +239,8 @@ TEST_F(UpdateKeplers, DroppedFilesAreArchivedAndChangedOnesReadAgain) {
     settled->stop();
     EXPECT_EQ(reloads, 1) << isChanged;
   }
+  EXPECT_EQ(pictured->currentText(), u"NOAA 19"_s) << "what was chosen stays so";
+  EXPECT_EQ(program.Text("ButtonRunFlight"), u"Fly"_s) << "and nothing begins by itself";
   EXPECT_EQ(static_cast<int>(session.SelectedSatellite()->EpochRaw), 22054);
   EXPECT_EQ(program.Form->Status(), u"The element files have changed and are in use: 46 satellites"_s);
   program.Close();
