@@ -2,11 +2,9 @@
 
 #include <QCloseEvent>
 #include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QLabel>
 #include <QScreen>
 #include <QVBoxLayout>
-#include <QWindow>
 
 #include "session/controls.h"
 
@@ -14,8 +12,6 @@ namespace pelorin::desktop {
 namespace {
 
 constexpr int kClientWidth = 353, kClientHeight = 90;
-/// A window system that does not show the window in this time will not hold up the start for it.
-constexpr int kLongestWaitMs = 150;
 
 }  // namespace
 
@@ -37,11 +33,6 @@ void TFormSplash::Open() {
   const QRect desktop = screen()->availableGeometry();
   move(desktop.center() - rect().center());
   show();
-  QElapsedTimer waiting;
-  waiting.start();
-  do {
-    RepaintNow();
-  } while (!windowHandle()->isExposed() && !waiting.hasExpired(kLongestWaitMs));
   RepaintNow();
 }
 

@@ -14,9 +14,10 @@ class TFormSplash : public QWidget {
  public:
   TFormSplash();
 
-  /// Shows the window in the middle of the desktop; returns when it is on the screen.
+  /// Shows the window in the middle of the desktop. The start does not wait for the window system to put it
+  /// there.
   void Open();
-  /// Replaces the text; returns when it is on the screen.
+  /// Replaces the text, which is painted at once where the window is on the screen.
   void ShowStatus(const QString& text);
 
  protected:
