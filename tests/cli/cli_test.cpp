@@ -21,9 +21,8 @@ namespace pelorin {
 namespace {
 
 using namespace Qt::StringLiterals;
+using tests::kDemoFile;
 using tests::Outcome;
-
-const QString kDemoElements = QStringLiteral(PELORIN_DEMO_ELEMENTS);
 
 /// Runs the program in a folder of its own, with settings of its own.
 class Cli : public testing::Test {
@@ -41,7 +40,7 @@ class Cli : public testing::Test {
         QString::fromStdString(words).replace(u"OVERLAY"_s, u"overlay --elements DEMO --satellite NOAA_19"_s);
     QStringList arguments = whole.split(u' ', Qt::SkipEmptyParts);
     for (QString& argument : arguments) argument.replace(u'_', u' ');
-    arguments.replaceInStrings(u"DEMO"_s, kDemoElements);
+    arguments.replaceInStrings(u"DEMO"_s, kDemoFile);
     arguments.replaceInStrings(u"HERE"_s, folder_.path());
     return Run(arguments);
   }
@@ -164,7 +163,7 @@ TEST_F(Cli, APassBecomesItsOverlay) {
   EXPECT_TRUE(files::ReadLines(Path("results/pass.dat")).value(0).startsWith(u"2022-02-23T09:34:42.000 "_s));
 
   // Of two satellites of one name the one whose number is given.
-  QFile demo(kDemoElements);
+  QFile demo(kDemoFile);
   ASSERT_TRUE(demo.open(QIODevice::ReadOnly));
   files::ReplaceFile(Path("twins.tle"), demo.readAll().replace("NOAA 18", "NOAA 19"));
   for (const std::string way : {"--start 20220223093200", "--pass 202202230950"}) {
@@ -185,7 +184,7 @@ TEST_F(Cli, APassBecomesItsOverlay) {
 TEST_F(Cli, DefaultsAreTheUsersSettings) {
   app::Settings settings(app::RegistryStore(Path("config")), u"Pelorin"_s, {});
   QDir(Path("")).mkpath(u"my elements"_s);
-  QFile::copy(kDemoElements, Path("my elements/a.2LI"));
+  QFile::copy(kDemoFile, Path("my elements/a.2LI"));
   settings.TwoLineDataPath.Value = Path("my elements");
   settings.ObserverLatitude.Value = u"-33.9"_s;
   settings.ObserverLongitude.Value = u"18.4"_s;
@@ -207,7 +206,7 @@ TEST_F(Cli, DefaultsAreTheUsersSettings) {
 
 TEST_F(Cli, SetsOfEveryFormAreListedAndBadOnesNamed) {
   QDir(Path("")).mkpath(u"keps"_s);
-  QFile::copy(kDemoElements, Path("keps/a.2li"));
+  QFile::copy(kDemoFile, Path("keps/a.2li"));
   files::ReplaceFile(Path("keps/passes.csv"), Run("passes --elements DEMO --from 2022-02-23").Out.toUtf8());
   files::ReplaceFile(
       Path("keps/new.json"),
@@ -227,7 +226,7 @@ TEST_F(Cli, SetsOfEveryFormAreListedAndBadOnesNamed) {
   EXPECT_EQ(mixed.Out, good.Out);
   EXPECT_TRUE(mixed.Err.contains(u"BROKEN"_s) && mixed.Err.contains(u"HYPER"_s));
   // What would be used, and how old it would be.
-  files::ReplaceFile(Path("keps/old.2li"), tests::DemoSets(kDemoElements, 0, 1).replace("22053.", "22008."));
+  files::ReplaceFile(Path("keps/old.2li"), tests::DemoSets(0, 1).replace("22053.", "22008."));
   const QStringList near = Run("elements --elements HERE/keps --near 20220107").Lines();
   ASSERT_EQ(near.size(), 47);
   EXPECT_EQ(near.filter(u"old.2li"_s), QStringList(u"NOAA 6,11416,999,2022-01-08T14:25:58Z,-1.1,old.2li"_s));
@@ -238,10 +237,9 @@ TEST_F(Cli, AnUpdateTellsByItsStatusWhatCame) {
   qputenv("PELORIN_ELEMENTS_URL", server.Base().toLatin1());
   dataFolder_ = Path("user");
   QDir(Path("")).mkpath(u"keps"_s);
-  QFile::copy(kDemoElements, Path("keps/weather.2li"));
-  const auto csv = [](int count) { return tests::CsvOf(tests::DemoMessages(kDemoElements, 0, count)); };
+  QFile::copy(kDemoFile, Path("keps/weather.2li"));
   using tests::ElementServer;
-  const auto sets = [&csv](int count) { return ElementServer::Reply("200 OK", csv(count)); };
+  const auto sets = [](int count) { return ElementServer::Reply("200 OK", tests::DemoCsv(0, count)); };
   const auto no = [](const char* why) { return ElementServer::Reply("403 Forbidden", why); };
   const QString weather = u"gp.php?GROUP=weather&FORMAT=csv"_s, quiet;
   const struct {

@@ -84,13 +84,12 @@ TEST(ElementArchive, KeepsMessagesAsTheyAre) {
 
 TEST(ElementArchive, WhatAUserHandsOverIsToldByItsContent) {
   QTemporaryDir folder;
-  const QString demo = QStringLiteral(PELORIN_DEMO_ELEMENTS "/weather-2022-02-22.2li"),
-                archive = folder.filePath(u"archive"_s), text = folder.filePath(u"a.txt"_s);
-  const auto messages = tests::DemoMessages(demo, 0, 3);
+  const QString archive = folder.filePath(u"archive"_s), text = folder.filePath(u"a.txt"_s);
+  const auto messages = tests::DemoMessages(0, 3);
   files::ReplaceFile(text, "Notes\n1 first\n2 second\n");
   files::ReplaceFile(folder.filePath(u"b.txt"_s), tests::CsvOf(messages));
   files::ReplaceFile(folder.filePath(u"c.2li"_s), tests::JsonOf({messages[0]}));
-  QFile::copy(demo, folder.filePath(u"d.2LI"_s));
+  QFile::copy(tests::kDemoFile, folder.filePath(u"d.2LI"_s));
   EXPECT_EQ(
       ArchiveElementFiles({text, folder.filePath(u"b.txt"_s), folder.path(), u"/none/e.tle"_s}, archive),
       (QStringList{u"a.txt: no element sets"_s, u"b.txt: 3 element sets, 3 of them new"_s,

@@ -17,8 +17,6 @@ namespace {
 namespace fs = std::filesystem;
 using namespace Qt::StringLiterals;
 
-const QString kDemo = QStringLiteral(PELORIN_DEMO_ELEMENTS "/weather-2022-02-22.2li");
-
 class ElementFiles : public testing::Test {
  protected:
   fs::path Folder() const { return folder_.path().toStdString(); }
@@ -82,7 +80,7 @@ TEST_F(ElementFiles, TheNewestOfASatelliteWinsInWhateverForm) {
       {"I is no alpha-5", "I0000", "180000", "1999-02-04T00:00:00", {"LINES", "OMM"}},
       {"numbers are filled up", "00005", "5", "1999-02-04T00:00:00", {"OMM"}},
       {"nine digits", "21263", "799521263", "1999-02-04T00:00:00", {"LINES", "OMM"}}};
-  orbit::OmmRecord message = tests::DemoMessages(kDemo, 0, 1)[0];
+  orbit::OmmRecord message = tests::DemoMessages(0, 1)[0];
   message[orbit::kOmmName] = "OMM";
   const auto names = [](const TSatelliteList& list) {
     std::vector<std::string> all;

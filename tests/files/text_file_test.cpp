@@ -5,6 +5,7 @@
 #include <QFile>
 
 #include "files/atomic_file.h"
+#include "files/file_error.h"
 #include "files/read_file.h"
 #include "tests/support/folder_test.h"
 

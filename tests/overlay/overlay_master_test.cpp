@@ -8,6 +8,7 @@
 #include <algorithm>
 
 #include "files/atomic_file.h"
+#include "files/file_error.h"
 #include "overlay/indexed_raster.h"
 #include "overlay/master_search.h"
 #include "overlay/palette.h"

@@ -7,6 +7,7 @@
 #include <QImageWriter>
 #include <set>
 
+#include "files/file_error.h"
 #include "files/read_file.h"
 #include "picture/jpeg_image.h"
 #include "picture/picture_error.h"

@@ -12,15 +12,17 @@
 /// The demonstration's satellites as element services publish them.
 namespace pelorin::tests {
 
-/// Sets of 165 bytes each from the file, a line ending in LF.
-inline QByteArray DemoSets(const QString& file, int first, int count) {
-  return files::ReadFile(file).replace("\r", "").mid(165 * first, 165 * count);
+inline const QString kDemoFile = QStringLiteral(PELORIN_ELEMENTS "/weather-2022-02-22.2li");
+
+/// Sets of 165 bytes each, a line ending in LF.
+inline QByteArray DemoSets(int first, int count) {
+  return files::ReadFile(kDemoFile).replace("\r", "").mid(165 * first, 165 * count);
 }
 
 /// Messages of the same satellites, ten days later.
-inline std::vector<orbit::OmmRecord> DemoMessages(const QString& file, int first, int count) {
+inline std::vector<orbit::OmmRecord> DemoMessages(int first, int count) {
   std::vector<orbit::OmmRecord> messages;
-  orbit::ReadTriplesOf(DemoSets(file, first, count).toStdString(), [&](auto name, auto line1, auto) {
+  orbit::ReadTriplesOf(DemoSets(first, count).toStdString(), [&](auto name, auto line1, auto) {
     orbit::OmmRecord message;
     message[orbit::kOmmName] = name;
     message[orbit::kOmmCatalogueNumber] = line1.substr(2, 5);
@@ -56,5 +58,8 @@ inline QByteArray JsonOf(const std::vector<orbit::OmmRecord>& messages) {
   }
   return '[' + objects.join(',') + ']';
 }
+
+inline QByteArray DemoCsv(int first, int count) { return CsvOf(DemoMessages(first, count)); }
+inline QByteArray DemoJson(int first, int count) { return JsonOf(DemoMessages(first, count)); }
 
 }  // namespace pelorin::tests

@@ -3,8 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QTemporaryDir>
-
-#include "files/file_error.h"
+#include <exception>
 
 namespace pelorin::tests {
 
@@ -23,8 +22,8 @@ template <class Work>
 QString ErrorOf(const Work& work) {
   try {
     work();
-  } catch (const files::FileError& error) {
-    return error.Text();
+  } catch (const std::exception& error) {
+    return QString::fromUtf8(error.what());
   }
   return QString();
 }
