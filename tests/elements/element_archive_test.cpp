@@ -3,11 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
-#include <QTemporaryDir>
 
 #include "files/atomic_file.h"
 #include "files/read_file.h"
 #include "tests/support/element_messages.h"
+#include "tests/support/folder_test.h"
 
 namespace pelorin::elements {
 namespace {
@@ -19,9 +19,10 @@ QByteArray SetOf(const QByteArray& name, const QByteArray& epoch, const QByteArr
          "2 25338  98.6680  64.2571 0009406 234.2374 125.7936 14.33699273225066" + end;
 }
 
-TEST(ElementArchive, KeepsEachSetOnceByTheMonthOfItsEpoch) {
-  QTemporaryDir folder;
-  const QString source = folder.filePath(u"weather.2li"_s), archive = folder.filePath(u"user/archive"_s);
+class ElementArchive : public tests::FolderTest {};
+
+TEST_F(ElementArchive, KeepsEachSetOnceByTheMonthOfItsEpoch) {
+  const QString source = Path("weather.2li"), archive = Path("user/archive");
   const QByteArray january = SetOf("NOAA 15", "22031.99999999"),
                    february = SetOf("NOAA 15", "22032.00000000"), old = SetOf("ESSA 8", "68352.50000000"),
                    none = SetOf("X", "22000.00000000");
@@ -52,11 +53,9 @@ TEST(ElementArchive, KeepsEachSetOnceByTheMonthOfItsEpoch) {
   EXPECT_EQ(ArchiveElementFile(source, archive), 0);
 }
 
-TEST(ElementArchive, KeepsMessagesAsTheyAre) {
-  QTemporaryDir folder;
-  const QString source = folder.filePath(u"a.csv"_s), json = folder.filePath(u"a.json"_s),
-                archive = folder.path();
-  const QString kept = folder.filePath(u"2022-02.csv"_s);
+TEST_F(ElementArchive, KeepsMessagesAsTheyAre) {
+  const QString source = Path("a.csv"), json = Path("a.json"), archive = Folder();
+  const QString kept = Path("2022-02.csv");
   const QByteArray header =
       "OBJECT_NAME,OBJECT_ID,EPOCH,MEAN_MOTION,ECCENTRICITY,INCLINATION,RA_OF_ASC_NODE,ARG_OF_PERICENTER,"
       "MEAN_ANOMALY,EPHEMERIS_TYPE,CLASSIFICATION_TYPE,NORAD_CAT_ID,ELEMENT_SET_NO,REV_AT_EPOCH,BSTAR,"
@@ -70,7 +69,7 @@ TEST(ElementArchive, KeepsMessagesAsTheyAre) {
   files::ReplaceFile(source, header + first + second + QByteArray(first).replace("\"A", "\"C") + old);
   EXPECT_EQ(ArchiveElementFile(source, archive), 3);
   EXPECT_EQ(files::ReadFile(kept), header + first + second);
-  EXPECT_EQ(files::ReadFile(folder.filePath(u"1999-02.csv"_s)), header + old);
+  EXPECT_EQ(files::ReadFile(Path("1999-02.csv")), header + old);
   // Columns in another order, or a month's file that somebody has made.
   files::ReplaceFile(json,
                      R"({"NORAD_CAT_ID":5,"OBJECT_NAME":"J","EPOCH":"2022-02-01T00:00:00","MEAN_MOTION":14.2,
@@ -82,20 +81,19 @@ TEST(ElementArchive, KeepsMessagesAsTheyAre) {
   EXPECT_EQ(ArchiveElementFile(source, archive), 0);
 }
 
-TEST(ElementArchive, WhatAUserHandsOverIsToldByItsContent) {
-  QTemporaryDir folder;
-  const QString archive = folder.filePath(u"archive"_s), text = folder.filePath(u"a.txt"_s);
+TEST_F(ElementArchive, WhatAUserHandsOverIsToldByItsContent) {
+  const QString archive = Path("archive"), text = Path("a.txt");
   const auto messages = tests::DemoMessages(0, 3);
   files::ReplaceFile(text, "Notes\n1 first\n2 second\n");
-  files::ReplaceFile(folder.filePath(u"b.txt"_s), tests::CsvOf(messages));
-  files::ReplaceFile(folder.filePath(u"c.2li"_s), tests::JsonOf({messages[0]}));
-  QFile::copy(tests::kDemoFile, folder.filePath(u"d.2LI"_s));
+  files::ReplaceFile(Path("b.txt"), tests::CsvOf(messages));
+  files::ReplaceFile(Path("c.2li"), tests::JsonOf({messages[0]}));
+  QFile::copy(tests::kDemoFile, Path("d.2LI"));
   EXPECT_EQ(
-      ArchiveElementFiles({text, folder.filePath(u"b.txt"_s), folder.path(), u"/none/e.tle"_s}, archive),
+      ArchiveElementFiles({text, Path("b.txt"), Folder(), u"/none/e.tle"_s}, archive),
       (QStringList{u"a.txt: no element sets"_s, u"b.txt: 3 element sets, 3 of them new"_s,
                    u"c.2li: 1 element sets, 1 of them new"_s, u"d.2LI: 45 element sets, 45 of them new"_s,
                    u"e.tle: Cannot read /none/e.tle: No such file or directory"_s}));
-  EXPECT_EQ(ArchiveElementFiles({folder.filePath(u"b.txt"_s)}, archive),
+  EXPECT_EQ(ArchiveElementFiles({Path("b.txt")}, archive),
             QStringList(u"b.txt: 3 element sets, 0 of them new"_s));
   EXPECT_EQ(QDir(archive).entryList(QDir::Files), (QStringList{u"2022-02.2li"_s, u"2022-03.csv"_s}));
 }

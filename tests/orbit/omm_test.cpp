@@ -2,33 +2,40 @@
 
 #include <gtest/gtest.h>
 
-#include <QTemporaryDir>
 #include <cmath>
 #include <fstream>
 #include <random>
+#include <sstream>
 
 #include "orbit/element_file.h"
 #include "orbit/propagation.h"
+#include "tests/support/folder_test.h"
 
 namespace pelorin::orbit {
 namespace {
 
-namespace fs = std::filesystem;
-
 using Message = std::vector<std::pair<std::string, std::string>>;
 
-const Message kMessage{
-    {"OBJECT_NAME", "NOAA 12"},      {"OBJECT_ID", "1991-032A"},      {"EPOCH", "1999-02-03T05:02:05.265024"},
-    {"MEAN_MOTION", "14.22950462"},  {"ECCENTRICITY", ".001325"},     {"INCLINATION", "98.5313"},
-    {"RA_OF_ASC_NODE", "39.9325"},   {"ARG_OF_PERICENTER", "4.9627"}, {"MEAN_ANOMALY", "355.168"},
-    {"NORAD_CAT_ID", "21263"},       {"ELEMENT_SET_NO", "148"},       {"BSTAR", ".13981E-3"},
-    {"MEAN_MOTION_DOT", "+.272E-5"}, {"MEAN_MOTION_DDOT", "0"}};
+/// A message by its values, separated by commas.
+Message MessageOf(const char* text) {
+  Message message;
+  std::istringstream values(text);
+  for (const char* keyword :
+       {"OBJECT_NAME", "OBJECT_ID", "EPOCH", "MEAN_MOTION", "ECCENTRICITY", "INCLINATION", "RA_OF_ASC_NODE",
+        "ARG_OF_PERICENTER", "MEAN_ANOMALY", "NORAD_CAT_ID", "ELEMENT_SET_NO", "BSTAR", "MEAN_MOTION_DOT",
+        "MEAN_MOTION_DDOT"}) {
+    std::getline(values, message.emplace_back(keyword, "").second, ',');
+  }
+  return message;
+}
 
-Message With(Message message, const Message& changes) {
+const Message kMessage = MessageOf(
+    "NOAA 12,1991-032A,1999-02-03T05:02:05.265024,14.22950462,.001325,98.5313,39.9325,4.9627,355.168,21263,"
+    "148,.13981E-3,+.272E-5,0");
+
+Message With(Message message, const std::string& changed, const std::string& to) {
   for (auto& [keyword, value] : message) {
-    for (const auto& [changed, to] : changes) {
-      if (keyword == changed) value = to;
-    }
+    if (keyword == changed) value = to;
   }
   return message;
 }
@@ -53,53 +60,26 @@ std::string Json(const std::vector<Message>& messages) {
   return text + "]";
 }
 
-class Omm : public testing::Test {
+class Omm : public tests::FolderTest {
  protected:
-  fs::path Folder() const { return folder_.path().toStdString(); }
-  void Write(const std::string& name, const std::string& text) const {
-    std::ofstream(Folder() / name, std::ios::binary) << text;
-  }
-  std::vector<TSatellite> Sets(const std::string& name, const std::string& text) {
-    Write(name, text);
+  std::vector<TSatellite> Sets(const char* name, const std::string& text) {
+    const std::string path = Path(name).toStdString();
+    std::ofstream(path, std::ios::binary) << text;
     rejected_.clear();
-    return ReadAllElementSets(Folder() / name, rejected_);
+    return ReadAllElementSets(path, rejected_);
   }
   std::vector<RejectedSet> rejected_;
-
- private:
-  QTemporaryDir folder_;
 };
 
 /// The same sets in lines and as messages, converted by hand: one with the second derivative of Spacetrack
 /// Report No. 3, and its deep-space one.
 TEST_F(Omm, EveryFormOfASetGivesTheSameState) {
-  const std::vector<Message> messages{kMessage,
-                                      With(kMessage, {{"OBJECT_NAME", "SGP4"},
-                                                      {"EPOCH", "1980-10-01T23:41:24.113760"},
-                                                      {"MEAN_MOTION", "16.05824518"},
-                                                      {"ECCENTRICITY", "0.0086731"},
-                                                      {"INCLINATION", "72.8435"},
-                                                      {"RA_OF_ASC_NODE", "115.9689"},
-                                                      {"ARG_OF_PERICENTER", "52.6988"},
-                                                      {"MEAN_ANOMALY", "110.5714"},
-                                                      {"NORAD_CAT_ID", "88888"},
-                                                      {"ELEMENT_SET_NO", "8"},
-                                                      {"BSTAR", ".66816E-4"},
-                                                      {"MEAN_MOTION_DOT", ".73094E-3"},
-                                                      {"MEAN_MOTION_DDOT", ".13844E-3"}}),
-                                      With(kMessage, {{"OBJECT_NAME", "SDP4"},
-                                                      {"EPOCH", "1980-230T07:06:40.136832Z"},
-                                                      {"MEAN_MOTION", "2.28537848"},
-                                                      {"ECCENTRICITY", "7.318036E-1"},
-                                                      {"INCLINATION", "46.7916"},
-                                                      {"RA_OF_ASC_NODE", "230.4354"},
-                                                      {"ARG_OF_PERICENTER", "47.4722"},
-                                                      {"MEAN_ANOMALY", "10.4117"},
-                                                      {"NORAD_CAT_ID", "11801"},
-                                                      {"ELEMENT_SET_NO", "13"},
-                                                      {"BSTAR", "0.14311E-1"},
-                                                      {"MEAN_MOTION_DOT", ".01431103"},
-                                                      {"MEAN_MOTION_DDOT", "0"}})};
+  const std::vector<Message> messages{
+      kMessage,
+      MessageOf("SGP4,,1980-10-01T23:41:24.113760,16.05824518,0.0086731,72.8435,115.9689,52.6988,110.5714,"
+                "88888,8,.66816E-4,.73094E-3,.13844E-3"),
+      MessageOf("SDP4,,1980-230T07:06:40.136832Z,2.28537848,7.318036E-1,46.7916,230.4354,47.4722,10.4117,"
+                "11801,13,0.14311E-1,.01431103,0")};
   const auto lines = Sets("a.2li",
                           "NOAA 12\n"
                           "1 21263U 91032A   99034.20978316  .00000272  00000-0  13981-3 0  1482\n"
@@ -117,18 +97,17 @@ TEST_F(Omm, EveryFormOfASetGivesTheSameState) {
     ASSERT_EQ(sets.size(), lines.size()) << form;
     for (std::size_t i = 0; i < sets.size(); ++i) {
       const TSatellite &omm = sets[i], &twoLine = lines[i];
-      const std::string label = std::string(form) + " " + twoLine.Name;
+      SCOPED_TRACE(std::string(form) + " " + twoLine.Name);
       EXPECT_EQ(omm.Name, twoLine.Name);
       EXPECT_EQ(omm.SourceFile, form);
-      EXPECT_EQ(omm.CatalogueKey(), twoLine.CatalogueKey()) << label;
-      EXPECT_EQ(omm.ElementSetNumber, twoLine.ElementSetNumber) << label;
-      EXPECT_EQ(omm.EpochRaw, twoLine.EpochRaw) << label;
-      EXPECT_NEAR(omm.MeanMotionDot, twoLine.MeanMotionDot, 1e-20) << label;
-      EXPECT_NEAR(omm.MeanMotionDotDot, twoLine.MeanMotionDotDot, 1e-20) << label;
-      EXPECT_EQ(omm.IsDeepSpace, twoLine.IsDeepSpace) << label;
+      EXPECT_EQ(omm.CatalogueKey(), twoLine.CatalogueKey());
+      EXPECT_EQ(omm.ElementSetNumber, twoLine.ElementSetNumber);
+      EXPECT_EQ(omm.EpochRaw, twoLine.EpochRaw);
+      EXPECT_NEAR(omm.MeanMotionDot, twoLine.MeanMotionDot, 1e-20);
+      EXPECT_NEAR(omm.MeanMotionDotDot, twoLine.MeanMotionDotDot, 1e-20);
       const Vector a = SatelliteStateKm(omm, twoLine.Epoch + 1).Position;
       const Vector b = SatelliteStateKm(twoLine, twoLine.Epoch + 1).Position;
-      EXPECT_LT(std::hypot(a.x - b.x, a.y - b.y, a.z - b.z), 1e-4) << label;
+      EXPECT_LT(std::hypot(a.x - b.x, a.y - b.y, a.z - b.z), 1e-4);
     }
   }
 }
@@ -147,7 +126,6 @@ TEST_F(Omm, DamagedValuesCostTheirOwnSetOnly) {
               {"EPOCH", "1999-02-03", 0, 1},
               {"EPOCH", "2057-02-03T05:02:05", 0, 1},
               {"EPOCH", "1999-02-03T05:02:05.2x", 0, 1},
-              {"EPOCH", "1999-034T05:02:05.265024Z", 1, 0},
               {"EPOCH", "2000-02-29T12:00:00", 1, 0, 60.5},
               {"EPOCH", "1998-12-31T23:59:60.864", 1, 0, 98366.00001},
               {"EPOCH", "1998-12-31T23:59:61", 0, 1},
@@ -163,25 +141,25 @@ TEST_F(Omm, DamagedValuesCostTheirOwnSetOnly) {
               {"NORAD_CAT_ID", "1234567890", 0, 1},
               {"NORAD_CAT_ID", "-21263", 0, 1},
               {"NORAD_CAT_ID", "123456789", 1, 0}};
-  const Message good = With(kMessage, {{"OBJECT_NAME", "GOOD"}});
+  const Message good = With(kMessage, "OBJECT_NAME", "GOOD");
   for (const auto& row : rows) {
-    const std::vector<Message> messages{With(kMessage, {{row.keyword, row.value}}), good};
+    const std::vector<Message> messages{With(kMessage, row.keyword, row.value), good};
     for (const bool csv : {true, false}) {
       const auto sets = Sets(csv ? "a.csv" : "a.json", csv ? Csv(messages) : Json(messages));
-      EXPECT_EQ(rejected_.size(), row.rejected) << row.keyword << " " << row.value << " " << csv;
-      ASSERT_EQ(sets.size(), 1 + row.sets) << row.keyword << " " << row.value << " " << csv;
+      SCOPED_TRACE(std::string(row.keyword) + " " + row.value + (csv ? " csv" : " json"));
+      EXPECT_EQ(rejected_.size(), row.rejected);
+      ASSERT_EQ(sets.size(), 1 + row.sets);
       EXPECT_EQ(sets.back().Name, "GOOD");
-      EXPECT_NEAR(sets.front().EpochRaw, row.epoch, 1e-9) << row.value;
-      EXPECT_EQ(sets.front().ElementSetNumber, row.setNumber) << row.value;
+      EXPECT_NEAR(sets.front().EpochRaw, row.epoch, 1e-9);
+      EXPECT_EQ(sets.front().ElementSetNumber, row.setNumber);
     }
   }
 }
 
 TEST_F(Omm, TablesOfEveryKind) {
-  const Message second = With(kMessage, {{"OBJECT_NAME", "SECOND"}});
+  const Message second = With(kMessage, "OBJECT_NAME", "SECOND");
   const std::string csv = Csv({kMessage, second}), json = Json({kMessage, second});
-  const std::string row = csv.substr(csv.find("NOAA"));
-  const std::string cut = json.substr(0, json.size() / 2);
+  const std::string header = csv.substr(0, csv.find("NOAA")), row = csv.substr(header.size());
   std::string holed = json;
   holed.insert(holed.find("\"ECC"), "\"X");
   std::mt19937 random(7);
@@ -198,19 +176,19 @@ TEST_F(Omm, TablesOfEveryKind) {
        "ARG_OF_PERICENTER,MEAN_ANOMALY,OBJECT_NAME\n\"14.2\", 5 ,\"a, \"\"b\"\"\","
        "\"1999-02-03T05:02:05\",.1,98,39,4,355,\"NOAA 12\"\n",
        1},
-      {"a quote never closed", "a.csv", csv.substr(0, csv.find("NOAA")) + "\"" + row, 1},
+      {"a quote never closed", "a.csv", header + "\"" + row, 1},
       {"cut in a row", "a.csv", csv.substr(0, csv.size() - 60), 1},
       {"a pass list", "a.csv", "satellite,catalogue_number,epoch_utc\nNOAA 12,21263,1999\n" + row, 0},
-      {"no rows", "a.csv", csv.substr(0, csv.find("NOAA")), 0},
+      {"no rows", "a.csv", header, 0},
       {"noise", "a.csv", noise, 0},
-      {"noise below a header", "a.csv", csv.substr(0, csv.find("NOAA")) + noise, 0},
+      {"noise below a header", "a.csv", header + noise, 0},
       {"one object", "a.json", json.substr(1, json.find('}')), 1},
       {"numbers and nested values", "a.json",
        R"([{"OBJECT_NAME":"NOAA 12","X":{"OBJECT_NAME":"NO","Z":[]},"EPOCH":"1999-02-03T05:02:05","MEAN_MOTION":14.2,
            "ECCENTRICITY":1e-3,"INCLINATION":98,"RA_OF_ASC_NODE":-0.5,"ARG_OF_PERICENTER":4,"NORAD_CAT_ID":5,
            "MEAN_ANOMALY":355,"BSTAR":null,"Y":["EPOCH"]}])",
        1},
-      {"cut", "a.json", cut + json.substr(json.size() / 2, 60), 1},
+      {"cut", "a.json", json.substr(0, json.size() / 2 + 60), 1},
       {"a hole in the first", "a.json", holed, 1},
       {"other objects", "a.json", R"([{"satellite":"NOAA 12"},{"OBJECT_NAME":"A","NORAD_CAT_ID":5},3])", 0},
       {"empty", "a.json", "", 0},
