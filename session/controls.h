@@ -34,15 +34,15 @@ bool Guarded(Prompts& boxes, const std::function<void()>& work);
 /// handler is shown in the default error box. Handlers take the signal's arguments or none.
 template <class Sender, class Signal, class Page, class Method>
 QMetaObject::Connection Handle(const Sender* sender, Signal signal, Page* page, Method method) {
-  return QObject::connect(sender, signal, page, [page, method](auto&&... arguments) {
-    Guarded(page->Boxes(), [&] {
-      if constexpr (std::is_invocable_v<Method, Page*, decltype(arguments)...>) {
-        std::invoke(method, page, std::forward<decltype(arguments)>(arguments)...);
-      } else {
-        std::invoke(method, page);
-      }
+  if constexpr (std::is_invocable_v<Method, Page*>) {
+    return QObject::connect(sender, signal, page,
+                            [page, method] { Guarded(page->Boxes(), [&] { std::invoke(method, page); }); });
+  } else {
+    return QObject::connect(sender, signal, page, [page, method](auto&&... arguments) {
+      Guarded(page->Boxes(),
+              [&] { std::invoke(method, page, std::forward<decltype(arguments)>(arguments)...); });
     });
-  });
+  }
 }
 
 /// Calls `handler` with every event of a type that the control gets, before the control itself sees it.

@@ -97,10 +97,14 @@ TEST(ScannerTable, LaterTablesReplaceScannersOfTheSameName) {
   const std::size_t before = table.Scanners().size();
   table.Add(
       R"({"scanners": [{"name": "msu-mr lrpt", "mode": "LRPT", "columns": 1568, "angle": 111, "law": "even",
-                 "rows_per_second": 6.5}]})",
+                 "rows_per_second": 6.5, "satellites": [{"number": 57166, "pitch": 0.3}]}]})",
       "mine.json");
   EXPECT_EQ(table.Scanners().size(), before);
   EXPECT_EQ(table.Find("MSU-MR LRPT")->Line.AngleDeg, 111);
+  const auto mine = table.Of(Named("METEOR-M2 3", "57166"));
+  ASSERT_FALSE(mine.empty());
+  EXPECT_EQ(mine[0].Satellite->Offsets.PitchDeg, 0.3);
+  EXPECT_EQ(mine[0].Satellite->Offsets.RollDeg, 0) << "what is not told is not turned";
 }
 
 TEST(Scanner, ColumnsAndAnglesAreEachOthersInverse) {
