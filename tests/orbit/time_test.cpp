@@ -99,6 +99,7 @@ TEST(JulianDate, TextsRoundAndCarry) {
   const double midnight = JulianDateOfDateTime(MakeDateTime(2001, 11, 15));
   EXPECT_EQ(JulianDateToString(midnight - 0.4 / 86400, 0), "2001 Nov 15");
   EXPECT_EQ(JulianDateToString(midnight - 0.4 / 86400, 1), "2001 Nov 14");
+  EXPECT_EQ(JulianDateToString(2451545.0, 0), "2000 Jan 01");
   EXPECT_EQ(TimeOfDayToString(0.5 + 1.26 / 86400, 1, true), "12:00:01.3");
   EXPECT_EQ(TimeOfDayToString(0.5 + 61.0 / 86400, 0, false), "120101");
   EXPECT_EQ(TimeOfDayToString(0.9999999, 0, true), "00:00:00");
