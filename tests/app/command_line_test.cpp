@@ -22,11 +22,11 @@ TEST(CommandLine, OptionsAreToldFromPasses) {
   };
   for (const auto& row : rows) {
     const CommandLine line = ReadCommandLine(row.Arguments);
-    const std::string label = row.Arguments.join(u' ').toStdString();
-    EXPECT_EQ(line.Help, row.Help) << label;
-    EXPECT_EQ(line.Version, row.Version) << label;
-    EXPECT_EQ(line.UnknownOption, row.UnknownOption) << label;
-    EXPECT_EQ(line.Parameters, row.Parameters) << label;
+    SCOPED_TRACE(row.Arguments.join(u' ').toStdString());
+    EXPECT_EQ(line.Help, row.Help);
+    EXPECT_EQ(line.Version, row.Version);
+    EXPECT_EQ(line.UnknownOption, row.UnknownOption);
+    EXPECT_EQ(line.Parameters, row.Parameters);
   }
 }
 

@@ -3,12 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
-#include <QTemporaryDir>
 #include <iterator>
 
 #include "files/atomic_file.h"
 #include "files/folder_lock.h"
 #include "files/read_file.h"
+#include "tests/support/folder_test.h"
 
 namespace pelorin::app {
 namespace {
@@ -20,7 +20,7 @@ const QString kName = u"Name"_s;
 const QByteArray kKeyLine = "[Software\\\\Quillfen\\\\Pelorin]\n";
 const QByteArray kHead = "Pelorin settings 1\n\n" + kKeyLine;
 
-class RegistryStoreTest : public testing::Test {
+class RegistryStoreTest : public tests::FolderTest {
  protected:
   static void SetIn(const RegistryStore& store, const QString& keyPath, const QString& name,
                     const RegistryDocument::Value& value) {
@@ -32,9 +32,11 @@ class RegistryStoreTest : public testing::Test {
     return store_.Read().Find<std::int32_t>(kKey.toLower() + u'\\', name);
   }
 
-  const QTemporaryDir folder_;
-  const RegistryStore store_{folder_.path()};
-  const QString path_ = folder_.filePath(u"registry.reg"_s);
+  /// How many files there are beside the settings'.
+  qsizetype Others() const { return QDir(Folder()).entryList(QDir::Files).size() - 1; }
+
+  const RegistryStore store_{Folder()};
+  const QString path_ = Path("registry.reg");
 };
 
 TEST_F(RegistryStoreTest, KindsStayApartAndCaseDoesNot) {
@@ -48,7 +50,7 @@ TEST_F(RegistryStoreTest, KindsStayApartAndCaseDoesNot) {
   EXPECT_EQ(files::ReadFile(path_), other + kKeyLine + "\"Name\"=dword:fffffffe\n");
   EXPECT_EQ(Text(), std::nullopt);
   EXPECT_EQ(Integer(kName.toLower()), -2);
-  EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files).size(), 1) << "no lock, no damaged file";
+  EXPECT_EQ(Others(), 0) << "no lock, no damaged file";
 }
 
 TEST_F(RegistryStoreTest, DamagedFileIsReadAsFarAsItGoesAndKept) {
@@ -77,7 +79,7 @@ TEST_F(RegistryStoreTest, DamagedFileIsReadAsFarAsItGoesAndKept) {
     const QString kept = path_ + (++count > 1 ? u".damaged%1"_s.arg(count) : u".damaged"_s);
     EXPECT_EQ(files::ReadFile(kept), row.Content) << row.Label;
   }
-  EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files).size(), std::ssize(rows) + 1) << "each is kept once";
+  EXPECT_EQ(Others(), std::ssize(rows)) << "each is kept once";
 }
 
 TEST_F(RegistryStoreTest, NoLockCostsAValueAndNoFailureIsLoud) {
@@ -85,7 +87,7 @@ TEST_F(RegistryStoreTest, NoLockCostsAValueAndNoFailureIsLoud) {
   files::ReplaceFile(path_ + u".lock"_s, "1\npelorin\nanother.host\n");
   Set(2);
   EXPECT_EQ(Integer(kName), 2);
-  const files::FolderLock stuck(folder_.path(), 0);
+  const files::FolderLock stuck(Folder(), 0);
   Set(3);
   EXPECT_EQ(Integer(kName), 3) << "somebody who never lets go";
   EXPECT_NO_THROW(SetIn(RegistryStore(path_), kKey, kName, 1)) << "a file where its folder should be";
@@ -96,10 +98,10 @@ TEST_F(RegistryStoreTest, ProgramsWriteOneAfterTheOther) {
   bool isFree = true;
   store_.Update([&](RegistryDocument& document) {
     document.Set(kKey, kName, 1);
-    isFree = files::FolderLock(folder_.path(), 0).IsHeld();
+    isFree = files::FolderLock(Folder(), 0).IsHeld();
   });
   EXPECT_FALSE(isFree);
-  EXPECT_TRUE(files::FolderLock(folder_.path(), 0).IsHeld()) << "and it ends";
+  EXPECT_TRUE(files::FolderLock(Folder(), 0).IsHeld()) << "and it ends";
 }
 
 }  // namespace

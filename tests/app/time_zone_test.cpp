@@ -42,7 +42,7 @@ TEST(TimeZone, ClocksAreThoseOfTheMoment) {
     ASSERT_TRUE(clock);
     EXPECT_EQ(clock->OffsetMinutes, row.Clock.OffsetMinutes);
     EXPECT_EQ(clock->IsDaylight, row.Clock.IsDaylight);
-    EXPECT_EQ(clock->Name.toStdString(), row.Clock.Name.toStdString());
+    EXPECT_EQ(clock->Name, row.Clock.Name);
     const YearOffsets year = zone.OffsetsIn(TakeApart(utc).Year);
     EXPECT_EQ(year.StandardMinutes, row.Year.StandardMinutes);
     EXPECT_EQ(year.DaylightMinutes, row.Year.DaylightMinutes);

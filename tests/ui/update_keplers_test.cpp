@@ -171,10 +171,10 @@ TEST_F(UpdateKeplers, DroppedFilesAreArchivedAndChangedOnesReadAgain) {
     return std::pair(static_cast<int>(session.SetNear(*session.SelectedSatellite(), then).EpochRaw),
                      static_cast<int>(drawn.front().Satellite->EpochRaw));
   };
-  const QString dropped = Path(u"2019.txt"_s);
-  files::ReplaceFile(dropped, QByteArray(old).replace("22053.", "19140."));
+  EXPECT_EQ(epochs(), std::pair(22053, 22053));
+  files::ReplaceFile(Path(u"2019.txt"_s), QByteArray(old).replace("22053.", "19140."));
   QMimeData dragged;
-  dragged.setUrls({QUrl::fromLocalFile(dropped), QUrl::fromLocalFile(Path(u"received.png"_s))});
+  dragged.setUrls({QUrl::fromLocalFile(Path(u"2019.txt"_s)), QUrl::fromLocalFile(Path(u"received.png"_s))});
   QDragEnterEvent enter(QPoint(9, 9), Qt::CopyAction, &dragged, Qt::LeftButton, {});
   QCoreApplication::sendEvent(Form.get(), &enter);
   ASSERT_TRUE(enter.isAccepted());
