@@ -61,7 +61,7 @@ TEST_F(Cli, WrongUseAndFailuresHaveTheirOwnStatus) {
               {"passes --elements DEMO --days 0", 2, "--days wants a number from 1 to 366, not \"0\""},
               {"passes --elements DEMO --days 1.5", 2, "--days wants a whole number"},
               {"passes --elements DEMO --min-elevation nan", 2, "--min-elevation"},
-              {"passes --elements DEMO --min-seconds -1", 2, "--min-seconds"},
+              {"passes --elements DEMO --min-elevation 20", 2, "--min-elevation wants a number from 0 to 10"},
               {"passes --elements DEMO --format xml", 2, "--format"},
               {"passes --elements DEMO --bogus", 2, "bogus"},
               {"passes --elements DEMO --satellite NOAA_99 --from 2022-02-23", 1, "NOAA 99"},

@@ -14,9 +14,8 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-QByteArray SetOf(const QByteArray& name, const QByteArray& epoch, const QByteArray& end = "\r\n") {
-  return name + end + "1 25338U 98030A   " + epoch + "  .00000117  00000-0  58240-4 0  9995" + end +
-         "2 25338  98.6680  64.2571 0009406 234.2374 125.7936 14.33699273225066" + end;
+QByteArray SetOf(const char* name, const char* epoch, const char* end = "\r\n") {
+  return QByteArray::fromStdString(tests::SetOf(name, "25338", epoch, end));
 }
 
 class ElementArchive : public tests::FolderTest {};

@@ -16,6 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace Qt::StringLiterals;
+using tests::SetOf;
 
 using Names = std::vector<std::string>;
 
@@ -25,19 +26,6 @@ class ElementFiles : public tests::FolderTest {
   void Write(const char* name, const std::string& text) const {
     std::ofstream(Place(name), std::ios::binary) << text;
   }
-  static std::string Set(const std::string& name, const std::string& number, const std::string& epoch,
-                         const std::string& lineEnd = "\r\n", const std::string& eccentricity = "0013250",
-                         int checksumError = 0) {
-    const auto checked = [&](const std::string& line) {
-      int sum = checksumError;
-      for (const char c : line) sum += c == '-' ? 1 : c >= '0' && c <= '9' ? c - '0' : 0;
-      return line + std::to_string(sum % 10) + lineEnd;
-    };
-    return name + lineEnd +
-           checked("1 " + number + "U 91032A   " + epoch + "  .00000272  00000-0  13981-3 0  148") +
-           checked("2 " + number + "  98.5313  39.9325 " + eccentricity +
-                   "   4.9627 355.1680 14.2295046240111");
-  }
   static Names NamesOf(const TSatelliteList& list) {
     Names all;
     for (int index = 0; index < list.Count(); ++index) all.push_back(list.Name(index));
@@ -46,11 +34,11 @@ class ElementFiles : public tests::FolderTest {
 };
 
 TEST_F(ElementFiles, TheNewerSetOfASatelliteWins) {
-  Write("b.TLE", Set("NOAA 12", "21263", "99034.20978316") + Set("other", "11111", "99001.00000000"));
-  Write("a.2li", Set("noaa 12", "21263", "99034.10000000", "\n") +
-                     Set("Alpha", "A0001", "99001.00000000", "\n") +
-                     Set("alpha", "22222", "99001.00000000", "\n"));
-  Write("c.txt", Set("IGNORED", "33333", "99034.20978316"));
+  Write("b.TLE", SetOf("NOAA 12", "21263", "99034.20978316") + SetOf("other", "11111", "99001.00000000"));
+  Write("a.2li", SetOf("noaa 12", "21263", "99034.10000000", "\n") +
+                     SetOf("Alpha", "A0001", "99001.00000000", "\n") +
+                     SetOf("alpha", "22222", "99001.00000000", "\n"));
+  Write("c.txt", SetOf("IGNORED", "33333", "99034.20978316"));
   KnownSets known(Place(), {});
   const TSatelliteList& list = known.Satellites();
   ASSERT_EQ(NamesOf(list), (Names{"Alpha", "NOAA 12", "other"}));
@@ -83,7 +71,7 @@ TEST_F(ElementFiles, TheNewestOfASatelliteWinsInWhateverForm) {
   orbit::OmmRecord message = tests::DemoMessages(0, 1)[0];
   message[orbit::kOmmName] = "OMM";
   for (const auto& row : rows) {
-    Write("z.2li", Set("LINES", row.lineNumber, "99034.20978316"));
+    Write("z.2li", SetOf("LINES", row.lineNumber, "99034.20978316"));
     message[orbit::kOmmCatalogueNumber] = row.ommNumber;
     message[orbit::kOmmEpoch] = row.epoch;
     Write("a.csv", tests::CsvOf({message}).toStdString());
@@ -100,12 +88,12 @@ TEST_F(ElementFiles, TheNewestOfASatelliteWinsInWhateverForm) {
 
 TEST_F(ElementFiles, AWrongChecksumIsTakenWhereNothingBetterIs) {
   const auto doubtful = [](const char* name, const char* number, const char* epoch) {
-    return Set(name, number, epoch, "\n", "0013250", 1);
+    return SetOf(name, number, epoch, "\n", "0013250", 1);
   };
-  Write("a.2li", Set("NOAA 12", "21263", "99034.00000000") + doubtful("NOAA 12", "21263", "99039.00000000") +
-                     doubtful("NOAA 14", "23455", "99039.00000000") +
-                     Set("NOAA 11", "19531", "98001.00000000") +
-                     doubtful("NOAA 11", "19531", "99039.00000000"));
+  Write("a.2li",
+        SetOf("NOAA 12", "21263", "99034.00000000") + doubtful("NOAA 12", "21263", "99039.00000000") +
+            doubtful("NOAA 14", "23455", "99039.00000000") + SetOf("NOAA 11", "19531", "98001.00000000") +
+            doubtful("NOAA 11", "19531", "99039.00000000"));
   KnownSets known(Place(), {});
   EXPECT_EQ(known.Find("NOAA 12")->EpochRaw, 99034.0);
   EXPECT_EQ(known.FindNearest("21263", orbit::JulianDateOfEpoch(99039))->EpochRaw, 99034.0);
@@ -122,10 +110,11 @@ TEST_F(ElementFiles, AWrongChecksumIsTakenWhereNothingBetterIs) {
 }
 
 TEST_F(ElementFiles, NamesOfOtherSourcesAreFound) {
-  Write("a.2li",
-        Set("NOAA 20 (JPSS-1)", "43013", "99034.00000000") + Set("METEOR-M2 4", "59051", "99034.00000000") +
-            Set("NOAA 2 [-]", "06235", "99034.00000000") + Set("COSMOS 1 [A]", "00011", "99034.00000000") +
-            Set("COSMOS 1 [B]", "00012", "99034.00000000"));
+  Write("a.2li", SetOf("NOAA 20 (JPSS-1)", "43013", "99034.00000000") +
+                     SetOf("METEOR-M2 4", "59051", "99034.00000000") +
+                     SetOf("NOAA 2 [-]", "06235", "99034.00000000") +
+                     SetOf("COSMOS 1 [A]", "00011", "99034.00000000") +
+                     SetOf("COSMOS 1 [B]", "00012", "99034.00000000"));
   const KnownSets known(Place(), {});
   const struct {
     const char *Wanted, *Number;
@@ -138,20 +127,20 @@ TEST_F(ElementFiles, NamesOfOtherSourcesAreFound) {
 }
 
 TEST_F(ElementFiles, TriplesAreTakenOrPassedOverWhole) {
-  const std::string good = Set("GOOD", "21263", "99034.20978316");
+  const std::string good = SetOf("GOOD", "21263", "99034.20978316");
   const struct {
     const char* label;
     std::string text;
     int count;
     const char* name = "GOOD";
   } rows[] = {{"a byte order mark", "\xEF\xBB\xBF" + good, 1},
-              {"blank name", Set("   ", "21263", "99034.20978316") + good, 1},
+              {"blank name", SetOf("   ", "21263", "99034.20978316") + good, 1},
               {"no name line shifts the rest", good.substr(good.find('\n') + 1) + good, 0},
-              {"0 NAME stands as it is", Set("0 GOOD", "21263", "99034.20978316"), 1, "0 GOOD"},
-              {"blanks at line ends", Set("GOOD", "21263", "99034.20978316", "  \r\n"), 1},
+              {"0 NAME stands as it is", SetOf("0 GOOD", "21263", "99034.20978316"), 1, "0 GOOD"},
+              {"blanks at line ends", SetOf("GOOD", "21263", "99034.20978316", "  \r\n"), 1},
               {"cut in line 2, before the mean motion", good.substr(0, good.size() - 30), 0},
               {"cut in line 1", good.substr(0, 40), 0},
-              {"eccentricity 1 and more", Set("BAD", "21263", "99034.20978316", "\n", "9999999") + good, 1},
+              {"eccentricity 1 and more", SetOf("BAD", "21263", "99034.20978316", "\n", "9999999") + good, 1},
               {"empty", "", 0}};
   for (const auto& row : rows) {
     Write("a.2li", row.text);
@@ -182,12 +171,12 @@ TEST_F(ElementFiles, GarbageAndMissingFoldersDoNoHarm) {
 TEST_F(ElementFiles, ATimeGetsTheSetNearestToIt) {
   const QString archive = Path("archive");
   fs::create_directory(Place("archive"));
-  Write("a.tle", Set("NOAA 12", "21263", "99034.20978316") + Set("NOAA 12", "21263", "99134.20978316") +
-                     Set("NOAA-12", "21263", "98334.20978316"));
+  Write("a.tle", SetOf("NOAA 12", "21263", "99034.20978316") + SetOf("NOAA 12", "21263", "99134.20978316") +
+                     SetOf("NOAA-12", "21263", "98334.20978316"));
   Write("archive/1998-12.2li",
-        Set("noaa 12 [-]", "21263", "98340.00000000") + Set("NOAA 11", "19531", "98341.00000000"));
-  Write("archive/1999-02.2li", Set("NOAA 12", "21263", "99033.00000000"));
-  Write("archive/undated.2li", Set("NOAA 12", "21263", "99000.00000000"));
+        SetOf("noaa 12 [-]", "21263", "98340.00000000") + SetOf("NOAA 11", "19531", "98341.00000000"));
+  Write("archive/1999-02.2li", SetOf("NOAA 12", "21263", "99033.00000000"));
+  Write("archive/undated.2li", SetOf("NOAA 12", "21263", "99000.00000000"));
   const struct {
     const char* label;
     const char* wanted;
@@ -227,15 +216,16 @@ TEST_F(ElementFiles, ATimeGetsTheSetNearestToIt) {
     Write("archive/index.txt", wrong);
     check();
   }
-  Write("archive/1999-02.2li", Set("NOAA 12", "21263", "99032.00000000") + Set("Y", "2", "99033.00000000"));
+  Write("archive/1999-02.2li",
+        SetOf("NOAA 12", "21263", "99032.00000000") + SetOf("Y", "2", "99033.00000000"));
   EXPECT_EQ(KnownSets(Place(), archive).FindNearest("NOAA 12", orbit::JulianDateOfEpoch(99020))->EpochRaw,
             99032.0);
 }
 
 TEST_F(ElementFiles, WhatCannotBeUsedIsToldAndDoesNotEndTheLoading) {
   const std::string still = "STILL\n1 21264U\n2 21264  98.5313  39.9325 0013250   4.9627 355.1680\n";
-  Write("b.tle", Set("NOAA 12", "21263", "99034.20978316") + Set("STILL", "21264", "98334.20978316") + still +
-                     still + "DEAD\r\n1 00001U\r\n2 00001\r\n");
+  Write("b.tle", SetOf("NOAA 12", "21263", "99034.20978316") + SetOf("STILL", "21264", "98334.20978316") +
+                     still + still + "DEAD\r\n1 00001U\r\n2 00001\r\n");
   fs::create_symlink("nowhere.2li", Place("a.2li"));
   KnownSets known(Place(), {});
   EXPECT_EQ(known.Satellites().Count(), 2) << "an older set does where the newer one has no orbit";

@@ -3,14 +3,30 @@
 #include <QByteArray>
 #include <QByteArrayList>
 #include <QString>
+#include <string>
 #include <vector>
 
 #include "files/read_file.h"
 #include "orbit/element_file.h"
 #include "orbit/omm.h"
 
-/// The demonstration's satellites as element services publish them.
+/// Sets as element services publish them: made for a test, or the demonstration's satellites.
 namespace pelorin::tests {
+
+/// A set of that number and epoch, its checksums right unless an error is added.
+inline std::string SetOf(const std::string& name, const std::string& number, const std::string& epoch,
+                         const std::string& lineEnd = "\r\n", const std::string& eccentricity = "0013250",
+                         int checksumError = 0) {
+  const auto checked = [&](const std::string& line) {
+    int sum = checksumError;
+    for (const char c : line) sum += c == '-' ? 1 : c >= '0' && c <= '9' ? c - '0' : 0;
+    return line + std::to_string(sum % 10) + lineEnd;
+  };
+  return name + lineEnd +
+         checked("1 " + number + "U 91032A   " + epoch + "  .00000272  00000-0  13981-3 0  148") +
+         checked("2 " + number + "  98.5313  39.9325 " + eccentricity +
+                 "   4.9627 355.1680 14.2295046240111");
+}
 
 inline const QString kDemoFile = QStringLiteral(PELORIN_ELEMENTS "/weather-2022-02-22.2li");
 
