@@ -27,13 +27,6 @@ using tests::Outcome;
 /// Runs the program in a folder of its own, with settings of its own.
 class Cli : public tests::FolderTest {
  protected:
-  Outcome Run(const QStringList& arguments) const {
-    return tests::RunProgram(QStringLiteral(PELORIN_CLI), arguments, Folder(),
-                             {{"PELORIN_CONFIG_DIR", Path("config")},
-                              {"PELORIN_DATA_DIR", dataFolder_},
-                              {"LC_ALL", u"de_DE.UTF-8"_s},
-                              {"TZ", u"Europe/Berlin"_s}});
-  }
   /// Words separated by blanks; "_" stands for a blank within one.
   Outcome Run(const std::string& words) const {
     const QString whole =
@@ -42,7 +35,11 @@ class Cli : public tests::FolderTest {
     for (QString& argument : arguments) argument.replace(u'_', u' ');
     arguments.replaceInStrings(u"DEMO"_s, kDemoFile);
     arguments.replaceInStrings(u"HERE"_s, Folder());
-    return Run(arguments);
+    return tests::RunProgram(QStringLiteral(PELORIN_CLI), arguments, Folder(),
+                             {{"PELORIN_CONFIG_DIR", Path("config")},
+                              {"PELORIN_DATA_DIR", dataFolder_},
+                              {"LC_ALL", u"de_DE.UTF-8"_s},
+                              {"TZ", u"Europe/Berlin"_s}});
   }
   void MakeFolder(const char* name) const { QDir().mkpath(Path(name)); }
 

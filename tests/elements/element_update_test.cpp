@@ -147,6 +147,7 @@ TEST_F(ElementUpdateTest, AnswersLeaveAPlausibleNewFileOrTheOldOne) {
   oneDead.replace(oneDead.indexOf("14.2"), 4, "90.0");
   ElementServer::Answer broken = ElementServer::Reply("200 OK", good);
   broken.Bytes.chop(good.size() / 2);
+  const QMap<QString, QByteArray> asBefore{{kLines, Sets(0, 10)}};
   const Row rows[] = {
       Taken("good with CR", QByteArray(good).replace('\n', '\r'), {{kLines, WithCrLf(good)}}),
       Taken("the same again", Sets(0, 10), {{kLines, WithCrLf(Sets(0, 10))}}),
@@ -175,11 +176,7 @@ TEST_F(ElementUpdateTest, AnswersLeaveAPlausibleNewFileOrTheOldOne) {
       CutOff("cut in a line 2", good.chopped(20)),
       Kept("a page", page, pageText),
       {"breaks off", broken, Failed, kRefusal},
-      {.Label = "no answer",
-       .Answer = {{}, Then::Wait},
-       .Outcome = Failed,
-       .Said = u"FORMAT=csv: the server took too long to answer. "_s,
-       .GoesOn = false},
+      {"no answer", {{}, Then::Wait}, Failed, u"FORMAT=csv: the server took too long"_s, asBefore, false},
       Answered("nothing new", "403 Forbidden", "GP data has not updated since your last", AlreadyCurrent),
       Answered("forbidden", "403 Forbidden", page, Failed,
                server.Base() + kWeather + u" answered 403 Forbidden:\r"_s + pageText),
