@@ -110,6 +110,7 @@ TEST_F(Omm, DamagedValuesCostTheirOwnSetOnly) {
     const char* setNumber = "148";
   } rows[] = {{"OBJECT_NAME", "  ", 0, 0},
               {"EPOCH", "", 0, 0},
+              {"EPOCH", "1999-13-03T05:02:05", 0, 1},
               {"EPOCH", "1999-02-29T05:02:05", 0, 1},
               {"EPOCH", "1999-02-03", 0, 1},
               {"EPOCH", "2057-02-03T05:02:05", 0, 1},
