@@ -46,7 +46,6 @@ TEST_F(MapPage, TimeComesFromClockPickersOrFile) {
   Set(u"UpdateInterval"_s, 7);
   TimeZone = app::TimeZone(QTimeZone("Europe/Berlin"));
   Start();
-  EXPECT_EQ(Step()->interval(), 200) << "the first step comes at once";
   Now = orbit::MakeDateTime(2022, 12, 31, 23, 59, 40);
   Fire("TimerStep");
   EXPECT_EQ(State(), "2022 Dec 31 23:59:40 Real-time");
