@@ -14,11 +14,9 @@ void RunElements(const QStringList& list) {
       {ElementsOption(),
        {QStringLiteral("near"), QStringLiteral("YYYYMMDD[HHMMSS]"),
         QStringLiteral("A time (UTC); a day stands for its noon.")},
-       {QStringLiteral("format"), QStringLiteral("csv|json"), QStringLiteral("Default: csv.")}},
+       TableFormatOption()},
       list);
-  const bool json =
-      arguments.Choice(QStringLiteral("format"), {QStringLiteral("csv"), QStringLiteral("json")}) ==
-      QStringLiteral("json");
+  const bool json = arguments.WantsJson();
   const auto known = arguments.ElementSets();
   std::vector<orbit::TSatellite> sets;
   double now = orbit::JulianDateOfDateTime(orbit::NowUTC());

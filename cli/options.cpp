@@ -124,6 +124,11 @@ QString Arguments::Choice(const QString& name, const QStringList& choices) const
   return choice;
 }
 
+bool Arguments::WantsJson() const {
+  const QString json = QStringLiteral("json");
+  return Choice(QStringLiteral("format"), {QStringLiteral("csv"), json}) == json;
+}
+
 app::Station Arguments::Station() const {
   const QString minElevation = QStringLiteral("min-elevation");
   app::StationTexts texts = settings_.Station();
@@ -189,6 +194,10 @@ Option ElementsOption() {
 Option SatelliteOption() {
   return {QStringLiteral("satellite"), QStringLiteral("NAME"),
           QStringLiteral("The satellite's name, as in \"NOAA 19\", or its catalogue number.")};
+}
+
+Option TableFormatOption() {
+  return {QStringLiteral("format"), QStringLiteral("csv|json"), QStringLiteral("Default: csv.")};
 }
 
 Option NewestOption() {

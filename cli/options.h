@@ -64,6 +64,9 @@ class Arguments {
   /// One of `choices`, the first when the option is missing.
   QString Choice(const QString& name, const QStringList& choices) const;
 
+  /// --format json; CSV is the default.
+  bool WantsJson() const;
+
   /// --station LAT,LON,HEIGHT_M and --min-elevation, or the settings' station.
   app::Station Station() const;
   /// --newest, on commands that have it.
@@ -84,6 +87,7 @@ Option StationOption();
 Option ElementsOption();
 Option SatelliteOption();
 Option NewestOption();
+Option TableFormatOption();
 
 /// A date "YYYY-MM-DD". Raises UsageError, as the next do.
 orbit::TDateTime ParseDate(const QString& text);

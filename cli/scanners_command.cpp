@@ -19,11 +19,9 @@ void RunScanners(const QStringList& list) {
           "in a file scanners.json beside the settings."),
       {{QStringLiteral("satellite"), QStringLiteral("NAME"),
         QStringLiteral("Only those of this satellite, by name or catalogue number.")},
-       {QStringLiteral("format"), QStringLiteral("csv|json"), QStringLiteral("Default: csv.")}},
+       TableFormatOption()},
       list);
-  const bool json =
-      arguments.Choice(QStringLiteral("format"), {QStringLiteral("csv"), QStringLiteral("json")}) ==
-      QStringLiteral("json");
+  const bool json = arguments.WantsJson();
   const swath::ScannerTable scanners = KnownScanners();
   Table table(
       {QStringLiteral("scanner"), QStringLiteral("mode"), QStringLiteral("columns"),

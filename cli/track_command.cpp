@@ -61,12 +61,10 @@ void RunTrack(const QStringList& list) {
         QStringLiteral("First moment: YYYY-MM-DDTHH:MM:SS[.fff] in UTC, or a Julian date.")},
        {QStringLiteral("seconds"), QStringLiteral("N"), QStringLiteral("How long. Default: 900.")},
        {QStringLiteral("step"), QStringLiteral("S"), QStringLiteral("Seconds between steps. Default: 10.")},
-       {QStringLiteral("format"), QStringLiteral("csv|json"), QStringLiteral("Default: csv.")},
+       TableFormatOption(),
        NewestOption()},
       list);
-  const bool json =
-      arguments.Choice(QStringLiteral("format"), {QStringLiteral("csv"), QStringLiteral("json")}) ==
-      QStringLiteral("json");
+  const bool json = arguments.WantsJson();
   const QString name = arguments.Required(QStringLiteral("satellite"));
   const double from = ParseMoment(arguments.Required(QStringLiteral("from")));
   const double seconds = arguments.Number(QStringLiteral("seconds"), 900, 0, 366 * orbit::kSecondsPerDay);

@@ -95,11 +95,9 @@ void RunUpdate(const QStringList& list) {
        {QStringLiteral("accept"),
         {},
         QStringLiteral("Take also what has far more or far fewer sets than before.")},
-       {QStringLiteral("format"), QStringLiteral("csv|json"), QStringLiteral("Default: csv.")}},
+       TableFormatOption()},
       list);
-  const bool json =
-      arguments.Choice(QStringLiteral("format"), {QStringLiteral("csv"), QStringLiteral("json")}) ==
-      QStringLiteral("json");
+  const bool json = arguments.WantsJson();
   const QString folder = arguments.Text(QStringLiteral("to"), arguments.Settings().TwoLineDataPath.Value);
   if (!arguments.Has(QStringLiteral("to"))) QDir().mkpath(folder);
   if (!QFileInfo(folder).isDir()) {
