@@ -34,6 +34,8 @@ ElementRenewal::ElementRenewal(session::Session& session, QLabel* line, QObject*
       timerRenewal_(session::Named(new QTimer(this), "TimerRenewal")) {
   session::Handle(timerRenewal_, &QTimer::timeout, this, &ElementRenewal::TimerRenewalTimer);
   session::Handle(line_, &QLabel::linkActivated, this, &ElementRenewal::LinkActivated);
+  session::Handle(&session_, &session::Session::SatellitesReloaded, this,
+                  &ElementRenewal::SatellitesReloaded);
   timerRenewal_->start(kFirstMs);
 }
 
@@ -56,8 +58,17 @@ void ElementRenewal::TimerRenewalTimer() {
   if (renewal == Renewal::ByItself) {
     Start(files);
   } else {
-    Show(OfferText(files, settings.RenewalDays.Value));
+    Offer(files);
   }
+}
+
+void ElementRenewal::SatellitesReloaded() {
+  if (isOffered_) Offer(FilesOfOldSets());
+}
+
+void ElementRenewal::Offer(const QStringList& files) {
+  Show(files.isEmpty() ? QString() : OfferText(files, session_.Settings.RenewalDays.Value));
+  isOffered_ = !files.isEmpty();
 }
 
 void ElementRenewal::LinkActivated(const QString& link) {
@@ -88,6 +99,7 @@ void ElementRenewal::ThreadFinished() {
 }
 
 void ElementRenewal::Show(const QString& text, const QString& tip) {
+  isOffered_ = false;
   line_->setVisible(!text.isEmpty());
   line_->setText(text);
   // What a server said is no markup.

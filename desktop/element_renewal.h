@@ -26,9 +26,13 @@ class ElementRenewal : public QObject {
 
  private:
   void TimerRenewalTimer();
+  /// Somebody else may have renewed what is offered.
+  void SatellitesReloaded();
   void LinkActivated(const QString& link);
   /// Those of satellites in use that are due.
   QStringList FilesOfOldSets() const;
+  /// Asks, or takes back the question where there is nothing to renew.
+  void Offer(const QStringList& files);
   void Start(const QStringList& files);
   void ThreadFinished();
   /// `text` may have links; `tip` is plain.
@@ -37,6 +41,7 @@ class ElementRenewal : public QObject {
   session::Session& session_;
   QLabel* line_;
   QTimer* timerRenewal_;
+  bool isOffered_ = false;           ///< the line asks
   std::unique_ptr<QThread> thread_;  ///< null while nothing is under way
   elements::RenewalReport report_;   ///< the thread's, until it has finished
 };

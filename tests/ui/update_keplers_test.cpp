@@ -241,6 +241,17 @@ TEST_F(UpdateKeplers, OldElementsOfActiveSatellitesAreRenewedAsTheUserWishes) {
     Close();
     EXPECT_EQ(SavedText(u"LastRenewal"_s), row.Line.isNull() ? row.LastDay : u"2022-03-05"_s);
   }
+
+  // Asked, and done by somebody else meanwhile.
+  Set(u"ElementRenewal"_s, 1);
+  Set(u"LastRenewal"_s, QString());
+  files::ReplaceFile(Path(u"bin/weather.2li"_s), old);
+  Start();
+  Fire("TimerRenewal");
+  EXPECT_TRUE(Find("StatusRenewal")->isVisible());
+  files::ReplaceFile(Path(u"bin/weather.2li"_s), QByteArray(old).replace("22053.", "22064."));
+  Form->Shared().ReloadSatellites();
+  EXPECT_FALSE(Find("StatusRenewal")->isVisible());
 }
 
 TEST_F(UpdateKeplers, ASatelliteOfAnotherNameStaysActive) {
