@@ -1,17 +1,8 @@
 #include "tools/countries_file.h"
 
-#include <QtEndian>
+#include "tools/append_value.h"
 
 namespace pelorin::tools {
-namespace {
-
-template <typename T>
-void AppendValue(QByteArray& bytes, T value) {
-  const T stored = qToLittleEndian(value);
-  bytes.append(reinterpret_cast<const char*>(&stored), sizeof stored);
-}
-
-}  // namespace
 
 QByteArray EncodeRecords(const std::vector<CountryRecord>& records) {
   QByteArray bytes;

@@ -3,7 +3,7 @@
 
 BUILD_PACKAGES="g++ cmake ninja-build ccache pkgconf qt6-base-dev libjpeg62-turbo-dev libpng-dev zlib1g-dev nlohmann-json3-dev
   fonts-dejavu-core fonts-liberation2 qt6-tools-dev libqt6sql6-sqlite
-  libnetcdf-dev ferret-datasets gmt-gshhg-low"
+  libnetcdf-dev ferret-datasets gmt-gshhg-low gmt-gshhg-high"
 TEST_PACKAGES="libgtest-dev"
 BENCH_PACKAGES="libbenchmark-dev"
 

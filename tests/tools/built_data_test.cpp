@@ -5,9 +5,12 @@
 #include <QPolygon>
 #include <QString>
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 
 #include "files/read_file.h"
+#include "orbit/scalar_math.h"
+#include "overlay/fine_lines.h"
 #include "overlay/overlay_master.h"
 #include "overlay/palette.h"
 #include "tools/elevation_grid.h"
@@ -91,6 +94,76 @@ TEST(BuiltCountries, NoCutIsSeenAsACoast) {
   }
   const std::uint8_t* last = master.Row(master.Height - 1);
   EXPECT_EQ(std::count(last, last + master.Width, overlay::kBoundary), 0);
+}
+
+/// Minutes of arc from a place to the nearest line of a kind in its tiles; 99 when there is none.
+double NearestLineMin(overlay::LineKind kind, double latitude, double longitude) {
+  static const auto coastlines =
+      overlay::FineLines::Open(QStringLiteral(PELORIN_BUILT_DATA "/Coastlines.dat"));
+  overlay::LineTiles tiles;
+  tiles.AddCircle({latitude, longitude}, 0.1);
+  const double narrow = std::cos(orbit::Radians(latitude));
+  double nearest = 99;
+  for (const overlay::FineLine& line : coastlines->Lines(tiles)) {
+    for (std::size_t i = 1; i < line.Points.size() && line.Kind == kind; ++i) {
+      const auto from = line.Points[i - 1], to = line.Points[i];
+      const double dx = (to.LongitudeDeg - from.LongitudeDeg) * narrow,
+                   dy = to.LatitudeDeg - from.LatitudeDeg;
+      const double x = (longitude - from.LongitudeDeg) * narrow, y = latitude - from.LatitudeDeg;
+      const double part = std::clamp((x * dx + y * dy) / (dx * dx + dy * dy), 0.0, 1.0);
+      nearest = std::min(nearest, 60 * std::hypot(x - part * dx, y - part * dy));
+    }
+  }
+  return nearest;
+}
+
+TEST(BuiltCoastlines, RunWhereCoastsAre) {
+  using enum overlay::LineKind;
+  const struct {
+    const char* label;
+    overlay::LineKind kind;
+    double latitude, longitude, nearest, farthest;  // minutes from the next line
+  } rows[] = {
+      {"Cape of Good Hope", Coast, -34.357, 18.474, 0, 0.4},
+      {"Land's End", Coast, 50.066, -5.715, 0, 0.1},
+      {"Gibraltar, Europa Point", Coast, 36.109, -5.346, 0, 0.1},
+      {"Cabo da Roca", Coast, 38.781, -9.499, 0, 0.1},
+      {"Taveuni at 180°, no cut", Coast, -16.85, 180, 0.5, 10},
+      {"Antarctica on land at 180°", Coast, -86, 180, 99, 99},
+      {"Lake Geneva at Ouchy", Lake, 46.506, 6.627, 0, 0.35},
+      {"in its middle", Lake, 46.45, 6.55, 2, 5},
+      {"Isle Royale's south-west end", Lake, 47.855, -89.23, 0, 1},
+      {"France and Spain at Le Perthus", Border, 42.4635, 2.863, 0, 1},
+      {"Canada and the USA in the plains, on a parallel", Border, 49, -100.3, 0, 0.1},
+  };
+  for (const auto& row : rows) {
+    const double minutes = NearestLineMin(row.kind, row.latitude, row.longitude);
+    EXPECT_TRUE(minutes >= row.nearest && minutes <= row.farthest) << row.label << ": " << minutes;
+  }
+}
+
+TEST(BuiltCoastlines, NoEdgeOfABinOrATileIsDrawn) {
+  overlay::LineTiles all;
+  all.AddBox(-90, -180, 90, 180);
+  // The source's bins are 2°, our tiles 5°. A real coast hits a whole degree twice in a row by chance.
+  double alongEdgesDeg = 0;
+  std::size_t points = 0;
+  const auto onEdge = [](double a, double b) { return a == b && a == std::round(a); };
+  for (const auto& line :
+       overlay::FineLines::Open(QStringLiteral(PELORIN_BUILT_DATA "/Coastlines.dat"))->Lines(all)) {
+    points += line.Points.size();
+    if (line.Kind == overlay::LineKind::Border) continue;  // some do run along whole degrees
+    for (std::size_t i = 1; i < line.Points.size(); ++i) {
+      const auto from = line.Points[i - 1], to = line.Points[i];
+      ASSERT_TRUE(from.LatitudeDeg > -89 && from.LatitudeDeg < 84);
+      if (onEdge(from.LongitudeDeg, to.LongitudeDeg))
+        alongEdgesDeg += std::abs(to.LatitudeDeg - from.LatitudeDeg);
+      if (onEdge(from.LatitudeDeg, to.LatitudeDeg))
+        alongEdgesDeg += std::abs(to.LongitudeDeg - from.LongitudeDeg);
+    }
+  }
+  EXPECT_LT(alongEdgesDeg, 0.2);
+  EXPECT_GT(points, 1'000'000U);
 }
 
 TEST(BuiltTopography, HasTheHeightsOfKnownPlaces) {

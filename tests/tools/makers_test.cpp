@@ -23,6 +23,7 @@ TEST(Makers, RefuseBadInputAndLeaveTheOldFile) {
     const char* reason;  // a part of what is said
   } rows[] = {
       {"make_countries", {garbled, garbled, old}, "garbled: cannot open"},
+      {"make_coastlines", {missing, garbled, old}, "missing: cannot open"},
       {"make_topography", {garbled, old}, "garbled: cannot open"},
       {"make_backdrop", {missing, heights, old, old, old}, "missing"},
       {"make_backdrop", {garbled, heights, old, old, old}, "is damaged"},

@@ -1,0 +1,175 @@
+#include "overlay/fine_lines.h"
+
+#include <gtest/gtest.h>
+
+#include <QTemporaryDir>
+#include <algorithm>
+#include <cmath>
+#include <functional>
+#include <random>
+
+#include "files/atomic_file.h"
+#include "files/read_file.h"
+#include "tools/fine_lines_file.h"
+
+namespace pelorin::tools {
+namespace {
+
+using overlay::FineLine;
+using overlay::FineLines;
+using overlay::LineKind;
+using overlay::LineTile;
+using overlay::LineTiles;
+
+LineTiles AllTiles() {
+  LineTiles tiles;
+  tiles.AddBox(-90, -180, 90, 180);
+  return tiles;
+}
+
+QString Written(const QTemporaryDir& folder, const QByteArray& bytes) {
+  const QString path = folder.filePath(QStringLiteral("Coastlines.dat"));
+  files::ReplaceFile(path, bytes);
+  return path;
+}
+
+std::vector<FineLine> ComeBack(const std::vector<SourceLine>& lines) {
+  const QTemporaryDir folder;
+  return FineLines::Open(Written(folder, EncodeFineLines(lines)))->Lines(AllTiles());
+}
+
+TEST(FineLines, AreCutWhereTheyLeaveATileAndNowhereElse) {
+  const Ring icy{1, {{-10000, -4500}, {-3000, -4600}, {4000, -4550}, {9000, -4700}}, true};
+  const struct {
+    const char* label;
+    Points line;
+    std::vector<Points> pieces;  // tile by tile
+  } rows[] = {
+      {"within a tile", {{10, 20}, {-0.004, 30.123}}, {{{10, 20}, {0, 30.12}}}},
+      {"over a corner of four",
+       {{290, 295}, {310, 305}},
+       {{{290, 295}, {300, 300}}, {{300, 300}, {310, 305}}}},
+      {"out and back",
+       {{290, 10}, {310, 20}, {290, 30}},
+       {{{290, 10}, {300, 15}}, {{300, 25}, {290, 30}}, {{300, 15}, {310, 20}, {300, 25}}}},
+      {"along a side", {{300, 10}, {300, 290}}, {{{300, 10}, {300, 290}}}},
+      {"east over 180°",
+       {{10790, -10}, {10810, -30}},
+       {{{-10800, -20}, {-10790, -30}}, {{10790, -10}, {10800, -20}}}},
+      {"a turn farther", {{21590, 10}, {21610, 10}}, {{{-10, 10}, {0, 10}}, {{0, 10}, {10, 10}}}},
+      {"to the pole", {{70, 5390}, {70, 5400}}, {{{70, 5390}, {70, 5400}}}},
+      {"to a point", {{70, 50}, {70.001, 50}}, {}},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.label);
+    const std::vector<FineLine> lines = ComeBack({{LineKind::Lake, row.line}});
+    ASSERT_EQ(lines.size(), row.pieces.size());
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+      EXPECT_EQ(lines[i].Kind, LineKind::Lake);
+      ASSERT_EQ(lines[i].Points.size(), row.pieces[i].size());
+      for (std::size_t k = 0; k < lines[i].Points.size(); ++k) {
+        EXPECT_NEAR(lines[i].Points[k].LongitudeDeg * 60, row.pieces[i][k].Longitude, 1e-9);
+        EXPECT_NEAR(lines[i].Points[k].LatitudeDeg * 60, row.pieces[i][k].Latitude, 1e-9);
+      }
+    }
+  }
+  // Once round: every tile's width is crossed, nothing runs to the pole.
+  double turnMin = 0, south = 0;
+  for (const FineLine& line : ComeBack({{LineKind::Coast, OutlineOf(icy)}})) {
+    turnMin += 60 * (line.Points.back().LongitudeDeg - line.Points.front().LongitudeDeg);
+    for (const auto& point : line.Points) south = std::min(south, point.LatitudeDeg * 60);
+  }
+  EXPECT_NEAR(turnMin, 21600, 1e-6);
+  EXPECT_NEAR(south, -4700, 1e-6);
+}
+
+TEST(FineLines, DamageIsToldAndHarmless) {
+  const QTemporaryDir folder;
+  EXPECT_FALSE(FineLines::Open(folder.filePath(QStringLiteral("none.dat"))));
+  EXPECT_FALSE(FineLines::Open({}));
+  const QByteArray good = EncodeFineLines({{LineKind::Border, {{0, 0}, {50, 250}, {90, 200}}}});
+  const qsizetype headAndIndex = overlay::kFineHeadBytes + overlay::kFineIndexBytes;
+  const struct {
+    const char* label;
+    std::function<void(QByteArray&)> damage;
+    const char* told;
+  } rows[] = {
+      {"empty", [](QByteArray& b) { b.clear(); }, "Cannot read"},
+      {"short", [](QByteArray& b) { b.truncate(5); }, "no file of coastlines"},
+      {"another file", [](QByteArray& b) { b[0] = 'Q'; }, "no file of coastlines"},
+      {"head alone", [](QByteArray& b) { b.truncate(30); }, "breaks off"},
+      {"of tomorrow", [](QByteArray& b) { b[8] = 2; }, "version 2, not 1"},
+      {"cut", [](QByteArray& b) { b.chop(1); }, "bytes, not"},
+      {"index", [](QByteArray& b) { b[400] = static_cast<char>(b[400] ^ 1); }, "does not fit its tag"},
+      {"tile", [=](QByteArray& b) { b[headAndIndex] = static_cast<char>(b[headAndIndex] ^ 4); },
+       "latitude 0, longitude 0"},
+      {"a tile beyond the end",
+       [=](QByteArray& b) {
+         // The last entry's length; the tag is made to fit.
+         b[headAndIndex - 8] = 127;
+         const auto* index = reinterpret_cast<const std::uint8_t*>(b.constData()) + overlay::kFineHeadBytes;
+         const std::uint32_t tag =
+             overlay::FineSum({index, static_cast<std::size_t>(overlay::kFineIndexBytes)});
+         for (int i = 0; i < 4; ++i) b[12 + i] = static_cast<char>(tag >> 8 * i);
+       },
+       "outside of it"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.label);
+    QByteArray bytes = good;
+    row.damage(bytes);
+    try {
+      const auto lines = FineLines::Open(Written(folder, bytes));
+      ASSERT_TRUE(lines);
+      lines->Lines(AllTiles());
+      ADD_FAILURE() << "nothing was told";
+    } catch (const files::FileError& error) {
+      EXPECT_TRUE(error.Text().contains(QLatin1StringView(row.told))) << error.what();
+    }
+  }
+
+  // What passes the sums by chance is still never read beyond its end, and leads nowhere outside of its tile.
+  const LineTile tile{20, 30};
+  std::mt19937 random(7);
+  std::vector<std::uint8_t> bytes;
+  int decoded = 0;
+  for (int i = 0; i < 20000; ++i) {
+    bytes.resize(random() % 24);
+    for (auto& byte : bytes) byte = static_cast<std::uint8_t>(random() % (i % 2 == 0 ? 256 : 24));
+    std::vector<FineLine> lines;
+    decoded += overlay::DecodeTile(tile, bytes, lines) && !lines.empty();
+    for (const FineLine& line : lines) {
+      ASSERT_GE(line.Points.size(), 2U);
+      for (const auto& point : line.Points) {
+        ASSERT_TRUE(std::abs(point.LatitudeDeg - 12.5) <= 2.5 && std::abs(point.LongitudeDeg + 27.5) <= 2.5);
+      }
+    }
+  }
+  EXPECT_GT(decoded, 10);
+}
+
+TEST(LineTiles, AreThoseThatABoxOrACircleMeets) {
+  const auto count = [](const std::function<void(LineTiles&)>& add) {
+    LineTiles tiles;
+    add(tiles);
+    return tiles.Count();
+  };
+  const struct {
+    const char* label;
+    double south, west, north, east;
+    std::size_t tiles;
+  } rows[] = {{"within one", 1, 1, 2, 2, 1},          {"a corner of four", 4, 4, 6, 6, 4},
+              {"over 180°", 1, 179, 2, -179, 2},      {"the same a turn on", 1, 539, 2, 541, 2},
+              {"touches the next", 1, 1, 5, 2, 2},    {"to the pole", 86, 1, 90, 2, 1},
+              {"the Earth", -90, -180, 90, 180, 2592}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(count([&](auto& t) { t.AddBox(row.south, row.west, row.north, row.east); }), row.tiles)
+        << row.label;
+  }
+  EXPECT_EQ(count([](auto& t) { t.AddCircle({2, 2}, 1); }), 1U);
+  EXPECT_EQ(count([](auto& t) { t.AddCircle({88.9, 2}, 2); }), 72U) << "over the pole";
+  EXPECT_EQ(count([](auto& t) { t.AddCircle({62, 3}, 1.6); }), 3U) << "3.4° of longitude to either side";
+}
+
+}  // namespace
+}  // namespace pelorin::tools
