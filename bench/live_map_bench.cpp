@@ -19,6 +19,7 @@
 #include "files/atomic_file.h"
 #include "overlay/overlay_outputs.h"
 #include "session/qt_prompts.h"
+#include "swath/scanner_match.h"
 
 namespace {
 
@@ -78,10 +79,10 @@ int main(int argc, char** argv) {
     return 1;
   }
   overlay::OverlayRequest request;
-  request.Satellite = *form.Shared().Active().front().Satellite;
+  swath::TakeElements(*form.Shared().Active().front().Satellite, swath::ScannerTable(), request.Picture);
   request.Station = form.Shared().Station.Place;
-  request.Start = kNow;
-  request.SouthBound = false;
+  request.Picture.Start = kNow;
+  request.Picture.Lies.Turned = true;
   request.Overlay = overlay::Marks::All;
   request.PassDetails = true;
   const double bare = MedianMs(runs, [&] {

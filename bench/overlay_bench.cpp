@@ -9,7 +9,9 @@
 #include "overlay/overlay_master.h"
 #include "overlay/overlay_outputs.h"
 #include "overlay/picture_blend.h"
-#include "overlay/scan_line.h"
+#include "overlay/picture_fit.h"
+#include "swath/line_of_sight.h"
+#include "swath/scanner_match.h"
 
 namespace {
 
@@ -37,9 +39,9 @@ struct Pass {
     GenerateMaster(
         kCountries, path, [](const QString&) {}, AnyMemory);
     master = MasterView::Open(path);
-    request.Satellite = Noaa19();
+    swath::TakeElements(Noaa19(), swath::ScannerTable(), request.Picture);
     request.Station = orbit::ObserverFromDegrees(55.905, -3.2, 150);
-    request.Start = orbit::MakeDateTime(2022, 2, 23, 8, 29);
+    request.Picture.Start = orbit::MakeDateTime(2022, 2, 23, 8, 29);
     request.Overlay = Marks::All;
     request.PassDetails = true;
   }
@@ -47,13 +49,12 @@ struct Pass {
 };
 
 void GroundPointsOfOneLine(benchmark::State& state) {
-  const orbit::TSatellite satellite = Noaa19();
-  const swath::GroundTrack track = swath::TrackAt(satellite, satellite.Epoch);
-  const swath::ScanDistances distances =
-      swath::ScanDistancesOf(swath::ScannerFamily::Noaa, track.Below.Altitude);
+  const Pass pass;
+  const swath::Recording& recording = pass.request.Picture;
+  swath::GroundLineFinder finder(recording);
   swath::GroundLine line;
   for (auto _ : state) {
-    swath::FillGroundLine(track, distances, line);
+    finder.Find(recording.Elements->Epoch, line);
     benchmark::DoNotOptimize(line);
   }
 }
@@ -61,46 +62,66 @@ BENCHMARK(GroundPointsOfOneLine)->Unit(benchmark::kMicrosecond);
 
 /// The same with the library's arctangents, point by point: what the line above is measured against.
 void GroundPointsOneByOne(benchmark::State& state) {
-  const orbit::TSatellite satellite = Noaa19();
-  const swath::GroundTrack track = swath::TrackAt(satellite, satellite.Epoch);
-  const swath::ScanDistances distances =
-      swath::ScanDistancesOf(swath::ScannerFamily::Noaa, track.Below.Altitude);
+  const Pass pass;
+  const swath::Recording& recording = pass.request.Picture;
+  const double jd = recording.Elements->Epoch;
+  const swath::ScannerAxes axes =
+      swath::AxesAt(swath::TrackAt(*recording.Elements, jd).Inertial, jd, false, recording.Offsets);
+  const swath::LineShape& shape = recording.SeenBy.Line;
   for (auto _ : state) {
-    for (const double distance : distances) benchmark::DoNotOptimize(swath::PointAcross(track, distance));
+    for (int column = 0; column < shape.Columns; ++column) {
+      benchmark::DoNotOptimize(swath::PointSeen(axes, swath::ColumnAngle(shape, column)));
+    }
   }
 }
 BENCHMARK(GroundPointsOneByOne)->Unit(benchmark::kMicrosecond);
 
 void OneScanLine(benchmark::State& state) {
-  Pass pass;
-  const swath::GroundTrack track = swath::TrackAt(pass.request.Satellite, pass.request.Satellite.Epoch);
-  const swath::ScanDistances distances =
-      swath::ScanDistancesOf(swath::ScannerFamily::Noaa, track.Below.Altitude);
-  const GroundColours colours({&*pass.topography, nullptr}, &*pass.master, Marks::All);
-  const ScanLineWriter writer(colours);
-  swath::GroundLine line;
-  std::vector<std::uint32_t> pixels(kUsualLineWidth);
-  std::vector<std::uint8_t> indices(kUsualLineWidth);
+  const Pass pass;
+  const swath::Recording map = MapOf(pass.request.Picture, 1);
+  LineMaker maker(map, pass.Sources(), Marks::All);
+  const auto width = static_cast<std::size_t>(map.Columns);
+  std::vector<std::uint32_t> pixels(width);
+  std::vector<std::uint8_t> indices(width);
   for (auto _ : state) {
-    swath::FillGroundLine(track, distances, line);
-    writer.Write(line, MinuteMarker::None, true, pixels, indices);
+    maker.Make(map.Elements->Epoch, MinuteMarker::None, true, pixels, indices);
     benchmark::DoNotOptimize(pixels.data());
   }
 }
 BENCHMARK(OneScanLine)->Unit(benchmark::kMicrosecond);
 
-void MapOfFifteenMinutes(benchmark::State& state) {
-  const Pass pass;
+/// Time a ground point is `per_point`.
+void MakeMaps(benchmark::State& state, const Pass& pass) {
   for (auto _ : state) benchmark::DoNotOptimize(GenerateOverlay(pass.request, pass.Sources()));
+  const swath::Recording map = MapOf(pass.request.Picture, pass.request.DurationMinutes);
+  state.counters["per_point"] =
+      benchmark::Counter(static_cast<double>(map.Rows) * map.SeenBy.Line.Columns,
+                         benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
+
+void MapOfFifteenMinutes(benchmark::State& state) { MakeMaps(state, Pass()); }
 BENCHMARK(MapOfFifteenMinutes)->Unit(benchmark::kMillisecond);
+
+/// Over pictures of today's scanners: columns, rows.
+void MapOfPicture(benchmark::State& state) {
+  Pass pass;
+  swath::Recording& picture = pass.request.Picture;
+  const int columns = static_cast<int>(state.range(0));
+  picture.SeenBy = {"even", {columns, 110.6, swath::ScanLaw::EvenAngles}, 6.5};
+  picture.FirstColumn = 0;
+  picture.Columns = columns;
+  picture.Rows = static_cast<int>(state.range(1));
+  pass.request.DurationMinutes = 0;
+  MakeMaps(state, pass);
+}
+BENCHMARK(MapOfPicture)->Args({1568, 5000})->Args({2048, 6000})->Unit(benchmark::kMillisecond);
 
 /// A tick after five seconds: ten lines, some of them moving the full picture on.
 void FlightTick(benchmark::State& state) {
   const Pass pass;
   FlightReplay flight;
-  orbit::TDateTime now = pass.request.Start;
-  flight.Start(pass.request.Satellite, pass.Sources(), Marks::All, true, now, 1200);
+  orbit::TDateTime now = pass.request.Picture.Start;
+  flight.Start(pass.request.Picture, pass.Sources(), Marks::All, now, 1200);
   flight.Tick(now);
   for (auto _ : state) {
     now.Days += 5.0 / 86400;
@@ -113,7 +134,7 @@ void BlendMapAndPicture(benchmark::State& state) {
   const Pass pass;
   const OverlayResult result = GenerateOverlay(pass.request, pass.Sources());
   const QImage picture = result.Map.copy(86, 0, 909, result.Map.height());
-  const MapLayer layer{result.Map, pass.request.SouthBound, result.LinesMade};
+  const MapLayer layer{result.Map, result.Recording, 0, result.LinesMade};
   for (auto _ : state) benchmark::DoNotOptimize(BlendPicture(picture, layer, 50));
 }
 BENCHMARK(BlendMapAndPicture)->Unit(benchmark::kMillisecond);

@@ -1,9 +1,11 @@
 #include <QDir>
 #include <QFileInfo>
 #include <algorithm>
+#include <cmath>
 
 #include "app/time_zone.h"
 #include "cli/commands.h"
+#include "cli/known_scanners.h"
 #include "cli/options.h"
 #include "cli/overlay_sources.h"
 #include "cli/table.h"
@@ -17,11 +19,14 @@
 #include "swath/clock_corrections.h"
 #include "swath/picture_lookup.h"
 #include "swath/picture_of_pass.h"
+#include "swath/scanner_match.h"
 
 namespace pelorin::cli {
 namespace {
 
 using overlay::OverlayRequest;
+
+constexpr int kMostMinutes = 30;
 
 /// The names that a pass string is matched against: those given, else the settings' active satellites, else
 /// all.
@@ -127,43 +132,79 @@ void CorrectClock(const Arguments& arguments, swath::Recording& recording) {
   }
 }
 
-/// Start, length, direction and elements of the pass, however it was named, on the rows of a picture if
-/// there is one. A map of so many rows from a start is as many minutes long as they take.
+/// Sets the attitude that was asked for.
+void TurnAttitude(const Arguments& arguments, swath::Recording& recording) {
+  const struct {
+    QString Option;
+    double& Value;
+  } angles[] = {{QStringLiteral("roll"), recording.Offsets.RollDeg},
+                {QStringLiteral("pitch"), recording.Offsets.PitchDeg},
+                {QStringLiteral("yaw"), recording.Offsets.YawDeg}};
+  for (const auto& [option, value] : angles) {
+    if (!arguments.Has(option)) continue;
+    value = arguments.Number(option, 0, -swath::kMostTurnedDeg, swath::kMostTurnedDeg);
+    recording.OffsetsAreFrom = swath::KnownFrom::User;
+  }
+}
+
+/// Minutes that so many rows take.
+int MinutesOfRows(const swath::Recording& recording) {
+  const double minutes = recording.Rows / (recording.SeenBy.RowsPerSecond * 60);
+  return std::clamp(static_cast<int>(std::ceil(minutes)), 1, kMostMinutes);
+}
+
+/// Start, length, direction, elements and scanner of the pass, however it was named, on the rows of a picture
+/// if there is one. A map of so many rows from a start is as many minutes long as they take.
 OverlayRequest DescribePass(const Arguments& arguments, const app::Station& station, QSize pictureSize) {
   const auto known = arguments.ElementSets();
+  const swath::ScannerTable scanners = KnownScanners();
   const QString direction =
       arguments.Choice(QStringLiteral("direction"),
                        {QStringLiteral("auto"), QStringLiteral("north"), QStringLiteral("south")});
   swath::Recording recording;
   QString satellite;
   int usualMinutes = 15;
-  if (arguments.Has(QStringLiteral("pass"))) {
+  const bool isOfPass = arguments.Has(QStringLiteral("pass"));
+  if (isOfPass) {
     const FoundPass found = FindPass(arguments, *known, station);
     recording = RecordingOfPass(arguments, found.Pass);
     satellite = found.SatelliteNumber;
-    usualMinutes = std::min(found.Pass.PassDurationMinutes, 30);
+    usualMinutes = std::min(found.Pass.PassDurationMinutes, kMostMinutes);
   } else {
     satellite = arguments.Required(QStringLiteral("satellite"));
     const double start = orbit::JulianDateOfDateTime(ParseStart(arguments.Required(QStringLiteral("start"))));
-    const orbit::TSatellite set = FindSet(*known, satellite, start, arguments);
-    recording = RecordingFromStart(arguments, set.Name);
-    if (const int lines = pictureSize.height(); lines > 0) {
-      usualMinutes = std::clamp((lines + set.LinesPerMinute - 1) / set.LinesPerMinute, 1, 30);
-    }
+    recording = RecordingFromStart(arguments, FindSet(*known, satellite, start, arguments).Name);
   }
   CorrectClock(arguments, recording);
   recording.Rows = pictureSize.height();
   recording.Columns = pictureSize.width();
-  OverlayRequest request = overlay::RequestFor(recording);
-  request.Station = station.Place;
-  request.DurationMinutes = arguments.Whole(QStringLiteral("minutes"), usualMinutes, 1, 30);
-  const orbit::TDateTime middle{request.Start.Days + request.DurationMinutes / 2.0 / orbit::kMinutesPerDay};
-  request.Satellite = ChooseSet(*known, satellite, orbit::JulianDateOfDateTime(middle), arguments);
-  if (direction != QStringLiteral("auto")) {
-    request.SouthBound = direction == QStringLiteral("south");
-  } else if (!arguments.Has(QStringLiteral("pass"))) {
-    request.SouthBound = overlay::IsSouthBoundAt(request.Satellite, middle);
+  const auto takeSet = [&](const orbit::TSatellite& set) {
+    const swath::ScannerMatch match = swath::TakeElements(set, scanners, recording);
+    if (!match.Problem.isEmpty()) throw Failure(match.Problem);
+    return match.Note;
+  };
+  const auto middle = [&](int minutes) {
+    return orbit::TDateTime{recording.FirstLine().Days + minutes / 2.0 / orbit::kMinutesPerDay};
+  };
+  if (!isOfPass && recording.Rows > 0) {
+    takeSet(FindSet(*known, satellite, orbit::JulianDateOfDateTime(middle(usualMinutes)), arguments));
+    usualMinutes = MinutesOfRows(recording);
   }
+  OverlayRequest request;
+  request.Station = station.Place;
+  const int minutes = arguments.Whole(QStringLiteral("minutes"), usualMinutes, 1, kMostMinutes);
+  request.DurationMinutes = minutes;
+  const QString note =
+      takeSet(ChooseSet(*known, satellite, orbit::JulianDateOfDateTime(middle(minutes)), arguments));
+  if (!note.isEmpty()) Say(note);
+  TurnAttitude(arguments, recording);
+  if (direction != QStringLiteral("auto")) {
+    recording.SouthBound = direction == QStringLiteral("south");
+  } else if (!isOfPass) {
+    recording.SouthBound = overlay::IsSouthBoundAt(*recording.Elements, middle(minutes));
+  }
+  recording.Lies.Turned = !recording.SouthBound;
+  request.Picture = recording;
   return request;
 }
 
@@ -232,6 +273,12 @@ void RunOverlay(const QStringList& list) {
             "Length of the map, 1 to 30. Default: as long as the pass, the rows or the picture, else 15.")},
        {QStringLiteral("direction"), QStringLiteral("auto|north|south"),
         QStringLiteral("North-bound maps are turned by 180 degrees. Default: auto, as the satellite moves.")},
+       {QStringLiteral("roll"), QStringLiteral("DEG"),
+        QStringLiteral(
+            "The line moved to the left of the flight, -10 to 10. Default, as for the next two: the "
+            "spacecraft's, as \"pelorin-cli scanners\" lists them.")},
+       {QStringLiteral("pitch"), QStringLiteral("DEG"), QStringLiteral("The line moved forward.")},
+       {QStringLiteral("yaw"), QStringLiteral("DEG"), QStringLiteral("The line's left end turned forward.")},
        StationOption(),
        {QStringLiteral("min-elevation"), QStringLiteral("DEG"),
         QStringLiteral("With --pass: elevation from which a satellite counts as risen, 0 to 10.")},
@@ -279,8 +326,9 @@ void RunOverlay(const QStringList& list) {
   Say(QStringLiteral("Map: %1 lines of %2, %3-bound, from %4 UTC.")
           .arg(result.LinesMade)
           .arg(result.Map.height())
-          .arg(request.SouthBound ? QStringLiteral("south") : QStringLiteral("north"),
-               QString::fromStdString(orbit::FormatDateTime("yyyy mmm dd, hh:nn:ss", request.Start))));
+          .arg(request.Picture.SouthBound ? QStringLiteral("south") : QStringLiteral("north"),
+               QString::fromStdString(
+                   orbit::FormatDateTime("yyyy mmm dd, hh:nn:ss", request.Picture.FirstLine()))));
   const QStringList written = overlay::WriteOverlayOutputs(result, request.PassDetails, results);
   for (const QString& path : written) PrintOut(path + QLatin1Char('\n'));
   TellOfOlderFiles(results, written);

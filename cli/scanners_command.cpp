@@ -4,11 +4,6 @@
 #include "cli/table.h"
 
 namespace pelorin::cli {
-namespace {
-
-std::string LawName(swath::ScanLaw law) { return law == swath::ScanLaw::Zones ? "zones" : "even"; }
-
-}  // namespace
 
 void RunScanners(const QStringList& list) {
   const Arguments arguments(
@@ -35,7 +30,8 @@ void RunScanners(const QStringList& list) {
     for (const double frequency : carrier.FrequenciesMHz)
       frequencies.append(QString::number(frequency, 'f', 4));
     table.Add({scanner.Name, scanner.Mode, scanner.Line.Columns,
-               Cell(carrier.AngleDeg.value_or(scanner.Line.AngleDeg), 2), LawName(scanner.Line.Law),
+               Cell(carrier.AngleDeg.value_or(scanner.Line.AngleDeg), 2),
+               std::string(swath::NameOf(carrier.Law.value_or(scanner.Line.Law))),
                Cell(scanner.RowsPerSecond, 3), Cell::Flag(scanner.YawSteering),
                carrier.Names.empty() ? std::string() : carrier.Names.front(), carrier.CatalogueNumber,
                frequencies.join(u' '), Cell(carrier.Offsets.RollDeg, 3), Cell(carrier.Offsets.PitchDeg, 3),

@@ -81,8 +81,9 @@ void TFormMain::FormCreate() {
   OpenMaster(session, ground_, programFolder_, tellStatus);
   ui_.MenuShowOverlay->setVisible(ground_.Sources.HasMaster());
   ui_.MenuOverlayLinesOnly->setVisible(ground_.Sources.HasMaster());
-  TabSheetGroundPath->SetSources(ground_.Sources.Borrowed());
-  TabSheetFlight->SetSources(ground_.Sources.Borrowed());
+  ground_.Scanners = LoadScanners(session, programFolder_);
+  TabSheetGroundPath->SetSources(ground_.Sources.Borrowed(), ground_.Scanners);
+  TabSheetFlight->SetSources(ground_.Sources.Borrowed(), ground_.Scanners);
 
   TabSheetSetup->Passes().StartFirstList();
   RestoreWindow();

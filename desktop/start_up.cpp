@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "app/program_paths.h"
+#include "app/scanner_files.h"
 #include "files/atomic_file.h"
 #include "files/read_file.h"
 #include "orbit/element_file.h"
@@ -59,6 +60,19 @@ void LoadSetAgeing(session::Session& session, const QString& programFolder) {
     session.Ageing =
         elements::LoadSetAgeing(app::FindDataFile(QStringLiteral("set-ageing.json"), programFolder));
   });
+}
+
+swath::ScannerTable LoadScanners(session::Session& session, const QString& programFolder) {
+  std::vector<std::string> problems;
+  swath::ScannerTable scanners = swath::LoadScannerTables(app::ScannerFiles(programFolder), problems);
+  QStringList lines;
+  for (const std::string& problem : problems) lines.append(QString::fromStdString(problem));
+  if (!lines.isEmpty()) {
+    session.Boxes.Message(QStringLiteral("A table of scanners cannot be used as it is; the rest of it counts."
+                                         "\n\n%1")
+                              .arg(lines.mid(0, 10).join(u'\n')));
+  }
+  return scanners;
 }
 
 void OfferDemonstrationElements(session::Session& session, const QString& programFolder,

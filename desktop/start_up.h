@@ -7,6 +7,7 @@
 #include "map/backdrop.h"
 #include "overlay/map_sources.h"
 #include "session/session.h"
+#include "swath/scanner_table.h"
 
 /// The steps of start-up that are more than a line, in their order. What goes wrong in one is told to the
 /// user and does not keep the next from being taken.
@@ -20,6 +21,7 @@ struct GroundData {
   QString TopographyFile;  ///< empty when there is none
   map::Backdrop Backdrop;
   overlay::MapSources Sources;
+  swath::ScannerTable Scanners;
 };
 
 /// Makes the default folders for elements and results that the settings still name and that are missing.
@@ -32,6 +34,9 @@ void LoadSatelliteData(session::Session& session, const TellStatus& tellStatus);
 
 /// Reads what is known of the ageing of element sets.
 void LoadSetAgeing(session::Session& session, const QString& programFolder);
+
+/// Reads what scanners there are; what is wrong with a table is told.
+swath::ScannerTable LoadScanners(session::Session& session, const QString& programFolder);
 
 /// On the first start, when there is no satellite yet: offers to copy the shipped element sets into the
 /// element folder, and reads them.

@@ -56,6 +56,8 @@ double JulianDateOfDateTime(TDateTime moment) {
          FractionOfDay(f.Hour, f.Minute, f.Second, f.Millisecond / 10);
 }
 
+double JulianDateOfMoment(TDateTime moment) { return moment.Days + kJulianDateOfDayZero; }
+
 TDateTime DateTimeOfJulianDate(double jd) { return {jd - kJulianDateOfDayZero}; }
 
 std::string JulianDateToString(double jd, int places) {

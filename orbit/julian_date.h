@@ -28,6 +28,9 @@ double FractionOfDay(int hour, int minute, int second, int hundredths);
 /// Julian date of a moment, to the hundredth of a second (what is beyond is cut).
 double JulianDateOfDateTime(TDateTime moment);
 
+/// Julian date of a moment, as exactly as a double resolves it.
+double JulianDateOfMoment(TDateTime moment);
+
 TDateTime DateTimeOfJulianDate(double jd);
 
 // Of the described interface; the program itself writes moments by FormatDateTime.

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "orbit/julian_date.h"
-#include "overlay/scan_line_layout.h"
+#include "overlay/picture_fit.h"
 
 namespace pelorin::overlay {
 namespace {
@@ -15,19 +15,21 @@ double SecondOfMinute(double jd) { return std::fmod(std::round(jd * orbit::kSeco
 
 }  // namespace
 
-void FlightReplay::Start(const orbit::TSatellite& satellite, const OverlaySources& sources, Marks marks,
-                         bool southBound, orbit::TDateTime now, int height) {
+void FlightReplay::Start(const swath::Recording& recording, const OverlaySources& sources, Marks marks,
+                         orbit::TDateTime now, int height) {
   Stop();
-  auto maker = std::make_unique<LineMaker>(satellite, sources, marks);
+  const swath::Recording map = MapOf(recording, 1);
+  auto maker = std::make_unique<LineMaker>(map, sources, marks);
   const double startJd = orbit::JulianDateOfDateTime(now) - kSecondsAtOnce / orbit::kSecondsPerDay;
-  FlightImage picture(kUsualLineWidth, height, southBound);
-  indices_.assign(kUsualLineWidth, 0);
+  const auto width = static_cast<std::size_t>(map.Columns);
+  FlightImage picture(map.Columns, height, map.SouthBound);
+  indices_.assign(width, 0);
   // Elements without a position are found before anything of the last flight is given up.
-  std::vector<std::uint32_t> trial(kUsualLineWidth);
+  std::vector<std::uint32_t> trial(width);
   maker->Make(startJd, MinuteMarker::None, false, trial, indices_);
   maker_ = std::move(maker);
   picture_ = std::move(picture);
-  linesPerMinute_ = satellite.LinesPerMinute;
+  rowsPerSecond_ = map.SeenBy.RowsPerSecond;
   startJd_ = startJd;
   next_ = 0;
   lines_ = 0;
@@ -41,7 +43,7 @@ int FlightReplay::Tick(orbit::TDateTime now, bool held) {
   const bool wasRunning = isRunning_;
   if (isStopRequested_) Stop();
   if (!wasRunning || held) return 0;
-  const double linesPerDay = linesPerMinute_ * orbit::kMinutesPerDay;
+  const double linesPerDay = rowsPerSecond_ * orbit::kSecondsPerDay;
   // A hundredth of a line is far below what a Julian date resolves; without it a line due just now may wait.
   const auto due =
       static_cast<long long>(std::floor((orbit::JulianDateOfDateTime(now) - startJd_) * linesPerDay + 0.01));

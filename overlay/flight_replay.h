@@ -19,9 +19,9 @@ class FlightReplay {
   /// begins just now is sent, too. At 120 lines a minute these are 21.
   static constexpr int kSecondsAtOnce = 10;
 
-  /// Ends a running flight. `height` is that of the picture. Raises OverlayError when the elements give no
-  /// position; the picture of before stays.
-  void Start(const orbit::TSatellite& satellite, const OverlaySources& sources, Marks marks, bool southBound,
+  /// Ends a running flight. Of the recording its elements, scanner and direction count. `height` is that of
+  /// the picture. Raises OverlayError when the elements give no position; the picture of before stays.
+  void Start(const swath::Recording& recording, const OverlaySources& sources, Marks marks,
              orbit::TDateTime now, int height);
 
   bool Running() const { return isRunning_; }
@@ -54,7 +54,7 @@ class FlightReplay {
   std::vector<std::uint8_t> indices_;  ///< of one line; nobody wants them
   bool isRunning_ = false, isStopRequested_ = false;
   double startJd_ = 0;
-  int linesPerMinute_ = 120;
+  double rowsPerSecond_ = 2;
   long long next_ = 0;  ///< number of the next line, counted from `startJd_`
   int lines_ = 0;
 };

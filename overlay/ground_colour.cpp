@@ -47,11 +47,10 @@ std::uint32_t GroundColours::BaseColour(int southMin, int eastMin, BaseRow& row)
   return row.pixels[scaled(base_.width(), swath::MinutesFromDateLine(eastMin), swath::kMinutesOfTurn)];
 }
 
-void GroundColours::ColourLine(const swath::GroundLine& line,
-                               std::span<std::uint32_t, swath::kScanPositions> colours,
-                               std::span<std::uint8_t, swath::kScanPositions> indices) const {
+void GroundColours::ColourLine(const swath::GroundLine& line, std::span<std::uint32_t> colours,
+                               std::span<std::uint8_t> indices) const {
   BaseRow row;
-  for (std::size_t i = 0; i < swath::kScanPositions; ++i) {
+  for (std::size_t i = 0; i < colours.size(); ++i) {
     const int southMin = line.SouthMin[i], eastMin = line.EastMin[i];
     std::uint8_t index = kBackground;
     if (master_) {

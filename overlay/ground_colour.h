@@ -6,7 +6,7 @@
 
 #include "overlay/master_view.h"
 #include "overlay/topography.h"
-#include "swath/ground_track.h"
+#include "swath/ground_line.h"
 
 /// From ground points to colours.
 namespace pelorin::overlay {
@@ -37,9 +37,10 @@ class GroundColours {
 
   void SetMarks(Marks marks) { marks_ = master_ ? marks : Marks::None; }
 
-  /// One line of points, to colours (0xFFRRGGBB) and master indices, in the order of `line`.
-  void ColourLine(const swath::GroundLine& line, std::span<std::uint32_t, swath::kScanPositions> colours,
-                  std::span<std::uint8_t, swath::kScanPositions> indices) const;
+  /// One line of points, to colours (0xFFRRGGBB) and master indices, in the order of `line` and of its
+  /// length.
+  void ColourLine(const swath::GroundLine& line, std::span<std::uint32_t> colours,
+                  std::span<std::uint8_t> indices) const;
 
  private:
   /// The base image's pixels of one row; kept while points stay in the row.

@@ -1,13 +1,13 @@
 #pragma once
 
-#include <cmath>
 #include <cstdint>
 #include <span>
 #include <stdexcept>
 
-#include "orbit/satellite.h"
 #include "overlay/ground_colour.h"
 #include "overlay/scan_line.h"
+#include "swath/ground_line.h"
+#include "swath/recording.h"
 
 /// Single lines of a pass, as maps and flights are made of them.
 namespace pelorin::overlay {
@@ -24,11 +24,12 @@ struct OverlaySources {
   const MasterView* Master = nullptr;
 };
 
-/// Makes the lines of one satellite.
+/// Makes the lines of one recording.
 class LineMaker {
  public:
-  /// Raises OverlayError when the elements describe no orbit.
-  LineMaker(const orbit::TSatellite& satellite, const OverlaySources& sources, Marks marks);
+  /// The recording must have its elements and its scanner. Raises OverlayError when the elements describe no
+  /// orbit.
+  LineMaker(const swath::Recording& recording, const OverlaySources& sources, Marks marks);
   LineMaker(const LineMaker&) = delete;
   LineMaker& operator=(const LineMaker&) = delete;
 
@@ -37,20 +38,16 @@ class LineMaker {
 
   /// The line for a moment; see ScanLineWriter. Returns where the satellite is; it stays as it is until the
   /// next line. Raises OverlayError when the elements give no place above the Earth.
-  const swath::GroundTrack& Make(double julianDate, MinuteMarker marker, bool turned,
+  const swath::GroundTrack& Make(double julianDate, MinuteMarker marker, bool runsLeft,
                                  std::span<std::uint32_t> pixels, std::span<std::uint8_t> indices);
 
  private:
-  void FollowHeight(double heightKm);
-
-  orbit::TSatellite satellite_;  ///< its own: the list may be loaded anew while a flight runs
-  swath::ScannerFamily family_;
+  std::string satellite_;
+  swath::GroundLineFinder finder_;
   GroundColours colours_;
-  ScanLineWriter writer_{colours_};
+  ScanLineWriter writer_;
   swath::GroundTrack track_{};
   swath::GroundLine ground_{};
-  swath::ScanDistances distances_{};
-  double distancesFor_ = std::nan("");  ///< the height, km
 };
 
 }  // namespace pelorin::overlay

@@ -10,7 +10,6 @@
 #include "orbit/observer.h"
 #include "orbit/satellite.h"
 #include "overlay/line_maker.h"
-#include "overlay/scan_line_layout.h"
 #include "picture/indexed_bitmap.h"
 #include "swath/recording.h"
 
@@ -19,27 +18,22 @@ namespace pelorin::overlay {
 
 /// Everything that decides what a map looks like.
 struct OverlayRequest {
-  orbit::TSatellite Satellite;
+  /// What the map lies on; elements and scanner must be known. Without a size the map is as high as the pass
+  /// has lines.
+  swath::Recording Picture;
   orbit::Observer Station;
-  orbit::TDateTime Start;       ///< UTC time of the first line
-  int DurationMinutes = 15;     ///< 1 … 30
-  bool SouthBound = true;       ///< false: the map is turned by 180°, as a received north-bound picture is
-  int LineLimit = 0;            ///< rows of the map; 0 for as many as the pass has lines
-  int Width = kUsualLineWidth;  ///< pixels of a line; less than a line's frame needs is not possible
-  Marks Overlay = Marks::None;  ///< what of the master is drawn over the ground
-  bool PassDetails = false;     ///< collect the pass data and the text lines
+  double DurationMinutes = 15;              ///< later lines are left black; 0 for no such end
+  Marks Overlay = Marks::None;              ///< what of the master is drawn over the ground
+  bool PassDetails = false;                 ///< collect the pass data and the text lines
   std::array<std::uint8_t, 3> TextItems{};  ///< TextItem bits of the three text lines
 };
 
-/// The map that lies on a recording, of its size where it has one. Satellite, station, length and what is
-/// drawn are left to the caller.
-OverlayRequest RequestFor(const swath::Recording& recording);
-
 struct OverlayResult {
-  QImage Map;                   ///< Format_RGB32, Width × line limit; rows without a line are black
+  swath::Recording Recording;   ///< of the map; see MapOf
+  QImage Map;                   ///< Format_RGB32, of its size; rows without a line are black
   picture::IndexedImage Index;  ///< the same as indices; a single row when there is no master
   picture::ColourTable IndexColours{};
-  int LinesMade = 0;
+  int LinesMade = 0;        ///< lost lines between them included
   QStringList PassData;     ///< per line: time, latitude and longitude of the sub-satellite point in degrees
   QStringList TextLines;    ///< the three text lines, when details are wanted
   double ElevationDeg = 0;  ///< elevation in the middle of the pass, for the text lines; 0 if none is seen
@@ -57,14 +51,14 @@ struct LineProgress {
 /// Answers false to stop; what was made so far is the result.
 using AfterLine = std::function<bool(const LineProgress&)>;
 
-/// Lines that a pass of whole minutes has.
-int LinesOfPass(int linesPerMinute, int minutes);
+/// How long the map of a request is, from its first line on.
+double MinutesToMake(const OverlayRequest& request);
 
 /// Whether a satellite moves south at a moment.
 bool IsSouthBoundAt(const orbit::TSatellite& satellite, orbit::TDateTime moment);
 
 /// Makes the map, at lowered priority. Raises OverlayError when the elements give no position for a line.
-OverlayResult GenerateOverlay(OverlayRequest request, const OverlaySources& sources,
+OverlayResult GenerateOverlay(const OverlayRequest& request, const OverlaySources& sources,
                               const AfterLine& afterLine = {});
 
 }  // namespace pelorin::overlay

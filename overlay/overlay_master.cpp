@@ -6,7 +6,7 @@
 
 #include "overlay/indexed_raster.h"
 #include "overlay/palette.h"
-#include "swath/ground_track.h"
+#include "swath/ground_line.h"
 
 namespace pelorin::overlay {
 

@@ -3,9 +3,6 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "overlay/scan_line_layout.h"
-#include "swath/recording.h"
-
 namespace pelorin::overlay {
 namespace {
 
@@ -19,23 +16,23 @@ QRgb Mixed(QRgb below, QRgb above, std::uint32_t share) {
 
 }  // namespace
 
-int MapColumnAtPictureLeft(int pictureWidth, int mapWidth, bool southBound) {
-  if (pictureWidth >= kImageEnd) return southBound ? 0 : mapWidth - pictureWidth;
-  return southBound ? kImageBegin : mapWidth - kImageEnd;
+int MapColumnAtPictureLeft(const MapLayer& layer, int pictureWidth) {
+  const int later = layer.Recording.FirstColumn - layer.FirstColumnOfPicture;
+  return layer.Recording.RunsLeft() ? layer.Map.width() - pictureWidth - later : later;
 }
 
-int MapRowAtPictureTop(int pictureHeight, int mapHeight, bool southBound) {
-  return swath::RowOfLine(0, mapHeight, southBound) - swath::RowOfLine(0, pictureHeight, southBound);
+int MapRowAtPictureTop(const MapLayer& layer, int pictureHeight) {
+  return layer.Recording.Lies.Turned ? layer.Map.height() - pictureHeight : 0;
 }
 
 QImage BlendRows(const QImage& picture, const MapLayer& layer, int opacityPercent, int first, int end) {
   QImage blend = picture.copy(0, first, picture.width(), end - first);
   const auto share = static_cast<std::uint32_t>(std::clamp(opacityPercent, 0, 100) * 256 / 100);
-  const int shift = MapColumnAtPictureLeft(picture.width(), layer.Map.width(), layer.SouthBound);
+  const int shift = MapColumnAtPictureLeft(layer, picture.width());
   const int firstColumn = std::max(0, -shift);
   const int endColumn = std::min(picture.width(), layer.Map.width() - shift);
-  const int down = MapRowAtPictureTop(picture.height(), layer.Map.height(), layer.SouthBound);
-  const int firstMade = (layer.SouthBound ? 0 : layer.Map.height() - layer.LinesMade) - down;
+  const int down = MapRowAtPictureTop(layer, picture.height());
+  const int firstMade = (layer.Recording.Lies.Turned ? layer.Map.height() - layer.LinesMade : 0) - down;
   const int endMade = std::min(end, firstMade + layer.LinesMade);
   for (int y = std::max(first, firstMade); y < endMade; ++y) {
     auto* row = reinterpret_cast<QRgb*>(blend.scanLine(y - first));

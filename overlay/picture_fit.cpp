@@ -4,7 +4,7 @@
 #include <cmath>
 #include <cstdint>
 
-#include "overlay/scan_line_layout.h"
+#include "swath/apt_line.h"
 
 namespace pelorin::overlay {
 
@@ -14,9 +14,17 @@ PaneBoxes BoxesSideBySide(QSize area) {
   return {{0, 0, width, area.height()}, {width + kPaneGap, 0, width, area.height()}};
 }
 
-int MapWidthFor(int pictureWidth) {
+swath::Recording MapOf(const swath::Recording& picture, double minutes) {
   constexpr int mostChannels = 4;
-  return std::clamp(pictureWidth, kUsualLineWidth, mostChannels * kUsualLineWidth);
+  swath::Recording map = picture;
+  if (map.Rows == 0) map.Rows = map.LinesOf(minutes);
+  if (map.SeenBy.Line.Law == swath::ScanLaw::EvenAngles) {
+    map.Columns = map.SeenBy.Line.Columns;
+  } else {
+    map.Columns = std::clamp(picture.Columns, swath::kUsualLineWidth, mostChannels * swath::kUsualLineWidth);
+    map.FirstColumn = swath::kImageBegin;
+  }
+  return map;
 }
 
 int FittedMapHeight(QSize map, int width) {

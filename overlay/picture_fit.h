@@ -3,6 +3,8 @@
 #include <QRect>
 #include <QSize>
 
+#include "swath/recording.h"
+
 /// Sizes of map and picture on the page, in pixels.
 namespace pelorin::overlay {
 
@@ -15,9 +17,10 @@ struct PaneBoxes {
 };
 PaneBoxes BoxesSideBySide(QSize area);
 
-/// Width of the map for a picture: that of its lines, but neither less than a line nor, since what follows a
-/// line's frame is filler, much more.
-int MapWidthFor(int pictureWidth);
+/// The map that is made for a picture, `minutes` long where there is no picture to be as high as. It is of
+/// the picture's size; but maps of the old picture format have their frame: they are neither narrower than a
+/// channel's line nor, since what follows the frame is filler, much wider.
+swath::Recording MapOf(const swath::Recording& picture, double minutes);
 
 /// Height of a bitmap, not empty, shown at a width with its own proportions.
 int FittedMapHeight(QSize map, int width);

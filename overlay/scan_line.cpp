@@ -3,9 +3,16 @@
 #include <algorithm>
 
 #include "overlay/palette.h"
-#include "overlay/scan_line_layout.h"
+#include "swath/apt_line.h"
 
 namespace pelorin::overlay {
+
+using swath::kFirstPulse;
+using swath::kLastPulse;
+using swath::kPulsePeriod;
+using swath::kSpaceEnd;
+using swath::kSyncEnd;
+
 namespace {
 
 constexpr std::uint32_t kOpaqueBlack = 0xFF000000, kOpaqueWhite = 0xFFFFFFFF, kOpaqueGrey = 0xFF808080;
@@ -18,8 +25,8 @@ MinuteMarker MarkerAt(double secondsOfMinute) {
                                : MinuteMarker::None;
 }
 
-void ScanLineWriter::Write(const swath::GroundLine& ground, MinuteMarker marker, bool turned,
-                           std::span<std::uint32_t> pixels, std::span<std::uint8_t> indices) const {
+void ScanLineWriter::WriteFrame(MinuteMarker marker, std::size_t imageEnd, std::span<std::uint32_t> pixels,
+                                std::span<std::uint8_t> indices) {
   std::fill_n(pixels.begin(), kSyncEnd, kOpaqueBlack);
   std::fill_n(indices.begin(), kSyncEnd, kBlack);
   for (int pulse = kFirstPulse; pulse <= kLastPulse; pulse += kPulsePeriod) {
@@ -34,15 +41,18 @@ void ScanLineWriter::Write(const swath::GroundLine& ground, MinuteMarker marker,
                                                                   : kGrey;
   std::fill(pixels.begin() + kSyncEnd, pixels.begin() + kSpaceEnd, space);
   std::fill(indices.begin() + kSyncEnd, indices.begin() + kSpaceEnd, spaceIndex);
+  std::ranges::fill(pixels.subspan(imageEnd), space);
+  std::ranges::fill(indices.subspan(imageEnd), kGrey);
+}
 
-  colours_.ColourLine(ground, pixels.subspan<kImageBegin, swath::kScanPositions>(),
-                      indices.subspan<kImageBegin, swath::kScanPositions>());
-
-  std::fill(pixels.begin() + kImageEnd, pixels.end(), space);
-  std::fill(indices.begin() + kImageEnd, indices.end(), kGrey);
-  if (turned) {
-    std::reverse(pixels.begin(), pixels.end());
-    std::reverse(indices.begin(), indices.end());
+void ScanLineWriter::Write(const swath::GroundLine& ground, MinuteMarker marker, bool runsLeft,
+                           std::span<std::uint32_t> pixels, std::span<std::uint8_t> indices) const {
+  const std::size_t columns = ground.SouthMin.size();
+  if (firstColumn_ >= kSpaceEnd) WriteFrame(marker, firstColumn_ + columns, pixels, indices);
+  colours_.ColourLine(ground, pixels.subspan(firstColumn_, columns), indices.subspan(firstColumn_, columns));
+  if (runsLeft) {
+    std::ranges::reverse(pixels);
+    std::ranges::reverse(indices);
   }
 }
 

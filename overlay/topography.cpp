@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "swath/ground_track.h"
+#include "swath/ground_line.h"
 
 namespace pelorin::overlay {
 namespace {

@@ -1,13 +1,10 @@
 #pragma once
 
-#include <array>
-#include <cstdint>
-
 #include "orbit/observer.h"
 #include "orbit/propagation.h"
 #include "swath/scanner_geometry.h"
 
-/// The ground below one scan line.
+/// Where a satellite is, and the ground beside it.
 namespace pelorin::swath {
 
 /// A satellite at one moment as a scan line needs it: in axes that turn with the Earth (x through Greenwich),
@@ -30,22 +27,5 @@ struct GroundPoint {
 /// it). Flattened Earth, the latitude is the geodetic one; Bowring's (1976) closed form, exact to a
 /// millimetre at satellite heights.
 GroundPoint PointAcross(const GroundTrack& track, double scanKm);
-
-inline constexpr int kMinutesOfTurn = 21600;
-
-/// Minutes east of 180° W, where world images begin, of minutes east of Greenwich; both 0 … 21599.
-constexpr int MinutesFromDateLine(int eastMin) {
-  constexpr int half = kMinutesOfTurn / 2;
-  return eastMin >= half ? eastMin - half : eastMin + half;
-}
-
-/// A whole line in minutes of arc, by ScanIndex: minutes south of the north pole, 0 … 10800,
-/// and minutes east of Greenwich, 0 … 21599, both to the nearest.
-struct GroundLine {
-  std::array<std::int32_t, kScanPositions> SouthMin, EastMin;
-};
-
-/// PointAcross for every position of a line at once, fit for millions of points a second.
-void FillGroundLine(const GroundTrack& track, const ScanDistances& distances, GroundLine& line);
 
 }  // namespace pelorin::swath

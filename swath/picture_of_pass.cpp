@@ -57,6 +57,7 @@ void PictureOfPass::Show(int columns, int rows) {
 Recording PictureOfPass::ForMap(bool southBound) const {
   Recording recording = recording_;
   recording.SouthBound = southBound;
+  recording.Lies.Turned = !southBound;
   if (Shows(recording)) {
     recording.Rows = shown_->Rows;
     recording.Columns = shown_->Columns;

@@ -1,8 +1,66 @@
 #include "swath/recording.h"
 
+#include <algorithm>
 #include <cmath>
 
+#include "orbit/model_constants.h"
+
 namespace pelorin::swath {
+namespace {
+
+/// Neighbouring lines are seen at most so many line times apart; what is longer is a gap between them.
+constexpr double kGapLines = 1.5;
+
+}  // namespace
+
+double Recording::SecondsOfLine(int line) const {
+  if (!LineTimesS) return line / SeenBy.RowsPerSecond;
+  return line >= 0 && line < static_cast<int>(LineTimesS->size())
+             ? (*LineTimesS)[static_cast<std::size_t>(line)]
+             : std::nan("");
+}
+
+std::optional<double> Recording::LineAtSecond(double seconds) const {
+  if (!LineTimesS) return seconds * SeenBy.RowsPerSecond;
+  // Lost lines have no place in the order: the next one that was seen stands for them.
+  const std::vector<double>& times = *LineTimesS;
+  const auto seenFrom = [&](std::size_t line) {
+    while (line < times.size() && std::isnan(times[line])) ++line;
+    return line;
+  };
+  std::size_t low = seenFrom(0), high = times.size();
+  if (low == high) return std::nullopt;
+  const std::size_t first = low;
+  while (high - low > 1) {
+    const std::size_t middle = low + (high - low) / 2, seen = seenFrom(middle);
+    if (seen < high && times[seen] <= seconds) {
+      low = seen;
+    } else {
+      high = middle;
+    }
+  }
+  // `low` is the last line seen by then, or the first of all.
+  const double sinceLow = (seconds - times[low]) * SeenBy.RowsPerSecond;
+  const std::size_t next = seenFrom(low + 1);
+  const auto line = static_cast<double>(low);
+  if (sinceLow < 0) return low == first ? std::optional(line + sinceLow) : std::nullopt;
+  if (next == times.size()) return line + sinceLow;
+  const double apart = (times[next] - times[low]) * SeenBy.RowsPerSecond;
+  const auto linesApart = static_cast<double>(next - low);
+  if (apart <= linesApart * kGapLines && apart >= linesApart / kGapLines) {
+    return line + sinceLow / apart * linesApart;
+  }
+  const double beforeNext = apart - sinceLow;
+  if (sinceLow <= 0.5) return line + sinceLow;
+  if (beforeNext <= 0.5) return static_cast<double>(next) - beforeNext;
+  return std::nullopt;
+}
+
+int Recording::LinesOf(double minutes) const {
+  if (LineTimesS) return static_cast<int>(LineTimesS->size());
+  // A hundredth of a line is less than any clock knows.
+  return static_cast<int>(std::floor(minutes * orbit::kSecondsPerMinute * SeenBy.RowsPerSecond + 0.01));
+}
 
 bool BeginTogether(const Recording& one, const Recording& other) {
   constexpr double closeS = 0.5;

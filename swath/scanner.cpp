@@ -1,5 +1,6 @@
 #include "swath/scanner.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -57,7 +58,21 @@ double ColumnsOut(double samples) {
   return columns;
 }
 
+struct LawName {
+  ScanLaw Law;
+  const char* Name;
+};
+constexpr std::array<LawName, 3> kLawNames{
+    {{ScanLaw::EvenAngles, "even"}, {ScanLaw::Zones, "zones"}, {ScanLaw::ZonesSphere, "zones-sphere"}}};
+
 }  // namespace
+
+const char* NameOf(ScanLaw law) { return std::ranges::find(kLawNames, law, &LawName::Law)->Name; }
+
+std::optional<ScanLaw> ScanLawNamed(std::string_view name) {
+  const auto* const found = std::ranges::find(kLawNames, name, &LawName::Name);
+  return found == kLawNames.end() ? std::nullopt : std::optional(found->Law);
+}
 
 double ColumnAngle(const LineShape& line, double column) {
   const double out = column - Middle(line);

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// Instruments that make a picture by looking across the flight, line by line, and how they look.
@@ -9,9 +10,16 @@ namespace pelorin::swath {
 
 /// How the columns of a line share out the angle that it spans.
 enum class ScanLaw {
-  EvenAngles,  ///< every column turns by the same angle
-  Zones,       ///< the 909 columns of the old picture format, made in zones of 4, 3, 2, 1.5 and 1 samples
+  EvenAngles,   ///< every column turns by the same angle
+  Zones,        ///< the 909 columns of the old picture format, made in zones of 4, 3, 2, 1.5 and 1 samples
+  ZonesSphere,  ///< the same by the classic table of distances on a sphere (ScanDistancesOf), which knows no
+                ///< half steps between zones; attitude does not turn it
 };
+
+/// As tables of scanners write it: "even", "zones", "zones-sphere".
+const char* NameOf(ScanLaw law);
+/// Nothing for another name.
+std::optional<ScanLaw> ScanLawNamed(std::string_view name);
 
 /// What is added to where an instrument should look: degrees, as fitted to received pictures.
 ///
@@ -23,8 +31,13 @@ struct Attitude {
   bool operator==(const Attitude&) const = default;
 };
 
+/// No spacecraft is off by more, in any of the three.
+inline constexpr double kMostTurnedDeg = 10;
+
 /// How the columns of a line look, from one end of its arc to the other.
 struct LineShape {
+  bool operator==(const LineShape&) const = default;
+
   int Columns = 0;
   double AngleDeg = 0;  ///< even angles: from the first column's outer edge to that of the last; zones:
                         ///< between the centres of the outermost of the 2,048 samples
@@ -50,15 +63,22 @@ struct Carrier {
   Attitude Offsets;                ///< fitted to its pictures
   double TimeOffsetS = 0;          ///< added to the moments of its rows
   std::optional<double> AngleDeg;  ///< where its line is not the scanner's
+  std::optional<ScanLaw> Law;      ///< likewise
 };
 
-/// One instrument as one kind of transmission sends it.
-struct Scanner {
+/// How one instrument looks, and when.
+struct Instrument {
   std::string Name;  ///< "MSU-MR LRPT"; one of a kind, whatever its case
-  std::string Mode;  ///< "LRPT", "HRPT", "APT"
   LineShape Line;
   double RowsPerSecond = 0;
   bool YawSteering = false;  ///< the line lies across the flight over the turning ground, not that in space
+
+  bool operator==(const Instrument&) const = default;
+};
+
+/// One instrument as one kind of transmission sends it.
+struct Scanner : Instrument {
+  std::string Mode;  ///< "LRPT", "HRPT", "APT"
   std::vector<Carrier> Carriers;
 };
 

@@ -57,13 +57,16 @@ double ScanAngleToGroundDistance(double alpha, double h) {
 }
 
 ScanDistances ScanDistancesOf(ScannerFamily family, double heightKm) {
-  const double half = FamilyHalfAngle(family);
+  return ScanDistancesFor(FamilyHalfAngle(family), heightKm);
+}
+
+ScanDistances ScanDistancesFor(double halfAngleDeg, double heightKm) {
   ScanDistances distances{};
   double angleDeg = 0;
   const AngleStep* law = kAngleLaw.begin();
   for (int i = 1; i <= kHalfLinePixels; ++i) {
     if (law + 1 != kAngleLaw.end() && i == law[1].first) ++law;
-    angleDeg += law->step * half / 2047;
+    angleDeg += law->step * halfAngleDeg / 2047;
     const double distance = ScanAngleToGroundDistance(orbit::Radians(angleDeg), heightKm);
     distances[ScanIndex(i)] = distance;
     distances[ScanIndex(-i)] = -distance;

@@ -31,8 +31,9 @@ constexpr std::size_t ScanIndex(int position) { return static_cast<std::size_t>(
 /// point that far from the satellite (PointAlong), not that far along the ground.
 using ScanDistances = std::array<double, kScanPositions>;
 
-/// For a satellite `heightKm` above the sphere of 6378.135 km.
+/// For a satellite `heightKm` above the sphere of 6378.135 km, and for any half-angle in degrees.
 ScanDistances ScanDistancesOf(ScannerFamily family, double heightKm);
+ScanDistances ScanDistancesFor(double halfAngleDeg, double heightKm);
 
 /// Of the described interface; the program itself calls ScanDistancesOf. Fills the satellite's ScanTable with
 /// the distances of pixels 0 … n from the track. n is 454 or more; beyond 454 the angle is the plain share of

@@ -18,7 +18,7 @@ namespace {
 using Members = LocatedJson::Members;
 
 constexpr int kMostColumns = 20000;
-constexpr double kWidestDeg = 150, kMostTurnedDeg = 10, kMostLateS = 10;
+constexpr double kWidestDeg = 150, kMostLateS = 10;
 
 /// Something that a table's author should mend.
 struct Fault : std::runtime_error {
@@ -113,10 +113,15 @@ class Fields {
 };
 
 ScanLaw LawOf(Fields& fields) {
-  const std::string law = fields.Text("law");
-  if (law == "even") return ScanLaw::EvenAngles;
-  if (law == "zones") return ScanLaw::Zones;
-  throw Fault(fields.Needed("law").Line, "\"law\" must be \"even\" or \"zones\"");
+  if (const auto law = ScanLawNamed(fields.Text("law"))) return *law;
+  throw Fault(fields.Needed("law").Line, "\"law\" must be \"even\", \"zones\" or \"zones-sphere\"");
+}
+
+/// `line` of the file names them.
+void CheckColumns(ScanLaw law, int columns, int line) {
+  if (law != ScanLaw::EvenAngles && columns != kZoneColumns) {
+    throw Fault(line, "\"columns\" must be " + std::to_string(kZoneColumns) + " for a law of zones");
+  }
 }
 
 Carrier ReadCarrier(const LocatedJson& object) {
@@ -133,6 +138,7 @@ Carrier ReadCarrier(const LocatedJson& object) {
                      fields.Number("pitch", -kMostTurnedDeg, kMostTurnedDeg, 0),
                      fields.Number("yaw", -kMostTurnedDeg, kMostTurnedDeg, 0)};
   carrier.TimeOffsetS = fields.Number("time", -kMostLateS, kMostLateS, 0);
+  if (fields.Find("law") != nullptr) carrier.Law = LawOf(fields);
   if (fields.Find("angle") != nullptr) carrier.AngleDeg = fields.Number("angle", 1, kWidestDeg);
   fields.RefuseOthers();
   return carrier;
@@ -148,13 +154,12 @@ Scanner ReadScanner(const LocatedJson& object, const std::function<void(const Fa
   scanner.Line.AngleDeg = fields.Number("angle", 1, kWidestDeg);
   scanner.RowsPerSecond = fields.Number("rows_per_second", 0.01, 1000);
   scanner.YawSteering = fields.Flag("yaw_steering");
-  if (scanner.Line.Law != ScanLaw::EvenAngles && scanner.Line.Columns != kZoneColumns) {
-    throw Fault(fields.Needed("columns").Line,
-                "\"columns\" must be " + std::to_string(kZoneColumns) + " for a law of zones");
-  }
+  CheckColumns(scanner.Line.Law, scanner.Line.Columns, fields.Needed("columns").Line);
   for (const LocatedJson& satellite : fields.Items("satellites")) {
     try {
-      scanner.Carriers.push_back(ReadCarrier(satellite));
+      const Carrier carrier = ReadCarrier(satellite);
+      if (carrier.Law) CheckColumns(*carrier.Law, scanner.Line.Columns, satellite.Line);
+      scanner.Carriers.push_back(carrier);
     } catch (const Fault& fault) {
       tell(fault);
     }
@@ -216,6 +221,7 @@ const Scanner* ScannerTable::Find(std::string_view name) const {
 LineShape ScannerTable::Flown::Line() const {
   LineShape line = Instrument->Line;
   if (Satellite->AngleDeg) line.AngleDeg = *Satellite->AngleDeg;
+  if (Satellite->Law) line.Law = *Satellite->Law;
   return line;
 }
 

@@ -168,7 +168,7 @@ void TPicturePanes::Fit() {
       const int whole = FittedWidth(boxes.Picture.width());
       pictureSize = QSize(whole, overlay::FittedMapHeight(picture_.size(), whole));
     } else if (!picture_.isNull()) {
-      const QSize scaledAs = map.isEmpty() ? QSize(overlay::MapWidthFor(picture_.width()), 1) : map;
+      const QSize scaledAs = map.isEmpty() ? picture_.size() : map;
       pictureSize = QSize(fitted, overlay::FittedPictureHeight(picture_.size(), scaledAs, fitted));
     }
   }

@@ -14,6 +14,7 @@
 #include "desktop/overlay/flight_view.h"
 #include "desktop/overlay/overlay_choices.h"
 #include "session/controls.h"
+#include "swath/scanner_match.h"
 
 namespace pelorin::desktop {
 namespace {
@@ -89,7 +90,11 @@ void TTabSheetFlight::Build() {
   rows->addWidget(ScrollBoxFlight, 1);
 }
 
-void TTabSheetFlight::SetSources(const overlay::OverlaySources& sources) { sources_ = sources; }
+void TTabSheetFlight::SetSources(const overlay::OverlaySources& sources,
+                                 const swath::ScannerTable& scanners) {
+  sources_ = sources;
+  scanners_ = &scanners;
+}
 
 // ------------------------------------------------------------------------- following the session
 
@@ -138,9 +143,12 @@ void TTabSheetFlight::StartFlight() {
   }
   const orbit::TDateTime now = FlightTime();
   const orbit::TSatellite set = session_.SetNear(*satellite, now);
-  session_.ShowDoubt(LabelElementAge, set, now);
-  flight_.Start(set, sources_, ChosenMarks(session_.Settings), session_.Pass.SouthBound, now,
-                screen()->size().height());
+  swath::Recording recording;
+  recording.SouthBound = session_.Pass.SouthBound;
+  const swath::ScannerMatch match = swath::TakeElements(set, *scanners_, recording);
+  if (!match.Problem.isEmpty()) throw overlay::OverlayError(match.Problem.toStdString());
+  session_.ShowDoubt(LabelElementAge, *recording.Elements, now);
+  flight_.Start(recording, sources_, ChosenMarks(session_.Settings), now, screen()->size().height());
   ScrollBoxFlight->setWidgetResizable(false);
   ImageFlight->SetFlight(*flight_.Picture());
   ScrollBoxFlight->verticalScrollBar()->setValue(session_.Pass.SouthBound ? 0 : 9999);

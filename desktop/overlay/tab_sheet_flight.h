@@ -3,6 +3,7 @@
 #include "overlay/flight_replay.h"
 #include "session/doubt_label.h"
 #include "session/tab_sheet.h"
+#include "swath/scanner_table.h"
 
 class QComboBox;
 class QPushButton;
@@ -21,7 +22,7 @@ class TTabSheetFlight : public session::TTabSheet {
   TTabSheetFlight(session::Session& session, QWidget* parent);
 
   /// What lines are made from; borrowed for the page's life.
-  void SetSources(const overlay::OverlaySources& sources);
+  void SetSources(const overlay::OverlaySources& sources, const swath::ScannerTable& scanners);
 
   /// The user wants to see more or less of the overlay: from the next line on.
   void OverlayMarksChanged();
@@ -60,6 +61,7 @@ class TTabSheetFlight : public session::TTabSheet {
   QTimer* TimerFlight;
 
   overlay::OverlaySources sources_;
+  const swath::ScannerTable* scanners_ = nullptr;
   overlay::FlightReplay flight_;
 };
 

@@ -73,7 +73,11 @@ TTabSheetGroundPath::TTabSheetGroundPath(session::Session& session, QWidget* par
   EnableControls();
 }
 
-void TTabSheetGroundPath::SetSources(const overlay::OverlaySources& sources) { sources_ = sources; }
+void TTabSheetGroundPath::SetSources(const overlay::OverlaySources& sources,
+                                     const swath::ScannerTable& scanners) {
+  sources_ = sources;
+  scanners_ = &scanners;
+}
 
 void TTabSheetGroundPath::SetPassTime(orbit::TDateTime moment) {
   picture_.SetPass(moment);
@@ -244,7 +248,7 @@ void TTabSheetGroundPath::EnableControls() {
   ui_.Panes->SetOverlaid(isOverlaid);
 }
 
-bool TTabSheetGroundPath::MapIsOfPicture() const { return made_ && picture_.Shows(made_->Recording); }
+bool TTabSheetGroundPath::MapIsOfPicture() const { return made_ && picture_.Shows(made_->Request.Picture); }
 
 void TTabSheetGroundPath::CheckBoxZoomClick() { ui_.Panes->SetZoom(ui_.CheckBoxZoom->isChecked()); }
 
@@ -280,11 +284,11 @@ void TTabSheetGroundPath::ButtonSaveBlendClick() {
 
 QString TTabSheetGroundPath::ResultsFile(const QString& ending) const {
   return app::WithSeparator(session_.Settings.ResultsPath.Value) +
-         Stamp(made_ ? made_->Recording.Start : picture_.Pass()) + ending;
+         Stamp(made_ ? made_->Request.Picture.Start : picture_.Pass()) + ending;
 }
 
 void TTabSheetGroundPath::PrintImageClick() {
-  PicturePage page{TitleOf(made_ ? made_->Request : Request(picture_.ForMap(session_.Pass.SouthBound))),
+  PicturePage page{made_ ? TitleOf(made_->Request) : QFileInfo(picture_.ShownPath()).fileName(),
                    ui_.Panes->Map().Map, ui_.Panes->Picture()};
   if (page.Map.isNull() && page.Picture.isNull()) {
     Boxes().Message(

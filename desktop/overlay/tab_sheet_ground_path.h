@@ -6,6 +6,7 @@
 #include "overlay/overlay_generator.h"
 #include "session/tab_sheet.h"
 #include "swath/picture_of_pass.h"
+#include "swath/scanner_table.h"
 
 namespace pelorin::desktop {
 
@@ -17,7 +18,7 @@ class TTabSheetGroundPath : public session::TTabSheet {
   TTabSheetGroundPath(session::Session& session, QWidget* parent);
 
   /// What maps are made from; borrowed for the page's life.
-  void SetSources(const overlay::OverlaySources& sources);
+  void SetSources(const overlay::OverlaySources& sources, const swath::ScannerTable& scanners);
 
   /// Turns both pickers to a moment, cut to the minute, and looks for no picture.
   void SetPassTime(orbit::TDateTime moment);
@@ -74,13 +75,13 @@ class TTabSheetGroundPath : public session::TTabSheet {
   /// Pickers and correction follow the pass.
   void ShowPass();
 
-  /// What the page is set to make of a recording.
-  overlay::OverlayRequest Request(const swath::Recording& recording) const;
+  /// The map that the page is set to make now. Raises OverlayError where none can be made.
+  overlay::OverlayRequest Request() const;
   void MakeMap();
-  void GenerateLive(const swath::Recording& recording, const overlay::OverlayRequest& request);
+  void GenerateLive(const overlay::OverlayRequest& request);
   /// As if "Make map" were pressed; what is under way ends first.
   void MakeAgain();
-  void RemakeMap(const swath::Recording& recording, const overlay::OverlayRequest& request);
+  void RemakeMap(const overlay::OverlayRequest& request);
   void ShowMap();
   void SaveResults();
   QString ResultsFile(const QString& ending) const;
@@ -91,7 +92,6 @@ class TTabSheetGroundPath : public session::TTabSheet {
 
   /// A map and what it was made of.
   struct MadeMap {
-    swath::Recording Recording;
     overlay::OverlayRequest Request;
     overlay::OverlayResult Result;
   };
@@ -99,6 +99,7 @@ class TTabSheetGroundPath : public session::TTabSheet {
 
   TabSheetGroundPathLayout ui_;
   overlay::OverlaySources sources_;
+  const swath::ScannerTable* scanners_ = nullptr;
   swath::PictureOfPass picture_;
   bool stopRequested_ = false;
   bool againRequested_ = false;  ///< something changed while the map was being made

@@ -9,6 +9,7 @@
 #include <QSpinBox>
 #include <QTimer>
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "desktop/overlay/overlay_choices.h"
@@ -20,6 +21,7 @@
 #include "overlay/overlay_text.h"
 #include "session/controls.h"
 #include "session/hourglass.h"
+#include "swath/scanner_match.h"
 
 namespace pelorin::desktop {
 namespace {
@@ -33,15 +35,24 @@ QString MomentText(const char* pattern, orbit::TDateTime moment) {
 
 }  // namespace
 
-overlay::OverlayRequest TTabSheetGroundPath::Request(const swath::Recording& recording) const {
-  const app::Settings& settings = session_.Settings;
-  overlay::OverlayRequest request = overlay::RequestFor(recording);
-  request.DurationMinutes = ui_.SpinEditPassDuration->value();
-  if (const int chosen = ui_.ComboBoxSatForPic->currentIndex(); chosen >= 0) {
-    const orbit::TDateTime middle{request.Start.Days + request.DurationMinutes / 2.0 / orbit::kMinutesPerDay};
-    request.Satellite =
-        session_.SetNear(*session_.Active().at(static_cast<std::size_t>(chosen)).Satellite, middle);
+overlay::OverlayRequest TTabSheetGroundPath::Request() const {
+  const int chosen = ui_.ComboBoxSatForPic->currentIndex();
+  if (chosen < 0) {
+    throw overlay::OverlayError(
+        "There is no satellite to make a map for. Please drag one or more satellites from the Available list "
+        "to "
+        "the Active list.");
   }
+  const app::Settings& settings = session_.Settings;
+  overlay::OverlayRequest request;
+  request.Picture = picture_.ForMap(session_.Pass.SouthBound);
+  request.DurationMinutes = ui_.SpinEditPassDuration->value();
+  const orbit::TDateTime middle{request.Picture.FirstLine().Days +
+                                request.DurationMinutes / 2.0 / orbit::kMinutesPerDay};
+  const swath::ScannerMatch match = swath::TakeElements(
+      session_.SetNear(*session_.Active().at(static_cast<std::size_t>(chosen)).Satellite, middle), *scanners_,
+      request.Picture);
+  if (!match.Problem.isEmpty()) throw overlay::OverlayError(match.Problem.toStdString());
   request.Station = session_.Station.Place;
   request.Overlay = ChosenMarks(settings);
   request.PassDetails = settings.SavePassDetails.Value || session_.MakesMapUnattended();
@@ -72,12 +83,7 @@ void TTabSheetGroundPath::ButtonGenTopoClick() {
 }
 
 void TTabSheetGroundPath::MakeMap() {
-  if (ui_.ComboBoxSatForPic->currentIndex() < 0) {
-    throw overlay::OverlayError(
-        "There is no satellite to make a map for. Please drag one or more satellites from the Available list "
-        "to "
-        "the Active list.");
-  }
+  Request();
   session_.Run.MakingMap = true;
   session_.Run.AbortRequested = stopRequested_ = false;
   const session::Hourglass hourglass;
@@ -92,19 +98,14 @@ void TTabSheetGroundPath::MakeMap() {
   EnableControls();
   // A map can be made without a picture, too.
   if (!session_.MakesMapUnattended()) session::Guarded(Boxes(), [this] { LoadPicture(); });
-  const swath::Recording recording = picture_.ForMap(session_.Pass.SouthBound);
-  GenerateLive(recording, Request(recording));
+  GenerateLive(Request());
   ui_.TimerSaveResults->stop();
   SaveResults();
 }
 
-void TTabSheetGroundPath::GenerateLive(const swath::Recording& recording,
-                                       const overlay::OverlayRequest& request) {
+void TTabSheetGroundPath::GenerateLive(const overlay::OverlayRequest& request) {
   QProgressBar* progress = ui_.ProgressBarMakeMap;
-  const int linesPerMinute = request.Satellite.LinesPerMinute;
-  const int minutesOfRows = (request.LineLimit + linesPerMinute - 1) / linesPerMinute;
-  progress->setRange(
-      0, minutesOfRows > 0 ? std::min(minutesOfRows, request.DurationMinutes) : request.DurationMinutes);
+  progress->setRange(0, static_cast<int>(std::ceil(overlay::MinutesToMake(request))));
   progress->setValue(0);
   bool isTold = false;
   QElapsedTimer sincePump;
@@ -113,14 +114,14 @@ void TTabSheetGroundPath::GenerateLive(const swath::Recording& recording,
     const overlay::OverlayResult& soFar = line.SoFar;
     if (line.Line == 0) {
       ui_.Panes->BeginMap(soFar.Map.size(), QStringLiteral("Map: ") + TitleOf(request));
-      session_.ShowDoubt(ui_.LabelElementAge, request.Satellite, request.Start);
+      session_.ShowDoubt(ui_.LabelElementAge, *request.Picture.Elements, request.Picture.FirstLine());
     }
-    if (line.Repaint) ui_.Panes->ShowProgress(soFar.Map, request.SouthBound, soFar.LinesMade);
+    if (line.Repaint) ui_.Panes->ShowProgress(soFar.Map, !soFar.Recording.Lies.Turned, soFar.LinesMade);
     if (line.NewMinute) progress->setValue(progress->value() + 1);
     if (!isTold && soFar.MiddleOfPass.Days > 0) {
       isTold = true;
       session_.Window.SetStatus(
-          map::InfoAt(request.Satellite, soFar.MiddleOfPass, request.Station).StatusText);
+          map::InfoAt(*request.Picture.Elements, soFar.MiddleOfPass, request.Station).StatusText);
     }
     if (sincePump.elapsed() >= kPumpEveryMs) {
       QCoreApplication::processEvents();
@@ -129,7 +130,7 @@ void TTabSheetGroundPath::GenerateLive(const swath::Recording& recording,
     return !stopRequested_ && !session_.Run.AbortRequested && !session_.Run.Closing;
   };
   try {
-    ShowResult({recording, request, overlay::GenerateOverlay(request, sources_, afterLine)});
+    ShowResult({request, overlay::GenerateOverlay(request, sources_, afterLine)});
     if (!stopRequested_) progress->setValue(progress->maximum());
   } catch (...) {
     ShowMap();
@@ -145,9 +146,11 @@ void TTabSheetGroundPath::ShowResult(MadeMap made) {
 
 void TTabSheetGroundPath::ShowMap() {
   if (made_) {
-    ui_.Panes->SetMap({made_->Result.Map, made_->Request.SouthBound, made_->Result.LinesMade},
-                      QStringLiteral("Map: ") + TitleOf(made_->Request));
-    session_.ShowDoubt(ui_.LabelElementAge, made_->Request.Satellite, made_->Request.Start);
+    const swath::Recording& picture = made_->Request.Picture;
+    ui_.Panes->SetMap(
+        {made_->Result.Map, made_->Result.Recording, picture.FirstColumn, made_->Result.LinesMade},
+        QStringLiteral("Map: ") + TitleOf(made_->Request));
+    session_.ShowDoubt(ui_.LabelElementAge, *picture.Elements, picture.FirstLine());
   } else {
     ui_.LabelElementAge->ShowDoubt({}, {});
     ui_.Panes->SetMap({}, QStringLiteral("Map"));
@@ -164,14 +167,13 @@ void TTabSheetGroundPath::SaveResults() {
 }
 
 QString TTabSheetGroundPath::TitleOf(const overlay::OverlayRequest& request) const {
-  const int passLines = overlay::LinesOfPass(request.Satellite.LinesPerMinute, request.DurationMinutes);
-  const int lines = request.LineLimit > 0 ? std::min(request.LineLimit, passLines) : passLines;
-  const orbit::TDateTime end{request.Start.Days +
-                             lines / (request.Satellite.LinesPerMinute * orbit::kMinutesPerDay)};
+  const swath::Recording& picture = request.Picture;
+  const orbit::TDateTime start = picture.FirstLine();
+  const orbit::TDateTime end{start.Days + overlay::MinutesToMake(request) / orbit::kMinutesPerDay};
   return QStringLiteral("%1  %2-%3 UTC  %4")
-      .arg(QString::fromStdString(request.Satellite.Name), MomentText("yyyy mmm dd  hh:nn:ss", request.Start),
+      .arg(QString::fromStdString(picture.Elements->Name), MomentText("yyyy mmm dd  hh:nn:ss", start),
            MomentText("hh:nn:ss", end),
-           request.SouthBound ? QStringLiteral("South") : QStringLiteral("North"));
+           picture.SouthBound ? QStringLiteral("South") : QStringLiteral("North"));
 }
 
 void TTabSheetGroundPath::ButtonPassDirectionClick() {
@@ -196,8 +198,7 @@ void TTabSheetGroundPath::TimeCorrectionChanged(double seconds) {
   if (IsBusy()) {
     MakeAgain();
   } else if (made_ && ui_.ComboBoxSatForPic->currentIndex() >= 0) {
-    const swath::Recording recording = picture_.ForMap(session_.Pass.SouthBound);
-    RemakeMap(recording, Request(recording));
+    RemakeMap(Request());
   }
 }
 
@@ -207,14 +208,13 @@ void TTabSheetGroundPath::OverlayMarksChanged() {
   } else if (made_) {
     overlay::OverlayRequest request = made_->Request;
     request.Overlay = ChosenMarks(session_.Settings);
-    RemakeMap(made_->Recording, request);
+    RemakeMap(request);
   }
 }
 
-void TTabSheetGroundPath::RemakeMap(const swath::Recording& recording,
-                                    const overlay::OverlayRequest& request) {
+void TTabSheetGroundPath::RemakeMap(const overlay::OverlayRequest& request) {
   // Too quick to be watched; the files follow when the user has found what is wanted.
-  ShowResult({recording, request, overlay::GenerateOverlay(request, sources_)});
+  ShowResult({request, overlay::GenerateOverlay(request, sources_)});
   ui_.TimerSaveResults->start();
 }
 

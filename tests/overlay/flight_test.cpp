@@ -4,6 +4,7 @@
 
 #include "orbit/scalar_math.h"
 #include "overlay/flight_replay.h"
+#include "tests/support/recordings.h"
 #include "tests/support/tables.h"
 
 namespace pelorin::overlay {
@@ -51,7 +52,7 @@ TEST(FlightImage, LinesEnterAndGiveWayOnTheSideOfTheDirectionAlsoWhenTurned) {
 class FlightReplayTest : public testing::Test {
  protected:
   void Start(orbit::TDateTime now, int height = 600) {
-    flight.Start(tests::ReferenceSatellite("NOAA 12"), {}, Marks::None, true, now, height);
+    flight.Start(tests::RecordingOf(tests::ReferenceSatellite("NOAA 12")), {}, Marks::None, now, height);
   }
   static orbit::TDateTime At(double seconds) {
     return {orbit::MakeDateTime(1999, 2, 3, 9, 0, 2).Days + seconds / 86400};
@@ -120,7 +121,7 @@ TEST_F(FlightReplayTest, ElementsWithoutAPositionAreRefused) {
     lost.Eccentricity = row.Eccentricity;
     lost.Epoch -= row.Age;
     lost.Propagator = {};
-    EXPECT_THROW(flight.Start(lost, {}, Marks::None, true, At(0), 100), OverlayError);
+    EXPECT_THROW(flight.Start(tests::RecordingOf(lost), {}, Marks::None, At(0), 100), OverlayError);
     EXPECT_FALSE(flight.Running());
     EXPECT_EQ(flight.Tick(At(60)), 0);
     EXPECT_EQ(flight.Picture()->Image(), before) << "the last flight is still seen";

@@ -5,6 +5,7 @@
 #include <QColor>
 #include <QTemporaryDir>
 #include <cmath>
+#include <memory>
 
 #include "files/atomic_file.h"
 #include "files/read_file.h"
@@ -15,6 +16,8 @@
 #include "overlay/overlay_outputs.h"
 #include "overlay/overlay_text.h"
 #include "overlay/palette.h"
+#include "swath/pixel_geometry.h"
+#include "tests/support/recordings.h"
 #include "tests/support/sky_watch.h"
 #include "tests/support/tables.h"
 
@@ -55,9 +58,9 @@ const MasterView& RowMaster() {
 /// Two minutes of NOAA 12 west of Scotland, south-bound, from 12 seconds before a full minute.
 OverlayRequest Pass() {
   OverlayRequest request;
-  request.Satellite = tests::ReferenceSatellite("NOAA 12");
+  request.Picture = tests::RecordingOf(tests::ReferenceSatellite("NOAA 12"));
   request.Station = orbit::ObserverFromDegrees(55.905, -3.2, 150);
-  request.Start = orbit::MakeDateTime(1999, 2, 3, 8, 59, 48);
+  request.Picture.Start = orbit::MakeDateTime(1999, 2, 3, 8, 59, 48);
   request.DurationMinutes = 2;
   return request;
 }
@@ -69,13 +72,10 @@ TEST(OverlayGenerator, ColoursTellWhereEachPixelLooks) {
   ASSERT_EQ(result.Map.size(), QSize(1040, 240));
   ASSERT_EQ(result.LinesMade, 240);
   int inside = 0;
+  const swath::PixelGeometry geometry(result.Recording);
   for (const int line : {0, 77, 239}) {
-    const double jd = orbit::JulianDateOfDateTime(request.Start) + line * 0.5 / 86400;
-    const swath::GroundTrack track = swath::TrackAt(request.Satellite, jd);
-    const swath::ScanDistances distances =
-        swath::ScanDistancesOf(swath::ScannerFamily::Noaa, track.Below.Altitude);
     for (int s = -454; s <= 454; s += 10) {
-      const swath::GroundPoint point = swath::PointAcross(track, distances[swath::ScanIndex(s)]);
+      const swath::GroundPoint point = geometry.GroundOf({540.0 + s, 1.0 * line}).value();
       const double column = (point.LongitudeDeg + 180) / 10, row = (90 - point.LatitudeDeg) / 10;
       // Away from the cells' edges, where a hundredth of a degree decides.
       if (std::fabs(column - std::round(column)) < 0.06 || std::fabs(row - std::round(row)) < 0.06) continue;
@@ -91,7 +91,7 @@ TEST(OverlayGenerator, TheMasterCoversTheGroundAndNorthBoundMapsAreTurned) {
   const QImage world = CellWorld();
   const OverlaySources sources{{nullptr, &world}, &RowMaster()};
   OverlayRequest request = Pass();
-  request.LineLimit = 200;
+  request.Picture.Rows = 200;
   const OverlayResult plain = GenerateOverlay(request, sources);
   request.Overlay = Marks::All;
   const OverlayResult covered = GenerateOverlay(request, sources);
@@ -107,7 +107,8 @@ TEST(OverlayGenerator, TheMasterCoversTheGroundAndNorthBoundMapsAreTurned) {
   }
   EXPECT_TRUE(background > 100 && background < 29 * 303 - 10) << background;
 
-  request.SouthBound = false;
+  request.Picture.SouthBound = false;
+  request.Picture.Lies.Turned = true;
   const OverlayResult north = GenerateOverlay(request, sources);
   ASSERT_EQ(north.Map.size(), QSize(1040, 200));
   EXPECT_EQ(north.Map.mirrored(true, true), covered.Map);
@@ -117,7 +118,7 @@ TEST(OverlayGenerator, TheMasterCoversTheGroundAndNorthBoundMapsAreTurned) {
 
 TEST(OverlayGenerator, LinesHaveTheFrameOfAReceivedLine) {
   OverlayRequest request = Pass();
-  request.Width = 1050;
+  request.Picture.Columns = 1050;
   const OverlayResult result = GenerateOverlay(request, {});
   const QRgb black = qRgb(0, 0, 0), white = qRgb(255, 255, 255), grey = qRgb(128, 128, 128);
   for (const auto& [line, space] : {std::pair{0, grey},
@@ -156,7 +157,9 @@ TEST(OverlayGenerator, StopsWhenToldAndKeepsWhatWasMade) {
   EXPECT_EQ(result.Map.pixel(39, 99), qRgb(128, 128, 128));
   EXPECT_EQ(result.Map.pixel(39, 100), qRgb(0, 0, 0));
   const orbit::Geodetic below =
-      swath::TrackAt(request.Satellite, orbit::JulianDateOfDateTime(request.Start) + 12.0 / 86400).Below;
+      swath::TrackAt(*request.Picture.Elements,
+                     orbit::JulianDateOfDateTime(request.Picture.Start) + 12.0 / 86400)
+          .Below;
   EXPECT_EQ(result.PassData[24],
             QString::asprintf("1999-02-03T09:00:00.000 %.1f %.1f", orbit::Degrees(below.Latitude),
                               orbit::Degrees(below.Longitude)));
@@ -164,31 +167,34 @@ TEST(OverlayGenerator, StopsWhenToldAndKeepsWhatWasMade) {
 
 TEST(OverlayGenerator, LineRatesAndLimits) {
   OverlayRequest request = Pass();
-  request.Satellite.LinesPerMinute = 240;
+  request.Picture.SeenBy.RowsPerSecond = 4;
   EXPECT_EQ(GenerateOverlay(request, {}).LinesMade, 480);
-  request.LineLimit = 100;
+  request.Picture.Rows = 100;
   EXPECT_EQ(GenerateOverlay(request, {}).Map.height(), 100);
-  request.LineLimit = 600;
+  request.Picture.Rows = 600;
   const OverlayResult longer = GenerateOverlay(request, {});
   EXPECT_EQ(longer.LinesMade, 480);
   EXPECT_EQ(longer.Map.height(), 600);
   // From far out the scanner's outer rays miss the Earth: they see its edge.
-  request.Satellite = tests::ReferenceSatellite("EUTELSAT 1-F1");
-  EXPECT_EQ(GenerateOverlay(request, {{}, &RowMaster()}).LinesMade, 240);
-  request.Satellite.MeanMotion = 0;
-  request.Satellite.Propagator = {};
+  orbit::TSatellite far = tests::ReferenceSatellite("EUTELSAT 1-F1");
+  request.Picture.Elements = std::make_shared<orbit::TSatellite>(far);
+  EXPECT_EQ(GenerateOverlay(request, {{}, &RowMaster()}).LinesMade, 480);
+  far.MeanMotion = 0;
+  far.Propagator = {};
+  request.Picture.Elements = std::make_shared<orbit::TSatellite>(far);
   EXPECT_THROW(GenerateOverlay(request, {}), OverlayError);
 }
 
 TEST(OverlayGenerator, DirectionAndElevationAreThoseOfThePass) {
   OverlayRequest request = Pass();
-  EXPECT_TRUE(IsSouthBoundAt(request.Satellite, request.Start));
+  EXPECT_TRUE(IsSouthBoundAt(*request.Picture.Elements, request.Picture.Start));
   request.PassDetails = true;
   request.DurationMinutes = 1;  // a part of the pass tells of the whole
   request.TextItems = {kTextName | kTextDirection, kTextElevation, kTextTimes};
   const OverlayResult result = GenerateOverlay(request, {});
-  const double jd = orbit::JulianDateOfDateTime(request.Start);
-  const auto seen = tests::WatchTheSky(request.Satellite, request.Station, 0, jd - 0.015, jd + 0.02, 6);
+  const double jd = orbit::JulianDateOfDateTime(request.Picture.Start);
+  const auto seen =
+      tests::WatchTheSky(*request.Picture.Elements, request.Station, 0, jd - 0.015, jd + 0.02, 6);
   ASSERT_EQ(seen.size(), 1u);
   EXPECT_NEAR(result.ElevationDeg, seen[0].TopDeg, 1);
   EXPECT_EQ(result.TextLines,
@@ -266,10 +272,10 @@ TEST(Topography, BothLayoutsSayTheSame) {
   }
 
   swath::GroundLine line{};
-  line.SouthMin.fill(3000);
-  line.EastMin.fill(12345);
-  std::array<std::uint32_t, swath::kScanPositions> colours{};
-  std::array<std::uint8_t, swath::kScanPositions> indices{};
+  line.SouthMin.assign(2, 3000);
+  line.EastMin.assign(2, 12345);
+  std::array<std::uint32_t, 2> colours{};
+  std::array<std::uint8_t, 2> indices{};
   GroundColours({&*odd, nullptr}, nullptr, Marks::All).ColourLine(line, colours, indices);
   EXPECT_EQ(colours[0], 0xFF808080u);
   GroundColours({&*fromGreenwich, nullptr}, nullptr, Marks::All).ColourLine(line, colours, indices);

@@ -23,9 +23,26 @@ TEST(PictureFit, LinesOfMapAndPictureAreLevel) {
     EXPECT_EQ(FittedMapHeight(row.Map, row.Width), row.MapHeight) << row.Label;
     EXPECT_EQ(FittedPictureHeight(row.Picture, row.Map, row.Width), row.PictureHeight) << row.Label;
   }
-  EXPECT_EQ(MapWidthFor(909), 1040);
-  EXPECT_EQ(MapWidthFor(4159), 4159);
-  EXPECT_EQ(MapWidthFor(4161), 4160);
+}
+
+TEST(PictureFit, MapsAreOfThePicturesSizeOrHaveTheirFrame) {
+  const struct {
+    int PictureColumns, MapColumns, FirstColumn;
+  } rows[] = {{0, 1040, 86}, {909, 1040, 86}, {4159, 4159, 86}, {4161, 4160, 86}};
+  swath::Recording picture;
+  picture.SeenBy = {"APT", {909, 110.74, swath::ScanLaw::Zones}, 2};
+  for (const auto& row : rows) {
+    picture.Columns = row.PictureColumns;
+    const swath::Recording map = MapOf(picture, 15);
+    EXPECT_EQ(map.Columns, row.MapColumns);
+    EXPECT_EQ(map.FirstColumn, row.FirstColumn);
+    EXPECT_EQ(map.Rows, 1800);
+  }
+  picture.SeenBy = {"LRPT", {1568, 110.1, swath::ScanLaw::EvenAngles}, 6.498};
+  EXPECT_EQ(MapOf(picture, 10).Columns, 1568);
+  EXPECT_EQ(MapOf(picture, 10).Rows, 3898);
+  picture.Rows = 77;
+  EXPECT_EQ(MapOf(picture, 10).Rows, 77);
 }
 
 TEST(PictureBlend, EveryPixelMeetsTheOneOfItsTime) {
@@ -57,7 +74,9 @@ TEST(PictureBlend, EveryPixelMeetsTheOneOfItsTime) {
     SCOPED_TRACE(row.Label);
     QImage picture(row.Picture, QImage::Format_RGB32);
     picture.fill(Qt::white);
-    const MapLayer layer{map, row.SouthBound, 4};
+    MapLayer layer{map, {}, row.Picture.width() < 995 ? 0 : 86, 4};
+    layer.Recording.FirstColumn = 86;
+    layer.Recording.Lies.Turned = !row.SouthBound;
     const int mapRow = row.SouthBound ? 3 : 2;
     const QImage blend = BlendPicture(picture, layer, 100);
     const int first = std::max(0, -row.FirstColumn), column = first + 800;

@@ -3,11 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <map>
 
 #include "orbit/model_constants.h"
 #include "orbit/scalar_math.h"
-#include "swath/line_of_sight.h"
+#include "swath/scanner_geometry.h"
 #include "tests/support/tables.h"
 
 namespace pelorin::swath {
@@ -26,8 +25,6 @@ TEST(GroundTrack, PointsLieBelowTheOrbitNormal) {
     const GroundTrack track = TrackAt(satellite, jd);
     const ScanDistances distances = ScanDistancesOf(ScannerFamily::Noaa, track.Below.Altitude);
     const Vector normal = Cross(track.Inertial.Position, track.Inertial.Velocity);
-    GroundLine line;
-    FillGroundLine(track, distances, line);
     for (std::size_t i = 0; i < kScanPositions; ++i) {
       SCOPED_TRACE(i);
       Geodetic expected;
@@ -35,52 +32,7 @@ TEST(GroundTrack, PointsLieBelowTheOrbitNormal) {
       const GroundPoint point = PointAcross(track, distances[i]);
       ASSERT_NEAR(point.LatitudeDeg, Degrees(expected.Latitude), 1e-6);
       ASSERT_NEAR(Apart(point.LongitudeDeg, Degrees(expected.Longitude)), 0, 1e-5);
-      ASSERT_NEAR(line.SouthMin[i], (90 - point.LatitudeDeg) * 60, 0.501);
-      ASSERT_TRUE(line.EastMin[i] >= 0 && line.EastMin[i] < 21600);
-      ASSERT_NEAR(Apart(line.EastMin[i] / 60.0, point.LongitudeDeg) * 60, 0, 0.501);
     }
-  }
-}
-
-/// Those of the reference table.
-struct Instrument {
-  LineShape Line;
-  bool SteersInYaw;
-};
-const std::map<std::string, Instrument> kInstruments{
-    {"AVHRR APT", {{kZoneColumns, 110.74, ScanLaw::Zones}, false}},
-    {"AVHRR", {{2048, 110.74 * 2048 / 2047, ScanLaw::EvenAngles}, false}},
-    {"AVHRR steered", {{2048, 110.74 * 2048 / 2047, ScanLaw::EvenAngles}, true}},
-    {"MSU-MR LRPT", {{1568, 110.1, ScanLaw::EvenAngles}, false}},
-    {"MSU-MR HRPT", {{1572, 110.4, ScanLaw::EvenAngles}, false}},
-};
-
-double KmApart(const GroundPoint& a, const GroundPoint& b) {
-  const double east = Apart(a.LongitudeDeg, b.LongitudeDeg) * std::cos(Radians(b.LatitudeDeg));
-  return std::hypot(a.LatitudeDeg - b.LatitudeDeg, east) * 111.2;
-}
-
-TEST(LineOfSight, AgreesWithTheReferenceTable) {
-  for (const tests::Row& row : tests::ReadTable("swath.csv")) {
-    const Instrument& instrument = kInstruments.at(row.Text("instrument"));
-    TSatellite satellite = tests::ReferenceSatellite(row.Text("satellite"), "swath-elements.2li");
-    const double jd = row.Number("jd_utc");
-    const Attitude attitude{row.Number("roll_deg"), row.Number("pitch_deg"), row.Number("yaw_deg")};
-    const ScannerAxes axes = AxesAt(SatelliteStateKm(satellite, jd), jd, instrument.SteersInYaw, attitude);
-    const auto point =
-        PointSeen(axes, ColumnAngle(instrument.Line, row.Number("column")) + Radians(attitude.RollDeg));
-    ASSERT_TRUE(point);
-    SCOPED_TRACE(row.Text("satellite") + ' ' + row.Text("jd_utc") + ' ' + row.Text("column") + ' ' +
-                 row.Text("yaw_deg"));
-    const GroundPoint published{row.Number("latitude_deg"), row.Number("longitude_deg")};
-    EXPECT_LT(KmApart(*point, published), 3e-4);
-    EXPECT_FALSE(PointSeen(axes, Radians(75)) || PointSeen(axes, Radians(120))) << "past the Earth";
-    if (row.Text("instrument") != "AVHRR APT" || attitude.YawDeg != 0) continue;
-    // An overlay's lines do without the ray: some kilometres apart.
-    const GroundTrack track = TrackAt(satellite, jd);
-    const ScanDistances distances = ScanDistancesOf(ScannerFamily::Noaa, track.Below.Altitude);
-    const int position = static_cast<int>(row.Number("column")) - kHalfLinePixels;
-    EXPECT_LT(KmApart(PointAcross(track, distances[ScanIndex(position)]), published), 12);
   }
 }
 

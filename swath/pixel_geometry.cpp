@@ -1,0 +1,179 @@
+#include "swath/pixel_geometry.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "orbit/julian_date.h"
+#include "orbit/model_constants.h"
+#include "orbit/scalar_math.h"
+#include "swath/scanner_geometry.h"
+
+namespace pelorin::swath {
+namespace {
+
+using orbit::Vector;
+
+/// Beyond the first and the last line.
+constexpr double kMarginS = 20;
+/// Between two knots a satellite's path is bent by a metre in a second.
+constexpr double kKnotStepS = 1;
+constexpr double kMostKnots = 20000;
+/// A satellite passes a point at most once in such a time.
+constexpr double kLegS = 600;
+
+Vector Between(const Vector& a, const Vector& b, double share) {
+  return {a.x + share * (b.x - a.x), a.y + share * (b.y - a.y), a.z + share * (b.z - a.z), 0};
+}
+
+Vector Difference(const Vector& a, const Vector& b) { return {a.x - b.x, a.y - b.y, a.z - b.z, 0}; }
+
+/// The ellipsoid's normal.
+Vector UpAt(const GroundPoint& ground) {
+  const double lat = orbit::Radians(ground.LatitudeDeg), lon = orbit::Radians(ground.LongitudeDeg);
+  return {std::cos(lat) * std::cos(lon), std::cos(lat) * std::sin(lon), std::sin(lat), 0};
+}
+
+/// A point of the ellipsoid, whose normal is given.
+Vector PlaceOf(const Vector& up) {
+  constexpr double squeezed = orbit::kOneMinusFlattening * orbit::kOneMinusFlattening;
+  const double toAxis = orbit::XKMPER / std::sqrt(up.x * up.x + up.y * up.y + squeezed * up.z * up.z);
+  return {toAxis * up.x, toAxis * up.y, toAxis * squeezed * up.z, 0};
+}
+
+/// The column at a distance, −454 … 454 and beyond, by the classic table.
+double ClassicColumn(const ScanDistances& distances, double distance) {
+  const auto above = std::upper_bound(distances.begin() + 1, distances.end() - 1, distance);
+  const auto column = static_cast<double>(above - distances.begin());
+  return column - 1 + (distance - *(above - 1)) / (*above - *(above - 1));
+}
+
+}  // namespace
+
+PixelGeometry::PixelGeometry(const Recording& recording)
+    : recording_(recording), isClassic_(recording.SeenBy.Line.Law == ScanLaw::ZonesSphere) {
+  double endS = 0;
+  for (int line = recording.Rows - 1; line > 0 && endS == 0; --line) {
+    if (const double seconds = recording.SecondsOfLine(line); seconds > 0) endS = seconds;
+  }
+  firstS_ = -kMarginS;
+  const double lengthS = endS + 2 * kMarginS;
+  stepS_ = std::max(kKnotStepS, lengthS / kMostKnots);
+  const int last = static_cast<int>(std::ceil(lengthS / stepS_));
+  for (int knot = 0; knot <= last; ++knot) {
+    const double jd = JulianDateAt(firstS_ + knot * stepS_);
+    const GroundTrack track = TrackAt(*recording_.Elements, jd);
+    if (isClassic_) {
+      knots_.push_back({track.Position, {}, track.Across, {}, track.Below.Altitude});
+      continue;
+    }
+    const ScannerAxes axes = AxesAt(track.Inertial, jd, recording_.SeenBy.YawSteering, recording_.Offsets);
+    knots_.push_back({axes.Origin, axes.Down, axes.Left, axes.Forward, track.Below.Altitude});
+  }
+}
+
+double PixelGeometry::JulianDateAt(double seconds) const {
+  return orbit::JulianDateOfMoment({recording_.FirstLine().Days + seconds / orbit::kSecondsPerDay});
+}
+
+PixelGeometry::Knot PixelGeometry::At(double seconds) const {
+  const double steps = (seconds - firstS_) / stepS_;
+  const double before = std::clamp(std::floor(steps), 0.0, static_cast<double>(knots_.size() - 2));
+  const double share = steps - before;
+  const Knot &a = knots_[static_cast<std::size_t>(before)], &b = knots_[static_cast<std::size_t>(before) + 1];
+  return {Between(a.Origin, b.Origin, share), Between(a.Down, b.Down, share), Between(a.Left, b.Left, share),
+          Between(a.Forward, b.Forward, share), a.HeightKm + share * (b.HeightKm - a.HeightKm)};
+}
+
+std::optional<GroundPoint> PixelGeometry::GroundOf(PixelPoint pixel) const {
+  const double line = recording_.Lies.Turned ? recording_.Rows - 1 - pixel.Row : pixel.Row;
+  const double received = recording_.RunsLeft() ? recording_.Columns - 1 - pixel.Column : pixel.Column;
+  const double column = received - recording_.FirstColumn;
+  const LineShape& shape = recording_.SeenBy.Line;
+  if (!(column >= -0.5 && column <= shape.Columns - 0.5 && line >= -0.5 && line <= recording_.Rows - 0.5)) {
+    return std::nullopt;
+  }
+  const int nearest = static_cast<int>(std::lround(std::clamp(line, 0.0, recording_.Rows - 1.0)));
+  // Between two lines their moments are shared out; a lost neighbour leaves the scanner's rate.
+  const double atNearest = recording_.SecondsOfLine(nearest), share = line - nearest;
+  const double seconds = atNearest + share / recording_.SeenBy.RowsPerSecond;
+  if (!std::isfinite(seconds)) return std::nullopt;
+  const Knot knot = At(seconds);
+  if (!isClassic_) {
+    return PointSeen({knot.Origin, knot.Down, knot.Left, knot.Forward},
+                     ColumnAngle(shape, column) + orbit::Radians(recording_.Offsets.RollDeg));
+  }
+  const ScanDistances distances = ScanDistancesFor(shape.AngleDeg / 2, knot.HeightKm);
+  const auto low = static_cast<std::size_t>(std::clamp(column, 0.0, shape.Columns - 2.0));
+  const double distance =
+      distances[low] + (column - static_cast<double>(low)) * (distances[low + 1] - distances[low]);
+  const GroundPoint point = PointAcross({knot.Origin, knot.Left, {}, {}}, distance);
+  if (!std::isfinite(point.LatitudeDeg)) return std::nullopt;
+  return point;
+}
+
+double PixelGeometry::Ahead(double seconds, const Vector& point, const Vector& up) const {
+  const Knot knot = At(seconds);
+  const Vector off = Difference(point, knot.Origin);
+  return isClassic_ ? Dot(off, Cross(knot.Left, up)) : Dot(off, knot.Forward);
+}
+
+std::optional<double> PixelGeometry::SecondsAbeam(double from, double to, const Vector& point,
+                                                  const Vector& up) const {
+  double ahead = Ahead(from, point, up), behind = Ahead(to, point, up);
+  if (!(ahead >= 0 && behind < 0)) return std::nullopt;
+  // The chord's foot, its heavier end lightened (Dowell and Jarratt, 1971).
+  constexpr int mostSteps = 60;
+  constexpr double nearKm = 1e-5;
+  for (int step = 0; step < mostSteps; ++step) {
+    const double at = from + (to - from) * ahead / (ahead - behind);
+    const double there = Ahead(at, point, up);
+    if (std::fabs(there) < nearKm) return at;
+    if (there > 0) {
+      from = at;
+      ahead = there;
+      behind /= 2;
+    } else {
+      to = at;
+      behind = there;
+      ahead /= 2;
+    }
+  }
+  return (from + to) / 2;
+}
+
+std::optional<double> PixelGeometry::ScannerColumn(double seconds, const Vector& point,
+                                                   const Vector& up) const {
+  const Knot knot = At(seconds);
+  const Vector off = Difference(point, knot.Origin);
+  if (!(Dot(off, up) < 0)) return std::nullopt;
+  const LineShape& shape = recording_.SeenBy.Line;
+  if (isClassic_) {
+    // The point lies below the one that is so far from the satellite: what is not along the normal there.
+    const Vector across = Difference(knot.Left, PointAlong({}, up, Dot(knot.Left, up)));
+    const double distance = Dot(off, across) / Dot(across, across);
+    return ClassicColumn(ScanDistancesFor(shape.AngleDeg / 2, knot.HeightKm), distance);
+  }
+  const double angle = std::atan2(Dot(off, knot.Left), Dot(off, knot.Down));
+  return ColumnAtAngle(shape, angle - orbit::Radians(recording_.Offsets.RollDeg));
+}
+
+std::optional<PixelPoint> PixelGeometry::PixelOf(const GroundPoint& ground) const {
+  const Vector up = UpAt(ground), point = PlaceOf(up);
+  const double endS = firstS_ + stepS_ * static_cast<double>(knots_.size() - 1);
+  const int legs = std::max(1, static_cast<int>(std::ceil((endS - firstS_) / kLegS)));
+  const double legS = (endS - firstS_) / legs;
+  for (int leg = 0; leg < legs; ++leg) {
+    const auto seconds = SecondsAbeam(firstS_ + leg * legS, firstS_ + (leg + 1) * legS, point, up);
+    if (!seconds) continue;
+    const auto column = ScannerColumn(*seconds, point, up);
+    if (!column) continue;
+    const auto line = recording_.LineAtSecond(*seconds);
+    if (!line) return std::nullopt;
+    const double received = *column + recording_.FirstColumn;
+    return PixelPoint{recording_.RunsLeft() ? recording_.Columns - 1 - received : received,
+                      recording_.Lies.Turned ? recording_.Rows - 1 - *line : *line};
+  }
+  return std::nullopt;
+}
+
+}  // namespace pelorin::swath

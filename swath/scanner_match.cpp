@@ -1,0 +1,136 @@
+#include "swath/scanner_match.h"
+
+#include <QStringList>
+#include <cmath>
+#include <memory>
+#include <utility>
+
+#include "orbit/model_constants.h"
+#include "swath/apt_line.h"
+#include "swath/scanner_geometry.h"
+
+namespace pelorin::swath {
+namespace {
+
+/// Orbits of about a day or more.
+constexpr double kGeostationaryDays = 0.9;
+
+/// Pictures of the old format, by their width.
+struct ClassicWidth {
+  int Least, Most;
+  int FirstColumn;
+};
+constexpr ClassicWidth kClassicWidths[] = {
+    {kZoneColumns, kImageEnd - 1, 0},
+    {kImageEnd, kUsualLineWidth + 10, kImageBegin},
+    {2 * kUsualLineWidth - 20, 2 * kUsualLineWidth + 20, kImageBegin},
+};
+
+bool IsOfZones(const LineShape& line) { return line.Law != ScanLaw::EvenAngles; }
+
+/// Where a line of such a picture has the scanner's first column; nothing for another width.
+std::optional<int> FirstColumnOf(const LineShape& line, int columns) {
+  if (!IsOfZones(line)) {
+    return columns == 0 || columns == line.Columns ? std::optional(0) : std::nullopt;
+  }
+  if (columns == 0) return kImageBegin;
+  for (const ClassicWidth& width : kClassicWidths) {
+    if (columns >= width.Least && columns <= width.Most) return width.FirstColumn;
+  }
+  return std::nullopt;
+}
+
+QString Widths(const Instrument& scanner) {
+  const QString name = QString::fromStdString(scanner.Name);
+  return IsOfZones(scanner.Line) ? QStringLiteral("%1 (909, 1040 or 2080)").arg(name)
+                                 : QStringLiteral("%1 (%2)").arg(name).arg(scanner.Line.Columns);
+}
+
+ScannerMatch Without(const QString& problem) {
+  ScannerMatch match;
+  match.Problem = problem;
+  return match;
+}
+
+/// The scanner of a satellite that the table does not know.
+Instrument ClassicScanner(const orbit::TSatellite& satellite) {
+  Instrument scanner;
+  scanner.Name = "APT";
+  scanner.Line = {kZoneColumns, 2 * FamilyHalfAngle(ScannerFamilyOf(satellite.Name)), ScanLaw::Zones};
+  scanner.RowsPerSecond = satellite.LinesPerMinute / orbit::kSecondsPerMinute;
+  return scanner;
+}
+
+}  // namespace
+
+ScannerMatch MatchScanner(const ScannerTable& table, const orbit::TSatellite& satellite, int columns) {
+  const QString name = QString::fromStdString(satellite.Name);
+  const auto flown = table.Of(satellite);
+  QStringList widths;
+  for (const ScannerTable::Flown& one : flown) {
+    Instrument scanner = *one.Instrument;
+    scanner.Line = one.Line();
+    if (const auto first = FirstColumnOf(scanner.Line, columns)) {
+      return {{}, {}, scanner, KnownFrom::Table, *first, one.Satellite->Offsets, one.Satellite->TimeOffsetS};
+    }
+    widths.append(Widths(scanner));
+  }
+  if (!flown.empty()) {
+    return Without(
+        QStringLiteral("A picture of %1 columns fits no scanner of %2, which has %3. Was it cut or "
+                       "scaled, or is it of another satellite?")
+            .arg(columns)
+            .arg(name, widths.join(QStringLiteral(", "))));
+  }
+  if (satellite.PeriodDays() > kGeostationaryDays) {
+    return Without(
+        QStringLiteral("%1 is geostationary: its pictures have no lines across a flight, and there "
+                       "is no map for them.")
+            .arg(name));
+  }
+  if (satellite.Name.starts_with("METEOR-M") || satellite.Name.starts_with("METEOR M")) {
+    return Without(QStringLiteral("No scanner of %1 is known. Its angle and columns can be added in a file "
+                                  "scanners.json beside the settings.")
+                       .arg(name));
+  }
+  const Instrument classic = ClassicScanner(satellite);
+  const auto first = FirstColumnOf(classic.Line, columns);
+  if (!first) {
+    return Without(
+        QStringLiteral("No scanner of %1 with %2 columns is known, and they are none of the old "
+                       "picture format's (909, 1040 or 2080). Is it of another satellite? Scanners "
+                       "can be added in a file scanners.json beside the settings.")
+            .arg(name)
+            .arg(columns));
+  }
+  ScannerMatch match{{}, {}, classic, KnownFrom::Default, *first, {}, 0};
+  if (ScannerFamilyOf(satellite.Name) == ScannerFamily::Other && satellite.LinesPerMinute == 120) {
+    match.Note =
+        QStringLiteral("No scanner of %1 is known: it is taken to look 45 degrees to either side.").arg(name);
+  }
+  return match;
+}
+
+ScannerMatch TakeElements(orbit::TSatellite set, const ScannerTable& table, Recording& recording) {
+  const auto isTold = [](KnownFrom from) { return from == KnownFrom::Product || from == KnownFrom::User; };
+  ScannerMatch match;
+  if (!isTold(recording.ScannerIsFrom)) {
+    match = MatchScanner(table, set, recording.Columns);
+    recording.SeenBy = match.SeenBy;
+    recording.FirstColumn = match.FirstColumn;
+    recording.ScannerIsFrom = match.From;
+  }
+  if (!isTold(recording.OffsetsAreFrom)) {
+    recording.Offsets = match.Fitted;
+    recording.OffsetsAreFrom = match.From;
+  }
+  // What age costs is counted in the lines of this scanner.
+  if (match.Problem.isEmpty()) {
+    set.LinesPerMinute =
+        static_cast<int>(std::lround(recording.SeenBy.RowsPerSecond * orbit::kSecondsPerMinute));
+  }
+  recording.Elements = std::make_shared<const orbit::TSatellite>(std::move(set));
+  return match;
+}
+
+}  // namespace pelorin::swath

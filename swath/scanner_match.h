@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QString>
+
+#include "swath/recording.h"
+#include "swath/scanner_table.h"
+
+/// Which scanner made a picture, as far as its satellite and its width tell.
+namespace pelorin::swath {
+
+/// A scanner and what is known of it on its satellite.
+struct ScannerMatch {
+  QString Problem;  ///< for the user, why nothing fits; the rest means nothing then. Empty otherwise
+  QString Note;     ///< for the user, what was taken for granted; mostly empty
+  Instrument SeenBy;
+  KnownFrom From = KnownFrom::Table;
+  int FirstColumn = 0;     ///< in a line of such a picture
+  Attitude Fitted;         ///< the table's
+  double TimeOffsetS = 0;  ///< the table's; for stamps of the satellite's clock
+};
+
+/// For a picture of `columns`; 0 for none, which means a satellite's usual scanner.
+///
+/// Satellites that the table knows have its scanners. The others are of the time of the old picture format:
+/// families are told by name, angles by FamilyHalfAngle; a family that is not known has 45° to either side,
+/// and a note that says so. Geostationary satellites and METEOR-M spacecraft without an entry have nothing.
+/// A picture of the old format may be the image alone (909 … 994 columns), a channel with its frame (995 …
+/// 1050), or a whole line of two (2060 … 2100).
+ScannerMatch MatchScanner(const ScannerTable& table, const orbit::TSatellite& satellite, int columns);
+
+/// Gives a recording its element set, and its scanner and attitude where neither the user nor a product file
+/// has told them. Answers what was matched; after a Problem the recording has a set, but no scanner.
+ScannerMatch TakeElements(orbit::TSatellite set, const ScannerTable& table, Recording& recording);
+
+}  // namespace pelorin::swath
