@@ -25,8 +25,11 @@ namespace {
 /// A pixel of Format_RGB32 as the bytes stand in memory.
 constexpr J_COLOR_SPACE kRgb32 = std::endian::native == std::endian::little ? JCS_EXT_BGRA : JCS_EXT_ARGB;
 
-/// A block of 64 pixels takes at least one bit, so a byte cannot hold more pixels than this.
-constexpr std::int64_t kMaxPixelsPerByte = 512;
+/// A block of 64 samples takes at least one bit, so a byte cannot hold more than this.
+constexpr std::int64_t kMaxSamplesPerByte = 512;
+
+/// Far more than any encoder makes: about ten, and each costs time even when it has no data.
+constexpr int kMostScans = 100;
 
 struct ErrorState {
   jpeg_error_mgr Manager{};
@@ -93,6 +96,58 @@ bool ReadHeader(Decoder& decoder, const char* bytes, unsigned long size) {
   jpeg_read_header(&decoder.Info, TRUE);
   decoder.Info.out_color_space = kRgb32;
   return true;
+}
+
+std::int64_t SampleCount(const jpeg_component_info& component) {
+  return std::int64_t{component.width_in_blocks} * component.height_in_blocks * DCTSIZE2;
+}
+
+struct ScanCount {
+  int Scans = 0;
+  std::int64_t Samples = 0;  ///< of all components that the scans go over
+};
+
+/// Counts the scans of a file by their marks, without decoding any.
+ScanCount CountScans(const jpeg_decompress_struct& info, QByteArrayView file) {
+  constexpr std::uint8_t startOfScan = 0xDA, firstRestart = 0xD0, endOfImage = 0xD9;
+  const auto byte = [file](qsizetype at) { return static_cast<std::uint8_t>(file[at]); };
+  ScanCount count;
+  for (qsizetype at = 2; (at = file.indexOf('\xFF', at)) >= 0 && at + 4 < file.size();) {
+    const std::uint8_t mark = byte(++at);
+    // A byte of data, a filler or a mark that stands alone.
+    if (mark <= 1 || mark == 0xFF || (mark >= firstRestart && mark <= endOfImage)) continue;
+    const qsizetype next = at + 1 + byte(at + 1) * 256 + byte(at + 2);
+    if (mark == startOfScan) {
+      ++count.Scans;
+      for (qsizetype i = 0; i < byte(at + 3) && at + 4 + 2 * i < file.size(); ++i) {
+        for (int c = 0; c < info.num_components; ++c) {
+          const jpeg_component_info& component = info.comp_info[c];
+          if (component.component_id == byte(at + 4 + 2 * i)) count.Samples += SampleCount(component);
+        }
+      }
+    }
+    at = next;
+  }
+  return count;
+}
+
+/// Throws PictureError when the file may not be decoded.
+void CheckFile(jpeg_decompress_struct& info, QByteArrayView file) {
+  std::int64_t samples = 0;
+  for (int c = 0; c < info.num_components; ++c) samples += SampleCount(info.comp_info[c]);
+  DecodingCost cost{file.size(), info.image_width, info.image_height, samples, kMaxSamplesPerByte};
+  CheckCost(cost);
+  if (jpeg_has_multiple_scans(&info) == FALSE) return;
+  const ScanCount scans = CountScans(info, file);
+  if (scans.Scans > kMostScans) {
+    throw PictureError(
+        QStringLiteral("it comes in %1 scans; at most %2 are decoded").arg(scans.Scans).arg(kMostScans));
+  }
+  cost.MostPerByte *= 1 + scans.Scans;
+  // To go over coefficients takes less than half as long as to make pixels of them.
+  cost.WorkBytes += scans.Samples / 2;
+  cost.HeldBytes = samples * static_cast<std::int64_t>(sizeof(JCOEF));
+  CheckCost(cost);
 }
 
 /// Returns how many rows there are.
@@ -174,12 +229,14 @@ LoadedPicture LoadJpeg(const QString& path) {
   };
   Decoder decoder;
   if (!ReadHeader(decoder, file.constData(), static_cast<unsigned long>(file.size()))) refuse(decoder.Text());
-  const std::int64_t width = decoder.Info.image_width;
-  const std::int64_t height = decoder.Info.image_height;
-  if (!IsPossibleSize(width, height) || width * height > file.size() * kMaxPixelsPerByte) {
-    refuse(QStringLiteral("%1 x %2 pixels cannot be in this file").arg(width).arg(height));
+  try {
+    CheckFile(decoder.Info, file);
+  } catch (const PictureError& error) {
+    refuse(error.Text());
   }
-  LoadedPicture loaded{NewImage(static_cast<int>(width), static_cast<int>(height), QImage::Format_RGB32), {}};
+  LoadedPicture loaded{NewImage(static_cast<int>(decoder.Info.image_width),
+                                static_cast<int>(decoder.Info.image_height), QImage::Format_RGB32),
+                       {}};
   loaded.Image.fill(kMissingLine);
   const int lines = ReadRows(decoder, loaded.Image.bits(), loaded.Image.bytesPerLine());
   if (lines == 0) refuse(decoder.Text());

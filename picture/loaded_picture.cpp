@@ -1,6 +1,14 @@
 #include "picture/loaded_picture.h"
 
+#include <algorithm>
+
 namespace pelorin::picture {
+
+void FillMissing(QImage& image, int lines) {
+  for (int y = lines; y < image.height(); ++y) {
+    std::fill_n(reinterpret_cast<QRgb*>(image.scanLine(y)), image.width(), kMissingLine);
+  }
+}
 
 QString DamageText(const QString& path, const QString& reason, int lines, int height) {
   const QString said = path + QStringLiteral(": ") + reason;

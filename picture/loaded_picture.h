@@ -13,6 +13,9 @@ struct LoadedPicture {
 
 inline constexpr QRgb kMissingLine = 0xFF808080;
 
+/// Fills the rows of a Format_RGB32 image from `lines` on with kMissingLine.
+void FillMissing(QImage& image, int lines);
+
 /// What is wrong with a file of which only `lines` from the top could be read, or all of them, but not well.
 QString DamageText(const QString& path, const QString& reason, int lines, int height);
 

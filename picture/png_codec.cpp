@@ -18,9 +18,13 @@ namespace {
 /// Deflate makes at most this many bytes out of one.
 constexpr std::int64_t kMaxInflation = 1032;
 
+/// An interlaced picture comes in so many passes, and each goes over all lines.
+constexpr int kInterlacePasses = 7;
+
 constexpr int kDeepest = 16;
 
-constexpr std::uint8_t kMidGrey = 0x80;
+/// How much of a file is read at once.
+constexpr qint64 kPieceBytes = 1 << 18;
 
 [[noreturn]] void Fail(png_structp png, png_const_charp) { png_longjmp(png, 1); }
 
@@ -64,7 +68,7 @@ struct Lines {
   // As the file has them:
   std::int64_t PackedRowBytes = 0;
   int BitDepth = 0, ColourType = 0;
-  std::size_t Unread = 0;  ///< bytes of the file behind the header
+  std::size_t Unread = 0;  ///< bytes of the piece that ends the header, behind it
   bool HasHeader = false;
   std::vector<png_bytep> Rows;
   int Read = 0;
@@ -102,18 +106,28 @@ void OnRow(png_structp png, png_bytep row, png_uint_32 number, int) {
 void OnEnd(png_structp png, png_infop) { LinesOf(png).IsEnded = true; }
 
 /// Feeds bytes until they end, or the header does; false at damage.
-bool Feed(const Reader& reader, png_bytep bytes, std::size_t count) {
+bool FeedBytes(const Reader& reader, png_bytep bytes, std::size_t count) {
   if (setjmp(png_jmpbuf(reader.Png)) != 0) return false;
   png_process_data(reader.Png, reader.Info, bytes, count);
   return true;
 }
 
+/// Feeds the last `count` bytes of a piece.
+bool Feed(const Reader& reader, QByteArray& piece, std::size_t count) {
+  // libpng only reads the bytes, whatever their type says.
+  auto* end = reinterpret_cast<png_bytep>(piece.data()) + piece.size();
+  return FeedBytes(reader, end - count, count);
+}
+
+bool Feed(const Reader& reader, QByteArray& piece) {
+  return Feed(reader, piece, static_cast<std::size_t>(piece.size()));
+}
+
 bool WriteRows(const Writer& writer, const PngPicture& picture, QIODevice* device) {
   if (setjmp(png_jmpbuf(writer.Png)) != 0) return false;
-  const int bitDepth = 8 * picture.SampleBytes;
-  const bool hasAlpha = picture.Channels % 2 == 0;
-  const int colourType =
-      (picture.Channels > 2 ? PNG_COLOR_MASK_COLOR : 0) | (hasAlpha ? PNG_COLOR_MASK_ALPHA : 0);
+  const int bitDepth = 8 * picture.Samples.SampleBytes();
+  const int colourType = (picture.Samples.Channels() > 2 ? PNG_COLOR_MASK_COLOR : 0) |
+                         (picture.Samples.HasAlpha() ? PNG_COLOR_MASK_ALPHA : 0);
   png_set_write_fn(writer.Png, device, WriteBytes, FlushNothing);
   png_set_IHDR(writer.Png, writer.Info, static_cast<png_uint_32>(picture.Width),
                static_cast<png_uint_32>(picture.Height), bitDepth, colourType, PNG_INTERLACE_NONE,
@@ -121,51 +135,48 @@ bool WriteRows(const Writer& writer, const PngPicture& picture, QIODevice* devic
   png_write_info(writer.Png, writer.Info);
   png_set_invert_alpha(writer.Png);
   SwapDeepSamples(writer.Png, bitDepth);
-  const std::size_t rowBytes = picture.Samples.size() / static_cast<std::size_t>(picture.Height);
-  for (std::size_t start = 0; start < picture.Samples.size(); start += rowBytes) {
-    png_write_row(writer.Png, picture.Samples.data() + start);
-  }
+  for (int row = 0; row < picture.Height; ++row) png_write_row(writer.Png, picture.Samples.Row(row));
   png_write_end(writer.Png, nullptr);
   return true;
 }
 
 }  // namespace
 
-bool DecodePng(QByteArrayView file, PngPicture& picture) {
+bool DecodePng(QIODevice& file, PngPicture& picture) {
   const Reader reader;
   if (reader.Info == nullptr) return false;
+  // Texts and colour profiles can be packed a thousandfold like the pixels, and nobody reads them.
+  png_set_keep_unknown_chunks(reader.Png, PNG_HANDLE_CHUNK_NEVER, nullptr, -1);
   Lines lines;
-  // libpng only reads the bytes, whatever their type says.
-  auto* bytes = reinterpret_cast<png_bytep>(const_cast<char*>(file.data()));
-  const auto size = static_cast<std::size_t>(file.size());
   png_set_progressive_read_fn(reader.Png, &lines, OnHeader, OnRow, OnEnd);
-  if (!Feed(reader, bytes, size) || !lines.HasHeader) return false;
+  const qint64 fileBytes = file.size() - file.pos();
+  QByteArray piece;
+  while (!lines.HasHeader) {
+    piece = file.read(kPieceBytes);
+    if (piece.isEmpty() || !Feed(reader, piece)) return false;
+  }
   const std::int64_t width = png_get_image_width(reader.Png, reader.Info);
   const std::int64_t height = png_get_image_height(reader.Png, reader.Info);
-  if (!IsPossibleSize(width, height) || lines.PackedRowBytes * height > file.size() * kMaxInflation) {
-    return false;
-  }
+  const bool isInterlaced = png_get_interlace_type(reader.Png, reader.Info) != PNG_INTERLACE_NONE;
+  CheckCost({fileBytes, width, height, lines.PackedRowBytes * height * (isInterlaced ? kInterlacePasses : 1),
+             kMaxInflation * (isInterlaced ? kInterlacePasses : 1)});
   picture.Width = static_cast<int>(width);
   picture.Height = static_cast<int>(height);
   picture.BitDepth = lines.BitDepth;
   picture.ColourType = lines.ColourType;
-  picture.Channels = png_get_channels(reader.Png, reader.Info);
-  picture.SampleBytes = png_get_bit_depth(reader.Png, reader.Info) / 8;
-  const std::size_t rowBytes = png_get_rowbytes(reader.Png, reader.Info);
-  picture.Samples.assign(rowBytes * static_cast<std::size_t>(height), kMidGrey);
-  for (std::size_t start = 0; start < picture.Samples.size(); start += rowBytes) {
-    lines.Rows.push_back(picture.Samples.data() + start);
-  }
-  const bool isSound = Feed(reader, bytes + size - lines.Unread, lines.Unread);
+  picture.Samples = SampleRows(picture.Width, picture.Height, png_get_channels(reader.Png, reader.Info),
+                               png_get_bit_depth(reader.Png, reader.Info) / 8);
+  for (int row = 0; row < picture.Height; ++row) lines.Rows.push_back(picture.Samples.Row(row));
+  bool isSound = Feed(reader, piece, lines.Unread);
+  while (isSound && !(piece = file.read(kPieceBytes)).isEmpty()) isSound = Feed(reader, piece);
   picture.LinesRead = lines.Read;
-  const bool isInterlaced = png_get_interlace_type(reader.Png, reader.Info) != PNG_INTERLACE_NONE;
   picture.IsWhole = isSound && (lines.IsEnded || (!isInterlaced && lines.Read == height));
   return lines.Read > 0;
 }
 
 bool EncodePng(const PngPicture& picture, QIODevice& device) {
   const Writer writer;
-  return writer.Info != nullptr && !picture.Samples.empty() && WriteRows(writer, picture, &device);
+  return writer.Info != nullptr && !picture.Samples.IsEmpty() && WriteRows(writer, picture, &device);
 }
 
 }  // namespace pelorin::picture

@@ -18,8 +18,8 @@ inline constexpr QLatin1StringView kReadingError("Error Reading File!");
 class TPngGraphic {
  public:
   /// Throws PictureError: "Error Opening File <path>!" when the file cannot be opened, and
-  /// kReadingError when it is no PNG file or no line of it can be read; the earlier picture then stays. Of
-  /// one that is damaged or cut short the lines before that are there.
+  /// kReadingError when it is no PNG file or no line of it can be read, or what is too much about it; the
+  /// earlier picture then stays. Of one that is damaged or cut short the lines before that are there.
   void LoadFromFile(const QString& path);
 
   /// Replaces the file at `path` by the picture as it is held: what came with a palette or with fewer
@@ -47,9 +47,12 @@ class TPngGraphic {
   int LinesRead() const { return picture_.LinesRead; }  ///< from the top
   bool IsWhole() const { return picture_.IsWhole; }
 
-  /// The picture with 8 bits a sample: Format_ARGB32 (not premultiplied) when it has an alpha channel,
-  /// Format_RGB32 otherwise; null before anything is loaded. It is made anew at each call.
+  /// The picture as MakeImage shows its samples; null before anything is loaded. It is made anew at each
+  /// call.
   QImage Image() const;
+
+  /// The same for one that is needed no more: its samples are given back meanwhile.
+  QImage TakeImage() &&;
 
  private:
   PngPicture picture_;

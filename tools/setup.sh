@@ -1,7 +1,7 @@
 # Sourced by ./run and ./test: what has to be installed before the build, and how it is built.
 # Expects $root (the checkout) and defines need_packages, build_preset.
 
-BUILD_PACKAGES="g++ cmake ninja-build ccache pkgconf qt6-base-dev libjpeg62-turbo-dev libpng-dev zlib1g-dev nlohmann-json3-dev
+BUILD_PACKAGES="g++ cmake ninja-build ccache pkgconf qt6-base-dev libjpeg62-turbo-dev libpng-dev libtiff-dev zlib1g-dev nlohmann-json3-dev
   fonts-dejavu-core fonts-liberation2 qt6-tools-dev libqt6sql6-sqlite
   libnetcdf-dev ferret-datasets gmt-gshhg-low gmt-gshhg-high"
 TEST_PACKAGES="libgtest-dev"

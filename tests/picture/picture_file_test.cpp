@@ -11,6 +11,7 @@
 #include "files/read_file.h"
 #include "picture/jpeg_image.h"
 #include "picture/picture_error.h"
+#include "picture/picture_size.h"
 #include "tests/support/folder_test.h"
 
 namespace pelorin::picture {
@@ -115,15 +116,77 @@ TEST_F(PictureFile, LyingSizesTakeNoMemory) {
     return usage.ru_maxrss / 1024;
   };
   SaveJpeg(QImage(8, 8, QImage::Format_Grayscale8), Path("pass.jpg"), 33);
-  const QByteArray jpeg = files::ReadFile(Path("pass.jpg"));
-  const qsizetype size = jpeg.indexOf("\xFF\xC0") + 5;
-  const auto before = peakMegabytes();
-  EXPECT_FALSE(Loads("pass.jpg", QByteArray(jpeg).replace(size, 4, "\x4E\x20\x4E\x20")));
-  EXPECT_TRUE(error_.endsWith(u"20000 x 20000 pixels cannot be in this file")) << error_.toStdString();
+  QImageWriter writer(Path("fine.jpg"));
+  writer.setProgressiveScanWrite(true);
+  ASSERT_TRUE(writer.write(QImage(16, 16, QImage::Format_RGB32)));
+  const QByteArray jpeg = files::ReadFile(Path("pass.jpg")), fine = files::ReadFile(Path("fine.jpg"));
+  const auto withSize = [](QByteArray file, const char* mark, const QByteArray& size) {
+    return file.replace(file.indexOf(mark) + 5, 4, QByteArray::fromHex(size));
+  };
+  const QByteArray lastScan = fine.sliced(fine.lastIndexOf("\xFF\xDA")).chopped(2);
   // 20,000 x 20,000 in RGB, with its right check sum, then an empty IDAT chunk.
-  EXPECT_FALSE(Loads("pass.png", QByteArray::fromHex("89504E470D0A1A0A 0000000D 49484452 00004E20 00004E20"
-                                                     "0802000000 6C12D16E 00000000 49444154 35AF061E")));
+  const QByteArray png = QByteArray::fromHex(
+      "89504E470D0A1A0A 0000000D 49484452 00004E20 00004E20"
+      "0802000000 6C12D16E 00000000 49444154 35AF061E");
+  const QByteArray junk(3'000'000, 'x');
+  const struct {
+    const char* Name;
+    QByteArray Content;
+    const char* Error;
+  } rows[] = {
+      {"a.jpg", withSize(jpeg, "\xFF\xC0", "4E204E20"), "20000 x 20000 pixels cannot be in this file"},
+      {"b.jpg", withSize(jpeg, "\xFF\xC0", "4E204E20") + junk,
+       "20000 x 20000 pixels are too many: a file of this length may have 100 million, and 30000 a side"},
+      {"c.jpg", withSize(fine, "\xFF\xC2", "23282328") + junk,
+       "9000 x 9000 pixels would take too long: 446 million bytes have to be decoded, and a file of this "
+       "length "
+       "may have 360 million"},
+      {"d.jpg", fine.chopped(2) + lastScan.repeated(100) + fine.last(2),
+       "it comes in 110 scans; at most 100 are decoded"},
+      {"e.png", png, "20000 x 20000 pixels cannot be in this file"},
+      {"f.png", png + junk,
+       "20000 x 20000 pixels are too many: a file of this length may have 100 million, and 30000 a side"},
+  };
+  const auto before = peakMegabytes();
+  for (const auto& row : rows) {
+    EXPECT_FALSE(Loads(row.Name, row.Content)) << row.Name;
+    EXPECT_TRUE(error_.contains(Path(row.Name)) && error_.endsWith(QLatin1StringView(row.Error)))
+        << error_.toStdString();
+  }
   EXPECT_LT(peakMegabytes() - before, 100);
+}
+
+TEST_F(PictureFile, CostIsHeldAgainstTheFile) {
+  constexpr std::int64_t million = 1'000'000;
+  const struct {
+    const char* Label;
+    DecodingCost Cost;
+    const char* Error;
+  } rows[] = {
+      {"16 bits RGB", {million, 3000, 20000, 360 * million, 1032}, ""},
+      {"the largest", {20 * million, 20000, 20000, 1200 * million, 1032}, ""},
+      {"one more", {20 * million, 20000, 20001, 1200 * million, 1032}, "are too many"},
+      {"more than its length", {10 * million, 20000, 20000, 400 * million, 1032}, "may have 200 million"},
+      {"long work", {10 * million, 3000, 20000, 721 * million, 1032}, "may have 720 million"},
+      {"cannot be unpacked", {million, 3000, 20000, 120 * million, 64}, "cannot be in this file"},
+      {"no rows", {million, 3000, 0, 0, 64}, "cannot be in this file"},
+      {"memory", {40 * million, 10000, 10000, million, 64, 401 * million}, "401 MB of memory"},
+  };
+  for (const auto& row : rows) {
+    const QString error = tests::ErrorOf([&] { CheckCost(row.Cost); });
+    EXPECT_TRUE(error.contains(QLatin1StringView(row.Error))) << row.Label << error.toStdString();
+    EXPECT_EQ(error.isEmpty(), *row.Error == '\0') << row.Label;
+  }
+}
+
+TEST_F(PictureFile, ContentGoesBeforeTheName) {
+  QImage image(3, 2, QImage::Format_RGB32);
+  image.fill(0xFF102030);
+  ASSERT_TRUE(image.save(Path("pass.png")) && image.save(Path("pass.bmp")));
+  for (const char* name : {"pass.png", "pass.bmp"}) {
+    EXPECT_TRUE(Loads("pass.jpg", files::ReadFile(Path(name)))) << error_.toStdString();
+    EXPECT_EQ(loaded_.Image, image) << name;
+  }
 }
 
 }  // namespace

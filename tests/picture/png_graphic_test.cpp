@@ -1,6 +1,7 @@
 #include "picture/png_graphic.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <zlib.h>
 
 #include <functional>
@@ -51,11 +52,15 @@ TEST_F(PngGraphic, EveryKindHasItsColoursAndKeepsThemWhenSaved) {
       {"grey 1", 1, kGrey, hex("00 40"), {0xFF000000, 0xFFFFFFFF}},
       {"grey 2", 2, kGrey, hex("00 1B"), {0xFF000000, 0xFF555555, 0xFFAAAAAA, 0xFFFFFFFF}},
       {"grey 4", 4, kGrey, hex("00 3F"), {0xFF333333, 0xFFFFFFFF}},
-      {"grey 16, nearest of 8 bits", 16, kGrey, hex("00 12C0 8010"), {0xFF131313, 0xFF808080}},
+      {"grey 16, darkest to brightest, lost ones black",
+       16,
+       kGrey,
+       hex("00 12C0 4968 8010 0000"),
+       {0xFF000000, 0xFF808080, 0xFFFFFFFF, 0xFF000000}},
       {"grey and alpha", 8, kGreyAlpha, hex("00 40 80"), {0x80404040}},
       {"RGB", 8, kRgb, hex("00 102030"), {0xFF102030}},
       {"RGB and alpha", 8, kRgbAlpha, hex("00 10203040"), {0x40102030}},
-      {"RGB 16 and alpha", 16, kRgbAlpha, hex("00 1010 2020 3030 4040"), {0x40102030}},
+      {"RGB 16 and alpha", 16, kRgbAlpha, hex("00 1010 2020 3030 4040"), {0x400080FF}},
       {"palette 2", 2, kPalette, hex("00 70"), {0xFF102030, 0xFF306090}},
       {"palette 4, transparent", 4, kPalette, hex("00 12"), {0x80102030, 0xFF204060}, hex("11 80")},
       {"grey 2, one transparent", 2, kGrey, hex("00 60"), {0x00555555, 0xFFAAAAAA}, hex("0001")},
@@ -83,6 +88,18 @@ TEST_F(PngGraphic, EveryKindHasItsColoursAndKeepsThemWhenSaved) {
       EXPECT_NEAR(qRed(page.pixel(x, 0)), (alpha * qRed(wanted) + (255 - alpha) * 255) / 255, 1) << x;
     }
   }
+}
+
+TEST_F(PngGraphic, TextsTakeNoMemory) {
+  const QByteArray text =
+      Chunk("zTXt", QByteArray("a\0\0", 3) + qCompress(QByteArray(7'900'000, 'x'), 9).mid(4));
+  QByteArray file = MakePng({"", 8, kGrey, QByteArray("\0\x40", 2), {0}});
+  files::ReplaceFile(Path("a.png"), file.insert(33, text.repeated(40)));
+  rusage before{}, after{};
+  getrusage(RUSAGE_SELF, &before);
+  EXPECT_EQ(LoadPicture(Path("a.png")).pixel(0, 0), 0xFF404040);
+  getrusage(RUSAGE_SELF, &after);
+  EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 100 * 1024);
 }
 
 TEST_F(PngGraphic, FailuresHaveTheirTexts) {
