@@ -22,7 +22,7 @@ set(may_cli cli app elements map passes overlay swath picture orbit files)
 set(may_tools tools overlay elements picture orbit files)
 
 # What of Qt a room may name, as a pattern of header names after the leading Q.
-set(core_only "^(tEndian|ByteArray|String|StringList|StringView|File|FileInfo|Dir|IODevice|Buffer|SaveFile|LockFile|StandardPaths|DateTime|Date|Time|TimeZone|CoreApplication|CommandLineParser|CommandLineOption|Json.*|Debug|Locale|RegularExpression|List|Map|Hash|Variant|StringDecoder|StringEncoder|StringConverter|TemporaryDir|SysInfo|Process|Timer|Settings)$")
+set(core_only "^(tEndian|ByteArray|String|StringList|StringView|File|FileInfo|Dir|IODevice|Buffer|SaveFile|LockFile|StandardPaths|DateTime|Date|Time|TimeZone|CoreApplication|CommandLineParser|CommandLineOption|Json.*|Cbor.*|Debug|Locale|RegularExpression|List|Map|Hash|Variant|StringDecoder|StringEncoder|StringConverter|TemporaryDir|SysInfo|Process|Timer|Settings)$")
 set(gui "^(Image|Color|Rgb|Painter|Rect|Point|Size|GuiApplication|ImageReader|ImageWriter)$")
 # The one file that speaks to the network.
 set(network_file elements/element_download.cpp)
