@@ -1,6 +1,6 @@
 #include "picture/ext_bitmap.h"
 
-#include <QBuffer>
+#include <QIODevice>
 #include <cstdlib>
 #include <utility>
 
@@ -15,6 +15,9 @@ namespace {
 constexpr std::uint32_t kFullPalette = 256;
 constexpr std::uint32_t kEntrySize = 4;
 constexpr qsizetype kShortestMended = 55;
+
+/// No bound: whether a file has all its pixels is found out by its own length, and told as cut short.
+constexpr std::int64_t kMostPixelsPerByte = 1 << 20;
 
 /// Whether the pixels follow the counted colours: the header says so, and behind a full palette the file
 /// would not have room for them. How much room runs need, nobody says.
@@ -87,6 +90,8 @@ void CheckAndMendOffset(QByteArray& file) {
   if (header->BitCount == 0 || header->BitCount > 32) {
     throw PictureError(QStringLiteral("%1 bits per pixel are not possible").arg(header->BitCount));
   }
+  CheckCost({file.size(), header->Width, rows, rows * BitmapRowBytes(header->Width, header->BitCount),
+             kMostPixelsPerByte});
   const bool isRuns = header->Compression == kRuns8 || header->Compression == kRuns4;
   // A row of nothing still takes its end mark, and a run of 255 pixels two bytes.
   const std::int64_t needed =
@@ -102,24 +107,24 @@ void CheckAndMendOffset(QByteArray& file) {
   SetPixelOffset(file, static_cast<std::uint32_t>(start));
 }
 
+QImage Decode(QByteArray file, bool isWholeFile) {
+  if (isWholeFile) MendPalette(file);
+  CheckAndMendOffset(file);
+  const QImage image = QImage::fromData(file, "BMP");
+  if (image.isNull()) throw PictureError(QStringLiteral("not a Windows bitmap that can be shown"));
+  return image.convertToFormat(QImage::Format_RGB32);
+}
+
 }  // namespace
 
 void TExtBitmap::LoadFromStream(QIODevice& stream) {
   const bool isAtStart = stream.pos() == 0;
-  QByteArray file = stream.readAll();
-  if (isAtStart) MendPalette(file);
-  CheckAndMendOffset(file);
-  const QImage image = QImage::fromData(file, "BMP");
-  if (image.isNull()) throw PictureError(QStringLiteral("not a Windows bitmap that can be shown"));
-  image_ = image.convertToFormat(QImage::Format_RGB32);
+  image_ = Decode(stream.readAll(), isAtStart);
 }
 
 void TExtBitmap::LoadFromFile(const QString& path) {
-  QByteArray content = files::ReadFile(path, files::kMostPictureBytes);
-  QBuffer stream(&content);
-  stream.open(QIODevice::ReadOnly);
   try {
-    LoadFromStream(stream);
+    image_ = Decode(files::ReadFile(path, files::kMostPictureBytes), true);
   } catch (const PictureError& error) {
     throw PictureError(QStringLiteral("Cannot read %1: %2").arg(path, error.Text()));
   }

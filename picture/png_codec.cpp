@@ -18,8 +18,9 @@ namespace {
 /// Deflate makes at most this many bytes out of one.
 constexpr std::int64_t kMaxInflation = 1032;
 
-/// An interlaced picture comes in so many passes, and each goes over all lines.
-constexpr int kInterlacePasses = 7;
+/// An interlaced picture comes in seven passes over all lines, and takes so many times as long as one in
+/// order.
+constexpr int kInterlaceWork = 3;
 
 constexpr int kDeepest = 16;
 
@@ -158,8 +159,8 @@ bool DecodePng(QIODevice& file, PngPicture& picture) {
   const std::int64_t width = png_get_image_width(reader.Png, reader.Info);
   const std::int64_t height = png_get_image_height(reader.Png, reader.Info);
   const bool isInterlaced = png_get_interlace_type(reader.Png, reader.Info) != PNG_INTERLACE_NONE;
-  CheckCost({fileBytes, width, height, lines.PackedRowBytes * height * (isInterlaced ? kInterlacePasses : 1),
-             kMaxInflation * (isInterlaced ? kInterlacePasses : 1)});
+  CheckCost({fileBytes, width, height, lines.PackedRowBytes * height * (isInterlaced ? kInterlaceWork : 1),
+             kMaxInflation * (isInterlaced ? kInterlaceWork : 1)});
   picture.Width = static_cast<int>(width);
   picture.Height = static_cast<int>(height);
   picture.BitDepth = lines.BitDepth;

@@ -1,7 +1,6 @@
 #include "picture/png_graphic.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <zlib.h>
 
 #include <functional>
@@ -88,18 +87,6 @@ TEST_F(PngGraphic, EveryKindHasItsColoursAndKeepsThemWhenSaved) {
       EXPECT_NEAR(qRed(page.pixel(x, 0)), (alpha * qRed(wanted) + (255 - alpha) * 255) / 255, 1) << x;
     }
   }
-}
-
-TEST_F(PngGraphic, TextsTakeNoMemory) {
-  const QByteArray text =
-      Chunk("zTXt", QByteArray("a\0\0", 3) + qCompress(QByteArray(7'900'000, 'x'), 9).mid(4));
-  QByteArray file = MakePng({"", 8, kGrey, QByteArray("\0\x40", 2), {0}});
-  files::ReplaceFile(Path("a.png"), file.insert(33, text.repeated(40)));
-  rusage before{}, after{};
-  getrusage(RUSAGE_SELF, &before);
-  EXPECT_EQ(LoadPicture(Path("a.png")).pixel(0, 0), 0xFF404040);
-  getrusage(RUSAGE_SELF, &after);
-  EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 100 * 1024);
 }
 
 TEST_F(PngGraphic, FailuresHaveTheirTexts) {
