@@ -5,6 +5,7 @@
 #include "elements/known_sets.h"
 #include "orbit/julian_date.h"
 #include "overlay/flight_replay.h"
+#include "overlay/map_lines.h"
 #include "overlay/overlay_generator.h"
 #include "overlay/overlay_master.h"
 #include "overlay/overlay_outputs.h"
@@ -20,6 +21,7 @@ namespace orbit = pelorin::orbit;
 namespace swath = pelorin::swath;
 
 const QString kCountries = QStringLiteral(PELORIN_BUILT_DATA "/Countries.dat");
+const QString kCoastlines = QStringLiteral(PELORIN_BUILT_DATA "/Coastlines.dat");
 
 bool AnyMemory(const QString&) { return true; }
 
@@ -102,19 +104,62 @@ void MakeMaps(benchmark::State& state, const Pass& pass) {
 void MapOfFifteenMinutes(benchmark::State& state) { MakeMaps(state, Pass()); }
 BENCHMARK(MapOfFifteenMinutes)->Unit(benchmark::kMillisecond);
 
-/// Over pictures of today's scanners: columns, rows.
-void MapOfPicture(benchmark::State& state) {
-  Pass pass;
-  swath::Recording& picture = pass.request.Picture;
-  const int columns = static_cast<int>(state.range(0));
+/// A picture of one of today's scanners.
+void SetPicture(int columns, int rows, swath::Recording& picture) {
   picture.SeenBy = {"even", {columns, 110.6, swath::ScanLaw::EvenAngles}, 6.5};
   picture.FirstColumn = 0;
   picture.Columns = columns;
-  picture.Rows = static_cast<int>(state.range(1));
+  picture.Rows = rows;
+}
+
+/// Over such pictures: columns, rows.
+void MapOfPicture(benchmark::State& state) {
+  Pass pass;
+  SetPicture(static_cast<int>(state.range(0)), static_cast<int>(state.range(1)), pass.request.Picture);
   pass.request.DurationMinutes = 0;
   MakeMaps(state, pass);
 }
 BENCHMARK(MapOfPicture)->Args({1568, 5000})->Args({2048, 6000})->Unit(benchmark::kMillisecond);
+
+/// 2,048 by 6,000 pixels from the Laptev Sea over Scandinavia to the Alps: few pictures have more coasts.
+swath::Recording BusyPicture() {
+  swath::Recording picture;
+  swath::TakeElements(Noaa19(), swath::ScannerTable(), picture);
+  picture.Start = orbit::MakeDateTime(2022, 2, 23, 7, 45);
+  SetPicture(2048, 6000, picture);
+  return picture;
+}
+
+/// The file opened, and the tiles read that the picture sees.
+void TilesOfPicture(benchmark::State& state) {
+  const swath::Recording picture = BusyPicture();
+  const swath::PixelGeometry geometry(picture);
+  const PictureView view = ViewOf(picture, geometry);
+  for (auto _ : state) benchmark::DoNotOptimize(FineLines::Open(kCoastlines)->Lines(TilesSeen(view)));
+}
+BENCHMARK(TilesOfPicture)->Unit(benchmark::kMillisecond);
+
+void LinesOfPicture(benchmark::State& state) {
+  const swath::Recording picture = BusyPicture();
+  const auto file = FineLines::Open(kCoastlines);
+  for (auto _ : state) benchmark::DoNotOptimize(MapLinesOf(picture, &*file, {true, true, true, 10, {}}));
+}
+BENCHMARK(LinesOfPicture)->Unit(benchmark::kMillisecond);
+
+/// The same, each point's pixel sought: what the mesh is measured against.
+void LinesOfPictureOneByOne(benchmark::State& state) {
+  const swath::Recording picture = BusyPicture();
+  const auto file = FineLines::Open(kCoastlines);
+  const swath::PixelGeometry geometry(picture);
+  const PictureView view = ViewOf(picture, geometry);
+  const std::vector<FineLine> lines = file->Lines(TilesSeen(view));
+  for (auto _ : state) {
+    std::vector<PixelLine> drawn;
+    for (const FineLine& line : lines) AddPixelLines(view, line.Points, drawn);
+    benchmark::DoNotOptimize(drawn);
+  }
+}
+BENCHMARK(LinesOfPictureOneByOne)->Unit(benchmark::kMillisecond);
 
 /// A tick after five seconds: ten lines, some of them moving the full picture on.
 void FlightTick(benchmark::State& state) {
