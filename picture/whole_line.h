@@ -9,8 +9,10 @@ namespace pelorin::picture {
 /// band, image and telemetry.
 inline constexpr int kWholeLineWidth = 2080;
 
-/// Whether a picture of this width holds both channels.
-constexpr bool HoldsWholeLines(int width) { return width == kWholeLineWidth; }
+/// Whether a picture of this width holds both channels; some recorders add or leave out up to 20 columns.
+constexpr bool HoldsWholeLines(int width) {
+  return width >= kWholeLineWidth - 20 && width <= kWholeLineWidth + 20;
+}
 
 /// A picture of whole lines cut in its middle, left half first: channel A when the picture is as it was
 /// received, channel B when it was turned by 180° or mirrored.
