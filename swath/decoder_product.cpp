@@ -20,7 +20,8 @@ const auto kProductFile = QStringLiteral("product.cbor"), kDatasetFile = QString
 /// leads out of the folder is refused: such files come from strangers.
 QString Inside(const QString& folder, const DecoderField& field) {
   const auto name = field.Text();
-  if (!name) field.Fail(QStringLiteral("must be a text"));
+  if (!name || name->isEmpty() || name->contains(QChar(0)))
+    field.Fail(QStringLiteral("must be the name of a file"));
   const bool climbs = QDir::fromNativeSeparators(*name).split(u'/').contains(QStringLiteral(".."));
   const QString home = QFileInfo(folder).canonicalFilePath();
   const QString path = QFileInfo(QDir(home).filePath(*name)).canonicalFilePath();

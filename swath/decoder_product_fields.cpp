@@ -1,12 +1,13 @@
 #include "swath/decoder_product_fields.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace pelorin::swath {
 namespace {
 
 constexpr int kMostColumns = 20000, kMostStamps = 100000, kMostRowsPerStamp = 1000;
-constexpr double kMostTurnedDeg = 180, kWidestDeg = 150, kMostLateS = 86400;
+constexpr double kWholeTurnDeg = 360, kWidestDeg = 150, kMostLateS = 86400;
 /// Between the centres of the outermost of 2,048 samples: the handbook's step of 0.0541°.
 constexpr double kZonesDeg = 110.74;
 
@@ -35,7 +36,7 @@ std::shared_ptr<const LineStamps> StampsOfGeometry(const DecoderField& root) {
   LineStamps stamps;
   stamps.UnixS = geometry["timestamps"].Numbers(kMostStamps);
   stamps.RowsPerStamp =
-      std::max(geometry["interpolate_timestamps"].Whole(0, kMostRowsPerStamp).value_or(1), 1);
+      std::max(geometry["interpolate_timestamps"].Whole(-1, kMostRowsPerStamp).value_or(1), 1);
   stamps.RowS = geometry["interpolate_timestamps_scantime"].Number(0, kMostLateS).value_or(0);
   if (filter["type"].Text() == QStringLiteral("simple")) {
     if (stamps.RowS == 0) {
@@ -80,7 +81,7 @@ void ReadElements(const DecoderField& elements, DecodedProduct& product) {
     product.ElementLine2 = line2;
     product.CatalogueNumber = line1.mid(2, 5).trimmed();
   }
-  const auto number = elements["norad"].Whole(0, 999999999);
+  const auto number = elements["norad"].Whole(-1, 999999999);
   if (number && *number > 0) product.CatalogueNumber = QString::number(*number);
   product.Satellite = line("name");
 }
@@ -123,12 +124,18 @@ DecodedGeometry GeometryOf(const DecoderField& field, const QString& type) {
     geometry.Line = {*columns, *angle, ScanLaw::EvenAngles};
   }
   const auto degrees = [&](const char* key) {
-    return field[key].Number(-kMostTurnedDeg, kMostTurnedDeg).value_or(0);
+    return field[key].Number(-kWholeTurnDeg, kWholeTurnDeg).value_or(0);
   };
   geometry.Offsets = {degrees("roll_offset"), degrees("pitch_offset"), degrees("yaw_offset")};
   geometry.TimeOffsetS = field["timestamp_offset"].Number(-kMostLateS, kMostLateS).value_or(0);
   geometry.InvertScan = field["invert_scan"].Flag();
   return geometry;
+}
+
+/// Other decoders' conventions, or instruments that look to a side.
+bool IsTurnedTooFar(const Attitude& offsets) {
+  return std::max({std::abs(offsets.RollDeg), std::abs(offsets.PitchDeg), std::abs(offsets.YawDeg)}) >
+         kMostTurnedDeg;
 }
 
 }  // namespace
@@ -137,7 +144,7 @@ DecodedProduct ReadProductFields(const DecoderField& root, const QString& path) 
   DecodedProduct product;
   product.File = path;
   product.Instrument = root["instrument"].Text().value_or(QString());
-  product.StartUnixS = root["product_timestamp"].Number(-1, 1e11);
+  product.StartUnixS = root["product_timestamp"].Number(-1e12, 1e12);
   if (product.StartUnixS.value_or(0) <= 0) product.StartUnixS.reset();
 
   const DecoderField field = root["projection_cfg"];
@@ -147,7 +154,13 @@ DecodedProduct ReadProductFields(const DecoderField& root, const QString& path) 
 
   const QString type = field["type"].Text().value_or(QString());
   product.GeometryProblem = ProblemOf(field, type, product.IsOlderForm);
-  if (product.GeometryProblem.isEmpty()) product.Geometry = GeometryOf(field, type);
+  if (!product.GeometryProblem.isEmpty()) return product;
+  product.Geometry = GeometryOf(field, type);
+  if (IsTurnedTooFar(product.Geometry->Offsets)) {
+    product.Geometry.reset();
+    product.GeometryProblem =
+        QStringLiteral("its scanner is turned by more than %1°, which is not supported").arg(kMostTurnedDeg);
+  }
   return product;
 }
 

@@ -7,7 +7,6 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 #include <cmath>
-#include <functional>
 #include <nlohmann/json.hpp>
 
 #include "files/atomic_file.h"
@@ -23,31 +22,20 @@ constexpr const char* kLine1 = "1 59051U 24039A   25102.50000000  .00000123  000
 constexpr const char* kLine2 = "2 59051  98.6000  60.0000 0008000 120.0000 240.0000 14.22000000 58001";
 
 json Newer() {
-  return {{"instrument", "msu_mr"},
-          {"type", "image"},
-          {"product_source", "some station"},
-          {"product_timestamp", 1.7e9},
-          {"images",
-           {{{"file", "MSU-MR-1.png"}, {"name", "1"}, {"bit_depth", 10}},
-            {{"file", "MSU-MR-2.png"}, {"name", "2"}, {"transform", {{"bx", 2.5}, {"by", -8}}}},
-            {{"file", "gone.png"}, {"name", "3"}},
-            {{"file", "MSU-MR-4.png"}, {"name", "4"}, {"transform", {{"type", 1}, {"ax", 1.01}}}}}},
-          {"projection_cfg",
-           {{"type", "normal_single_line"},
-            {"scan_angle", 110.1},
-            {"image_width", 1568},
-            {"roll_offset", -0.4},
-            {"pitch_offset", 0.25},
-            {"timestamp_offset", 1},
-            {"invert_scan", true},
-            {"timestamps", {1.7e9, -1, 1.7e9 + 2 * 1.231141, nullptr}},
-            {"interpolate_timestamps", 8},
-            {"interpolate_timestamps_scantime", 0.16},
-            {"tle",
-             {{"norad", 59051},
-              {"name", "METEOR-M2 4"},
-              {"line1", std::string(kLine1) + "\r\n"},
-              {"line2", kLine2}}}}}};
+  json product = json::parse(R"({
+    "instrument": "msu_mr", "type": "image", "product_source": "some station", "product_timestamp": 1.7e9,
+    "images": [{"file": "MSU-MR-1.png", "name": "1", "bit_depth": 10},
+               {"file": "MSU-MR-2.png", "name": "2", "transform": {"bx": 2.5, "by": -8}},
+               {"file": "gone.png", "name": "3"},
+               {"file": "MSU-MR-4.png", "name": "4", "transform": {"type": 1, "ax": 1.01}}],
+    "projection_cfg": {
+      "type": "normal_single_line", "scan_angle": 110.1, "image_width": 1568, "roll_offset": -0.4,
+      "pitch_offset": 0.25, "timestamp_offset": 1, "invert_scan": true,
+      "timestamps": [1.7e9, -1, 1700000002.462282, null], "interpolate_timestamps": 8,
+      "interpolate_timestamps_scantime": 0.16, "tle": {"norad": 59051, "name": "METEOR-M2 4"}}})");
+  product["projection_cfg"]["tle"]["line1"] = std::string(kLine1) + "\r\n";
+  product["projection_cfg"]["tle"]["line2"] = kLine2;
+  return product;
 }
 
 json Older() {
@@ -186,7 +174,8 @@ TEST_F(DecoderProductTest, WhatIsWrongIsToldWithFileAndKey) {
       {"/images", json::array(), ""},
       {"/images", json(10001, json::object()), R"("images" must have at most 10000 items)"},
       {"/images/1", 5, R"("images[1]" must be an object)"},
-      {"/images/1/file", nullptr, R"("images[1].file" must be a text)"},
+      {"/images/1/file", nullptr, R"("images[1].file" must be the name of a file)"},
+      {"/images/1/file", std::string("a\0b", 3), R"("images[1].file" must be the name of a file)"},
       {"/images/1/file", "/etc/passwd",
        R"("images[1].file" is "/etc/passwd", which leads out of its folder)"},
       {"/images/1/file", "more/../../a",
@@ -226,6 +215,8 @@ TEST_F(DecoderProductTest, GeometryThatIsNotKnownIsTold) {
       {R"({"projection_cfg": {"type": "x"}})", "its geometry is of the type \"x\", which is not supported"},
       {R"({"projection_cfg": {"rotate_yaw": true}})",
        "its geometry has \"rotate_yaw\", which is not supported"},
+      {R"({"projection_cfg": {"yaw_offset": -90}})",
+       "its scanner is turned by more than 10°, which is not supported"},
       {R"({"projection_cfg": {"type": "noaa_apt_single_line", "image_width": null}})", ""},
   };
   for (const auto& [change, problem] : rows) {
