@@ -44,6 +44,8 @@ struct Settings : RegistryVariables {
   TRegistryInteger UpdateInterval{*this, "UpdateInterval", 5};          ///< seconds between the map's steps
   /// Comma text: folders of received pictures.
   TRegistryString ImagePathList{*this, "ImagePathList", QStringLiteral("C:\\Dunlow\\BMP\\")};
+  TRegistryBoolean NorthUp{*this, "NorthUp", true};             ///< pictures are turned until north is up
+  TRegistryString RecentPictures{*this, "RecentPictures", {}};  ///< comma text: what was opened, latest first
   TRegistryString ClockCorrections{*this, "ClockCorrections", {}};  ///< see swath/clock_corrections.h
   TRegistryString WindowPlace{*this, "Window\\Place", {}};          ///< on the screen, as Qt saves it
   TRegistryInteger WindowColours{*this, "Window\\Colours", 0};      ///< a desktop::Look

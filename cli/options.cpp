@@ -278,9 +278,7 @@ void WarnOfAge(const Arguments& arguments, const orbit::TSatellite& set, double 
           .arg(QString::fromStdString(set.Name), elements::DoubtText(doubt)));
 }
 
-orbit::TSatellite ChooseSet(elements::KnownSets& known, const QString& name, double jd,
-                            const Arguments& arguments) {
-  const orbit::TSatellite set = FindSet(known, name, jd, arguments);
+void SayWhichSet(const Arguments& arguments, const orbit::TSatellite& set, double jd) {
   const double age = jd - set.Epoch;
   Say(QStringLiteral("Elements: %1, number %2, set %3 from %4, epoch %5, %6 days %7 the time asked for.")
           .arg(QString::fromStdString(set.Name), QString::fromStdString(set.CatalogueNumber),
@@ -290,6 +288,12 @@ orbit::TSatellite ChooseSet(elements::KnownSets& known, const QString& name, dou
           .arg(std::fabs(age), 0, 'f', 1)
           .arg(age < 0 ? QStringLiteral("after") : QStringLiteral("before")));
   WarnOfAge(arguments, set, jd);
+}
+
+orbit::TSatellite ChooseSet(elements::KnownSets& known, const QString& name, double jd,
+                            const Arguments& arguments) {
+  const orbit::TSatellite set = FindSet(known, name, jd, arguments);
+  SayWhichSet(arguments, set, jd);
   return set;
 }
 

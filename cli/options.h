@@ -105,6 +105,8 @@ orbit::TSatellite FindSet(elements::KnownSets& known, const QString& name, doubl
                           const Arguments& arguments);
 /// A word of warning when a set is used so far from its epoch that a map would show it.
 void WarnOfAge(const Arguments& arguments, const orbit::TSatellite& set, double jd);
+/// Says which set is used for a Julian date, and how old it is.
+void SayWhichSet(const Arguments& arguments, const orbit::TSatellite& set, double jd);
 /// FindSet, and says which set it is and how old.
 orbit::TSatellite ChooseSet(elements::KnownSets& known, const QString& name, double jd,
                             const Arguments& arguments);

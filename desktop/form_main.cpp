@@ -13,6 +13,7 @@
 
 #include "app/program_paths.h"
 #include "desktop/dropped_elements.h"
+#include "desktop/dropped_pictures.h"
 #include "desktop/map/tab_sheet_map.h"
 #include "desktop/overlay/tab_sheet_flight.h"
 #include "desktop/overlay/tab_sheet_ground_path.h"
@@ -158,7 +159,9 @@ void TFormMain::keyPressEvent(QKeyEvent* event) {
 }
 
 void TFormMain::dragEnterEvent(QDragEnterEvent* event) {
-  if (!ElementFilesAmong(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+  const QMimeData& dragged = *event->mimeData();
+  if (!PictureAmong(dragged).isEmpty() || !ElementFilesAmong(dragged).isEmpty())
+    event->acceptProposedAction();
 }
 
 void TFormMain::dropEvent(QDropEvent* event) {
@@ -166,8 +169,10 @@ void TFormMain::dropEvent(QDropEvent* event) {
   // The program that they come from waits until this returns.
   QMetaObject::invokeMethod(
       this,
-      [this, files = ElementFilesAmong(*event->mimeData())] {
-        session::Guarded(Boxes(), [this, &files] { TakeDroppedElements(*session_, files); });
+      [this, picture = PictureAmong(*event->mimeData()), files = ElementFilesAmong(*event->mimeData())] {
+        session::Guarded(Boxes(), [&] {
+          picture.isEmpty() ? TakeDroppedElements(*session_, files) : TabSheetGroundPath->OpenPath(picture);
+        });
       },
       Qt::QueuedConnection);
 }
@@ -179,7 +184,6 @@ void TFormMain::FormKeyPress(int key) {
 void TFormMain::PageControlChange() {
   ui_.PageControl->setTabVisible(static_cast<int>(Page::Debug), CurrentPage() == Page::Debug);
   const bool hasPicture = CurrentPage() == Page::GroundPath;
-  ui_.Open1->setVisible(hasPicture);
   ui_.FilePrintImage->setVisible(hasPicture);
 }
 

@@ -108,6 +108,8 @@ class TFormMain : public QMainWindow, public session::Shell {
 
   void PageControlChange();
   void Open1Click();
+  void MenuOpenRecentShow();
+  void RecentPictureChosen(QAction* item);
   void FilePrintImageClick();
   void FilePrintPassListClick();
   void FilePrintSetupClick();

@@ -43,8 +43,10 @@ void AddChoice(QActionGroup* group, QMenu* menu, const QString& text, const char
 void BuildFileMenu(FormMainLayout& ui, QMenuBar* bar) {
   QMenu* menu = Named(bar->addMenu(QStringLiteral("&File")), "MenuFile");
   menu->setToolTipsVisible(true);
-  ui.Open1 = Item(menu, QStringLiteral("&Open..."), "Open1", QStringLiteral("Open a satellite picture"),
+  ui.Open1 = Item(menu, QStringLiteral("&Open..."), "Open1",
+                  QStringLiteral("Open a satellite picture, or the folder that a decoder made of a pass"),
                   QKeySequence::Open);
+  ui.MenuOpenRecent = Named(menu->addMenu(QStringLiteral("Open &recent")), "MenuOpenRecent");
   ui.FilePrintImage = Item(menu, QStringLiteral("Print image"), "FilePrintImage",
                            QStringLiteral("Print the satellite picture and its map"));
   ui.FilePrintPassList =

@@ -16,6 +16,7 @@ struct FormMainLayout {
   QLabel* StatusRenewal;   ///< hidden unless elements were renewed, or are to be
   QLabel* StatusElements;  ///< hidden unless there is something to say about the element files
 
+  QMenu* MenuOpenRecent;
   QAction *Open1, *FilePrintImage, *FilePrintPassList, *FilePrintSetup, *Exit1;
   // Items carry the value of the setting that they choose.
   QActionGroup *FootprintGroup, *IntervalGroup, *LookGroup;

@@ -2,6 +2,9 @@
 
 #include <QAction>
 #include <QActionGroup>
+#include <QDir>
+#include <QFileInfo>
+#include <QMenu>
 #include <QPageSetupDialog>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -33,6 +36,8 @@ void CheckItemOf(const QActionGroup* group, int value) {
 void TFormMain::ConnectMenus() {
   using session::Handle;
   Handle(ui_.Open1, &QAction::triggered, this, &TFormMain::Open1Click);
+  Handle(ui_.MenuOpenRecent, &QMenu::aboutToShow, this, &TFormMain::MenuOpenRecentShow);
+  Handle(ui_.MenuOpenRecent, &QMenu::triggered, this, &TFormMain::RecentPictureChosen);
   Handle(ui_.FilePrintImage, &QAction::triggered, this, &TFormMain::FilePrintImageClick);
   Handle(ui_.FilePrintPassList, &QAction::triggered, this, &TFormMain::FilePrintPassListClick);
   Handle(ui_.FilePrintSetup, &QAction::triggered, this, &TFormMain::FilePrintSetupClick);
@@ -67,6 +72,22 @@ void TFormMain::RestoreMenus() {
 }
 
 void TFormMain::Open1Click() { TabSheetGroundPath->Open1Click(); }
+
+void TFormMain::MenuOpenRecentShow() {
+  ui_.MenuOpenRecent->clear();
+  for (const QString& path : app::FromCommaText(settings_.RecentPictures.Value)) {
+    const QFileInfo file(path);
+    // A product's pictures are called alike; their folder tells them apart.
+    QString name = file.dir().dirName() + u'/' + file.fileName();
+    QAction* item = ui_.MenuOpenRecent->addAction(name.replace(u'&', QStringLiteral("&&")));
+    item->setData(path);
+  }
+  if (ui_.MenuOpenRecent->isEmpty()) {
+    ui_.MenuOpenRecent->addAction(QStringLiteral("No picture yet"))->setEnabled(false);
+  }
+}
+
+void TFormMain::RecentPictureChosen(QAction* item) { TabSheetGroundPath->OpenPath(item->data().toString()); }
 
 void TFormMain::FilePrintImageClick() { TabSheetGroundPath->PrintImageClick(); }
 

@@ -7,6 +7,16 @@
 #include "orbit/number_text.h"
 
 namespace pelorin::swath {
+namespace {
+
+/// The name of the clock that a recording's moments are of; empty when none told them to the second.
+QString ClockOf(const Recording& recording) {
+  if (recording.Satellite.isEmpty()) return QString();
+  if (recording.StartIsFrom == StartFrom::Stamps) return recording.Satellite + QStringLiteral(" (stamps)");
+  return recording.StartIsFrom == StartFrom::NameSecond ? recording.Satellite : QString();
+}
+
+}  // namespace
 
 double ToOffsetStep(double seconds) {
   return std::clamp(std::round(seconds / kOffsetStepS) * kOffsetStepS, -kOffsetLimitS, kOffsetLimitS);
@@ -20,20 +30,20 @@ ClockCorrections::ClockCorrections(const QString& saved) {
   }
 }
 
-double ClockCorrections::OffsetOf(const Recording& recording) const {
-  const auto clock = clocks_.find(recording.Satellite);
-  return recording.StartIsFrom == StartFrom::NameSecond && clock != clocks_.end() ? clock->second : 0;
+std::optional<double> ClockCorrections::OffsetOf(const Recording& recording) const {
+  const auto clock = clocks_.find(ClockOf(recording));
+  return clock == clocks_.end() ? std::nullopt : std::optional(clock->second);
 }
 
 void ClockCorrections::Learn(const Recording& recording) {
-  if (recording.StartIsFrom != StartFrom::NameSecond || recording.Satellite.isEmpty()) return;
-  clocks_[recording.Satellite] = recording.OffsetS;
+  const QString clock = ClockOf(recording);
+  if (!clock.isEmpty()) clocks_[clock] = recording.OffsetS;
 }
 
 QString ClockCorrections::Saved() const {
   QStringList entries;
   for (const auto& [satellite, seconds] : clocks_) {
-    if (seconds != 0) entries.append(satellite + u'=' + QString::number(seconds, 'f', 1));
+    entries.append(satellite + u'=' + QString::number(seconds, 'f', 1));
   }
   return entries.join(u';');
 }

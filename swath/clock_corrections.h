@@ -8,18 +8,19 @@
 namespace pelorin::swath {
 
 /// The range and the step of a recording's offset, in seconds. Half a second is a line.
-inline constexpr double kOffsetLimitS = 900, kOffsetStepS = 0.5;
+inline constexpr double kOffsetLimitS = 900, kOffsetStepS = 0.1;
 
 /// What the recorder's clock was off, remembered for each satellite, since passes of one satellite are
-/// recorded the same way. It is learnt from recordings whose start is known to the second; an offset that was
-/// found for another one by eye holds the seconds of its start as well, and is good for that one alone.
+/// recorded the same way. It is learnt from recordings whose start is known to the second, and apart from
+/// these from such with stamped lines, which are by the satellite's clock; an offset that was found for
+/// another one by eye holds the seconds of its start as well, and is good for that one alone.
 class ClockCorrections {
  public:
   /// `saved` is what Saved gave; what is not understood is passed over.
   explicit ClockCorrections(const QString& saved);
 
-  /// The offset to begin with.
-  double OffsetOf(const Recording& recording) const;
+  /// The offset to begin with; nothing when none was learnt for such a recording.
+  std::optional<double> OffsetOf(const Recording& recording) const;
   /// Remembers the recording's offset, if there is something to learn from it.
   void Learn(const Recording& recording);
 

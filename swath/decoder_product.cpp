@@ -171,6 +171,13 @@ std::optional<DecodedPass> ReadOfPicture(const QFileInfo& file) {
 
 }  // namespace
 
+bool IsProductPath(const QString& path) {
+  const QFileInfo file(path);
+  if (!file.isDir()) return file.fileName() == kDatasetFile || file.fileName() == kProductFile;
+  const QDir folder(path);
+  return folder.exists(kDatasetFile) || folder.exists(kProductFile);
+}
+
 std::optional<DecodedPass> ReadDecodedPass(const QString& path) {
   const QFileInfo file(QDir::cleanPath(QFileInfo(path).absoluteFilePath()));
   if (file.isDir()) {

@@ -56,6 +56,9 @@ struct DecodedPass {
   QStringList Problems;                  ///< products that could not be read, and why, for the user
 };
 
+/// Whether a path is that of a product: a product.cbor or a dataset.json, or a folder with one of them.
+bool IsProductPath(const QString& path);
+
 /// The pass that a decoder left at a path: a folder with a dataset.json or a product.cbor, one of these two,
 /// or a picture in the folder of a product, or one that it lists. Nothing when the path is none of these, as
 /// ordinary pictures and folders are. Raises files::FileError, `/…/product.cbor: "images[2].file" must …`,

@@ -12,33 +12,41 @@ void PictureOfPass::SetSatellite(const QString& name) {
   const bool isShown = Shows(recording_);
   Recording next = recording_;
   next.Satellite = name;
+  next.OffsetS = opened_ ? opened_->Known.OffsetS : 0;
   TakeUp(next);
   if (isShown) shown_->Satellite = name;
 }
 
 void PictureOfPass::SetPass(orbit::TDateTime moment) {
   const orbit::TDateTime minute = orbit::CutToMinute(moment);
-  const bool isOpened = !openedPath_.isEmpty();
+  const bool isOpened = opened_.has_value();
   if (minute == pass_ && !isOpened) return;
   // The year is no part of a name: the user may have to correct it.
   const bool isOtherYear = isOpened && minute != pass_ && orbit::StampOf(minute) == orbit::StampOf(pass_);
-  if (!isOtherYear) {
-    openedPath_.clear();
+  if (isOtherYear) {
+    opened_->Known.Start.Days += minute.Days - pass_.Days;
+  } else {
+    opened_.reset();
     soughtPath_.clear();
   }
   pass_ = minute;
   TakeUp(OfPass());
 }
 
-void PictureOfPass::Open(const QString& path, int year) {
-  SetPass(orbit::TimeOfStamp(QFileInfo(path).fileName().toStdString(), year));
-  openedPath_ = path;
+void PictureOfPass::Open(const QString& path, const Recording& known) {
+  opened_.reset();
+  SetPass(known.Start);
+  opened_ = {path, known};
 }
 
 void PictureOfPass::Seek(const FoundPicture& found) {
   soughtPath_ = found.Path;
   Recording next = OfPass();
-  if (!found.Path.isEmpty()) {
+  if (opened_ && found.Path == opened_->Path) {
+    next = opened_->Known;
+    next.Satellite = recording_.Satellite;
+    next.Rows = next.Columns = 0;
+  } else if (!found.Path.isEmpty()) {
     const auto seconds = orbit::SecondsOfStamp(QFileInfo(found.Path).fileName().toStdString());
     next.Start.Days +=
         found.MinutesLater / orbit::kMinutesPerDay + seconds.value_or(0) / orbit::kSecondsPerDay;
@@ -57,7 +65,7 @@ void PictureOfPass::Show(int columns, int rows) {
 Recording PictureOfPass::ForMap(bool southBound) const {
   Recording recording = recording_;
   recording.SouthBound = southBound;
-  recording.Lies.Turned = !southBound;
+  if (recording.LiesIsFrom == KnownFrom::Default) recording.Lies.Turned = !southBound;
   if (Shows(recording)) {
     recording.Rows = shown_->Rows;
     recording.Columns = shown_->Columns;
@@ -90,9 +98,12 @@ void PictureOfPass::TakeUp(Recording next) {
     next.StartIsFrom = last.StartIsFrom;
   }
   // What was found by eye alone is about the picture; another satellite's clock has nothing to do with it.
-  const bool isOfClock = next.StartIsFrom == StartFrom::NameSecond && next.Satellite != last.Satellite;
+  const bool isOther = next.Satellite != last.Satellite;
+  const bool isOfClock =
+      (next.StartIsFrom == StartFrom::NameSecond && isOther) ||
+      (next.StartIsFrom == StartFrom::Stamps && (isOther || last.StartIsFrom != StartFrom::Stamps));
   const bool isKept = BeginTogether(last, next) && !isOfClock;
-  next.OffsetS = isKept ? last.OffsetS : corrections_.OffsetOf(next);
+  next.OffsetS = isKept ? last.OffsetS : corrections_.OffsetOf(next).value_or(next.OffsetS);
   recording_ = next;
 }
 

@@ -28,13 +28,12 @@ class PictureOfPass {
   /// UTC, to the minute. With a found picture its map may begin some minutes off.
   orbit::TDateTime Pass() const { return pass_; }
 
-  /// The pass is the one that a picture's name tells, in this year; the picture itself is to be taken, until
-  /// the pass is set or it is forgotten. Raises ConvertError, with everything as it was, when the name does
-  /// not begin with a time.
-  void Open(const QString& path, int year);
-  void ForgetOpened() { openedPath_.clear(); }
+  /// The pass is the one that a picture is of; the picture itself is to be taken, until the pass is set or it
+  /// is forgotten. Of what is known of it, its satellite is left to SetSatellite.
+  void Open(const QString& path, const Recording& known);
+  void ForgetOpened() { opened_.reset(); }
   /// Empty when the picture is to be looked for.
-  const QString& OpenedPath() const { return openedPath_; }
+  QString OpenedPath() const { return opened_ ? opened_->Path : QString(); }
 
   /// The pass's picture, or that there is none. Its offset is what its satellite's clock was off, unless it
   /// is the recording of before: channels differ in their names, but not in their lines.
@@ -47,7 +46,8 @@ class PictureOfPass {
   const QString& ShownPath() const { return shownPath_; }
 
   /// What to make a map of now: the recording that is looked for, of the size of the picture seen if that is
-  /// of the same one.
+  /// of the same one, and stored as that is. Where nothing is known of that, north is up, as recorders of the
+  /// old picture format have it.
   Recording ForMap(bool southBound) const;
   /// The picture seen is of this recording.
   bool Shows(const Recording& recording) const;
@@ -63,9 +63,16 @@ class PictureOfPass {
   /// From now on this is looked for.
   void TakeUp(Recording next);
 
+  /// A picture that was opened, and what was known of it.
+  struct Opened {
+    QString Path;
+    Recording Known;
+  };
+
   ClockCorrections corrections_;
   orbit::TDateTime pass_;
-  QString openedPath_, soughtPath_, shownPath_;
+  std::optional<Opened> opened_;
+  QString soughtPath_, shownPath_;
   Recording recording_;  ///< looked for; its size is not known
   std::optional<Recording> shown_;
 };

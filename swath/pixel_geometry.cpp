@@ -51,12 +51,8 @@ double ClassicColumn(const ScanDistances& distances, double distance) {
 
 PixelGeometry::PixelGeometry(const Recording& recording)
     : recording_(recording), isClassic_(recording.SeenBy.Line.Law == ScanLaw::ZonesSphere) {
-  double endS = 0;
-  for (int line = recording.Rows - 1; line > 0 && endS == 0; --line) {
-    if (const double seconds = recording.SecondsOfLine(line); seconds > 0) endS = seconds;
-  }
   firstS_ = -kMarginS;
-  const double lengthS = endS + 2 * kMarginS;
+  const double lengthS = recording.LengthS() + 2 * kMarginS;
   stepS_ = std::max(kKnotStepS, lengthS / kMostKnots);
   const int last = static_cast<int>(std::ceil(lengthS / stepS_));
   for (int knot = 0; knot <= last; ++knot) {

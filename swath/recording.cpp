@@ -62,6 +62,13 @@ int Recording::LinesOf(double minutes) const {
   return static_cast<int>(std::floor(minutes * orbit::kSecondsPerMinute * SeenBy.RowsPerSecond + 0.01));
 }
 
+double Recording::LengthS() const {
+  for (int line = Rows - 1; line > 0; --line) {
+    if (const double seconds = SecondsOfLine(line); seconds > 0) return seconds;
+  }
+  return 0;
+}
+
 bool BeginTogether(const Recording& one, const Recording& other) {
   constexpr double closeS = 0.5;
   return std::abs(one.Start.Days - other.Start.Days) * orbit::kSecondsPerDay < closeS;

@@ -77,6 +77,9 @@ struct Recording {
   /// How many lines `minutes` have. Stamped lines are as many as there are stamps.
   int LinesOf(double minutes) const;
 
+  /// Seconds from the first line to the last one that has a moment; 0 without a picture.
+  double LengthS() const;
+
   int RowOfLine(int line) const { return Lies.Turned ? Rows - 1 - line : line; }
   /// The received lines' columns run from right to left in the file.
   bool RunsLeft() const { return Lies.Turned != Lies.Mirrored; }

@@ -1,9 +1,11 @@
 #include "swath/scanner_match.h"
 
 #include <QStringList>
+#include <algorithm>
 #include <cmath>
 #include <memory>
 #include <utility>
+#include <vector>
 
 #include "orbit/model_constants.h"
 #include "swath/apt_line.h"
@@ -15,30 +17,7 @@ namespace {
 /// Orbits of about a day or more.
 constexpr double kGeostationaryDays = 0.9;
 
-/// Pictures of the old format, by their width.
-struct ClassicWidth {
-  int Least, Most;
-  int FirstColumn;
-};
-constexpr ClassicWidth kClassicWidths[] = {
-    {kZoneColumns, kImageEnd - 1, 0},
-    {kImageEnd, kUsualLineWidth + 10, kImageBegin},
-    {2 * kUsualLineWidth - 20, 2 * kUsualLineWidth + 20, kImageBegin},
-};
-
 bool IsOfZones(const LineShape& line) { return line.Law != ScanLaw::EvenAngles; }
-
-/// Where a line of such a picture has the scanner's first column; nothing for another width.
-std::optional<int> FirstColumnOf(const LineShape& line, int columns) {
-  if (!IsOfZones(line)) {
-    return columns == 0 || columns == line.Columns ? std::optional(0) : std::nullopt;
-  }
-  if (columns == 0) return kImageBegin;
-  for (const ClassicWidth& width : kClassicWidths) {
-    if (columns >= width.Least && columns <= width.Most) return width.FirstColumn;
-  }
-  return std::nullopt;
-}
 
 QString Widths(const Instrument& scanner) {
   const QString name = QString::fromStdString(scanner.Name);
@@ -61,7 +40,33 @@ Instrument ClassicScanner(const orbit::TSatellite& satellite) {
   return scanner;
 }
 
+/// By the stamps of its lines; six where there are none, as most have.
+double RowsPerSecondOf(const Recording& recording) {
+  constexpr double usual = 6;
+  std::vector<double> apart;
+  for (int line = 1; line < recording.Rows; ++line) {
+    const double seconds = recording.SecondsOfLine(line) - recording.SecondsOfLine(line - 1);
+    if (recording.LineTimesS && seconds > 0) apart.push_back(seconds);
+  }
+  if (apart.empty()) return usual;
+  const auto middle = apart.begin() + static_cast<std::ptrdiff_t>(apart.size() / 2);
+  std::ranges::nth_element(apart, middle);
+  return 1 / *middle;
+}
+
 }  // namespace
+
+std::optional<int> FirstColumnOf(const LineShape& line, int columns) {
+  if (!IsOfZones(line)) {
+    return columns == 0 || columns == line.Columns ? std::optional(0) : std::nullopt;
+  }
+  const auto isWithin = [columns](int least, int most) { return columns >= least && columns <= most; };
+  if (columns == 0 || isWithin(kImageEnd, kUsualLineWidth + 10)) return kImageBegin;
+  // A crop that is wider than the image alone begins in the space band.
+  if (isWithin(kZoneColumns, kImageEnd - 1)) return columns - kZoneColumns;
+  const int whole = 2 * kUsualLineWidth;
+  return isWithin(whole - 20, whole + 20) ? std::optional(kImageBegin) : std::nullopt;
+}
 
 ScannerMatch MatchScanner(const ScannerTable& table, const orbit::TSatellite& satellite, int columns) {
   const QString name = QString::fromStdString(satellite.Name);
@@ -114,7 +119,17 @@ ScannerMatch MatchScanner(const ScannerTable& table, const orbit::TSatellite& sa
 ScannerMatch TakeElements(orbit::TSatellite set, const ScannerTable& table, Recording& recording) {
   const auto isTold = [](KnownFrom from) { return from == KnownFrom::Product || from == KnownFrom::User; };
   ScannerMatch match;
-  if (!isTold(recording.ScannerIsFrom)) {
+  if (recording.ScannerIsFrom == KnownFrom::User) {
+    match.SeenBy = recording.SeenBy;
+  } else if (recording.ScannerIsFrom == KnownFrom::Product) {
+    // Products tell angles and columns; how fast and how it flies the table knows.
+    const ScannerMatch known = MatchScanner(table, set, recording.SeenBy.Line.Columns);
+    recording.SeenBy.RowsPerSecond =
+        known.Problem.isEmpty() ? known.SeenBy.RowsPerSecond : RowsPerSecondOf(recording);
+    recording.SeenBy.YawSteering = known.SeenBy.YawSteering;
+    match.SeenBy = recording.SeenBy;
+    match.TimeOffsetS = known.TimeOffsetS;
+  } else {
     match = MatchScanner(table, set, recording.Columns);
     recording.SeenBy = match.SeenBy;
     recording.FirstColumn = match.FirstColumn;

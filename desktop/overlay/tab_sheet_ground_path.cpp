@@ -13,12 +13,14 @@
 #include <QSpinBox>
 #include <QTimer>
 
+#include "desktop/overlay/form_picture_details.h"
 #include "desktop/overlay/overlay_choices.h"
 #include "desktop/overlay/picture_panes.h"
 #include "desktop/overlay/picture_print.h"
 #include "desktop/overlay/time_correction_box.h"
 #include "orbit/time_stamp.h"
 #include "picture/picture_file.h"
+#include "picture/whole_line.h"
 #include "session/controls.h"
 #include "session/hourglass.h"
 #include "session/picker_time.h"
@@ -35,16 +37,20 @@ QString Stamp(orbit::TDateTime moment) { return QString::fromStdString(orbit::St
 
 /// As exactly as it is known.
 QString StartText(const swath::Recording& recording) {
-  const bool isToSecond = recording.StartIsFrom == swath::StartFrom::NameSecond;
+  const bool isToSecond = recording.StartIsFrom == swath::StartFrom::NameSecond ||
+                          recording.StartIsFrom == swath::StartFrom::Stamps;
   return QString::fromStdString(orbit::FormatDateTime(isToSecond ? "hh:nn:ss" : "hh:nn", recording.Start));
 }
 
 }  // namespace
 
 TTabSheetGroundPath::TTabSheetGroundPath(session::Session& session, QWidget* parent)
-    : TTabSheet(session, parent), picture_(session.Settings.ClockCorrections.Value) {
+    : TTabSheet(session, parent),
+      picture_(session.Settings.ClockCorrections.Value),
+      FormPictureDetails(new TFormPictureDetails(session, this)) {
   setObjectName(QStringLiteral("TabSheetGroundPath"));
   ui_.Build(this);
+  ui_.CheckBoxNorthUp->setChecked(session.Settings.NorthUp.Value);
   using Page = TTabSheetGroundPath;
   Handle(this, &TTabSheet::Shown, this, &Page::TabSheetGroundPathShow);
   Handle(this, &TTabSheet::Hidden, this, &Page::TabSheetGroundPathHide);
@@ -68,6 +74,10 @@ TTabSheetGroundPath::TTabSheetGroundPath(session::Session& session, QWidget* par
   Handle(ui_.CheckBoxOverlaid, &QCheckBox::toggled, this, &Page::CheckBoxOverlaidClick);
   Handle(ui_.ButtonFlicker, &QPushButton::clicked, this, &Page::ButtonFlickerClick);
   Handle(ui_.ButtonSaveBlend, &QPushButton::clicked, this, &Page::ButtonSaveBlendClick);
+  Handle(ui_.ComboBoxPictureChannel, &QComboBox::currentIndexChanged, this,
+         &Page::ComboBoxPictureChannelChange);
+  Handle(ui_.ButtonDetails, &QPushButton::clicked, this, &Page::ButtonDetailsClick);
+  Handle(ui_.CheckBoxNorthUp, &QCheckBox::toggled, this, &Page::CheckBoxNorthUpClick);
   Handle(ui_.TimerLoad, &QTimer::timeout, this, &Page::TimerLoadTimer);
   Handle(ui_.TimerSaveResults, &QTimer::timeout, this, &Page::TimerSaveResultsTimer);
   EnableControls();
@@ -85,6 +95,10 @@ void TTabSheetGroundPath::SetPassTime(orbit::TDateTime moment) {
 }
 
 void TTabSheetGroundPath::ShowPass() {
+  if (opened_ && picture_.OpenedPath().isEmpty()) {
+    opened_.reset();
+    ShowChannels();
+  }
   session::TurnPicker(ui_.DateTimePickerDate, picture_.Pass());
   session::TurnPicker(ui_.DateTimePickerTime, picture_.Pass());
   ui_.GroupBoxTimeCorrection->SetSeconds(picture_.OffsetS());
@@ -117,17 +131,18 @@ void TTabSheetGroundPath::TabSheetGroundPathHide() {
 }
 
 void TTabSheetGroundPath::ActiveSatellitesChanged() {
-  int chosen = session_.Active().empty() ? -1 : 0;
+  QString chosen = session_.Active().empty() ? QString() : session_.Active().front().Name;
   if (session_.Run.Reloading) {
-    const session::ActiveSatellites& following = session_.Following();
-    chosen = std::max(chosen, following.IndexOf(following.NameNow(ui_.ComboBoxSatForPic->currentText())));
+    const QString now = session_.Following().NameNow(ui_.ComboBoxSatForPic->currentText());
+    if (session_.Following().IndexOf(now) >= 0 || (guest_ && guest_->Name == now.toStdString())) chosen = now;
   }
-  session::FillChooser(ui_.ComboBoxSatForPic, session_.Active(), chosen);
+  FillSatellites(chosen);
   ComboBoxSatForPicChange();
 }
 
 void TTabSheetGroundPath::PassDirectionChanged() {
   ui_.ButtonPassDirection->setText(DirectionCaption(session_.Pass.SouthBound));
+  ShowTurned();
 }
 
 void TTabSheetGroundPath::PassDurationChanged() {
@@ -151,8 +166,8 @@ swath::FoundPicture TTabSheetGroundPath::LookUp(const QString& key) {
 }
 
 void TTabSheetGroundPath::LoadPicture() {
-  const QString& opened = picture_.OpenedPath();
-  ShowPicture(LookUp(QFileInfo(opened).isFile() ? opened : Stamp(picture_.Pass())));
+  const QString opened = picture_.OpenedPath();
+  ShowPicture(opened.isEmpty() ? LookUp(Stamp(picture_.Pass())) : swath::FoundPicture{opened, 0});
 }
 
 void TTabSheetGroundPath::ShowPicture(const swath::FoundPicture& found) {
@@ -165,16 +180,40 @@ void TTabSheetGroundPath::ShowPicture(const swath::FoundPicture& found) {
     ui_.Panes->SetPictureTitle(QStringLiteral("No picture was found for ") + Stamp(picture_.Pass()) + still);
     return;
   }
-  ui_.Panes->SetPictureTitle(name + QStringLiteral(" could not be read") + still);
-  const session::Hourglass hourglass;
-  const picture::LoadedPicture loaded = picture::LoadRecording(found.Path);
-  const QString note = loaded.Damage.isEmpty() ? QString() : QStringLiteral(" (damaged)");
-  picture_.Show(loaded.Image.width(), loaded.Image.height());
-  ui_.Panes->SetPicture(loaded.Image, found.Path);
-  ui_.Panes->SetPictureTitle(QStringLiteral("Picture: %1%2  from %3 UTC")
-                                 .arg(name, note, StartText(picture_.ForMap(session_.Pass.SouthBound))));
+  picture::LoadedPicture loaded;
+  if (opened_) {
+    loaded.Image = opened_->Image;
+  } else {
+    ui_.Panes->SetPictureTitle(name + QStringLiteral(" could not be read") + still);
+    const session::Hourglass hourglass;
+    loaded = picture::LoadRecording(found.Path);
+    if (picture::HoldsWholeLines(loaded.Image.width())) loaded.Image = HalfOf(loaded.Image);
+  }
+  file_ = loaded.Image;
+  damage_ = loaded.Damage.isEmpty() ? QString() : QStringLiteral(" (damaged)");
+  picture_.Show(file_.width(), file_.height());
+  ShowTurned();
   EnableControls();
   if (!loaded.Damage.isEmpty()) Boxes().Message(loaded.Damage);
+}
+
+QImage TTabSheetGroundPath::HalfOf(const QImage& wholeLines) const {
+  constexpr int infrared = 1;
+  // The infrared channel comes second; turned, it lies at the left.
+  const bool isTurned = picture_.ForMap(session_.Pass.SouthBound).Lies.Turned;
+  const bool isSecond = (ui_.Channels->checkedId() == infrared) != isTurned;
+  return picture::CutWholeLines(wholeLines)[isSecond ? 1 : 0];
+}
+
+QString TTabSheetGroundPath::PictureTitle(const swath::Recording& recording, swath::Stored shown) const {
+  QString title = QStringLiteral("Picture: %1%2  from %3 UTC")
+                      .arg(QFileInfo(picture_.ShownPath()).fileName(), damage_, StartText(recording));
+  // Recorders of the old format turn what is north-bound, and everybody expects that.
+  if (recording.LiesIsFrom == swath::KnownFrom::Default && shown == recording.Lies) return title;
+  title += recording.SouthBound ? QStringLiteral(", south-bound") : QStringLiteral(", north-bound");
+  if (shown.Turned) title += QStringLiteral(", turned");
+  if (recording.Lies.Mirrored) title += QStringLiteral(", unmirrored");
+  return title;
 }
 
 void TTabSheetGroundPath::ComboBoxSatForPicChange() {
@@ -219,18 +258,17 @@ void TTabSheetGroundPath::TimerLoadTimer() {
 }
 
 void TTabSheetGroundPath::Open1Click() {
-  const QStringList filters{QStringLiteral("Bitmap files (*.bmp)"), QStringLiteral("JPEG files (*.jpg)"),
-                            QStringLiteral("Portable Network Graphic files (*.png)"),
-                            QStringLiteral("Picture files (*.bmp *.jpg *.png)")};
-  const QStringList folders = app::FromCommaText(session_.Settings.ImagePathList.Value);
-  const auto path = Boxes().OpenFile(QStringLiteral("Choose a satellite image to load"), folders.value(0),
-                                     filters, static_cast<int>(filters.size()) - 1);
+  const QStringList filters{
+      QStringLiteral("Bitmap files (*.bmp)"), QStringLiteral("JPEG files (*.jpg)"),
+      QStringLiteral("Portable Network Graphic files (*.png)"),
+      QStringLiteral("Picture files (*.bmp *.jpg *.jpeg *.png *.tif *.tiff product.cbor dataset.json)")};
+  const QString last = app::FromCommaText(session_.Settings.RecentPictures.Value).value(0);
+  const QString usual = app::FromCommaText(session_.Settings.ImagePathList.Value).value(0);
+  const auto path = Boxes().OpenFile(QStringLiteral("Choose a satellite image to load"),
+                                     last.isEmpty() ? usual : QFileInfo(last).path(), filters,
+                                     static_cast<int>(filters.size()) - 1);
   if (!path) return;
-  const QFileInfo file(*path);
-  // The year is no part of a name.
-  picture_.Open(*path, file.lastModified().date().year());
-  ShowPass();
-  LoadPicture();
+  OpenPath(*path);
 }
 
 // ------------------------------------------------------------------------------------- both of them

@@ -3,12 +3,16 @@
 #include <optional>
 
 #include "desktop/overlay/tab_sheet_ground_path_layout.h"
+#include "overlay/opened_picture.h"
 #include "overlay/overlay_generator.h"
 #include "session/tab_sheet.h"
 #include "swath/picture_of_pass.h"
 #include "swath/scanner_table.h"
 
 namespace pelorin::desktop {
+
+struct PictureDetails;
+class TFormPictureDetails;
 
 /// The page on which the received picture of a pass lies beside its map.
 class TTabSheetGroundPath : public session::TTabSheet {
@@ -39,6 +43,9 @@ class TTabSheetGroundPath : public session::TTabSheet {
   void ButtonGenTopoClick();
   void Open1Click();
   void PrintImageClick();
+  /// Shows a picture, a decoder's folder, or a file of one, and what it tells of its pass; asks for what is
+  /// not told. `half`: see PictureChannel. Raises FileError with the page as it was.
+  void OpenPath(const QString& path, int half = -1, bool isAsked = false);
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
@@ -58,6 +65,9 @@ class TTabSheetGroundPath : public session::TTabSheet {
   void TimerLoadTimer();
   void ButtonPassDirectionClick();
   void SpinEditPassDurationExit();
+  void ComboBoxPictureChannelChange(int index);
+  void ButtonDetailsClick();
+  void CheckBoxNorthUpClick();
   void TimeCorrectionChanged(double seconds);
   void TimerSaveResultsTimer();
   void CheckBoxZoomClick();
@@ -71,9 +81,33 @@ class TTabSheetGroundPath : public session::TTabSheet {
   swath::FoundPicture LookUp(const QString& key);
   /// Looks for the pass's picture, unless one was opened, and shows it.
   void LoadPicture();
+  /// The preferred channel of a picture with whole lines of the old format.
+  QImage HalfOf(const QImage& wholeLines) const;
   void ShowPicture(const swath::FoundPicture& found);
   /// Pickers and correction follow the pass.
   void ShowPass();
+
+  overlay::ClockOffsets LocalClock(int year) const;
+  /// Those that could have sent a picture: the active ones first.
+  std::vector<orbit::TSatellite> PictureSatellites(const overlay::OpenedPicture& opened) const;
+  int SatelliteOf(const overlay::OpenedPicture& opened,
+                  const std::vector<orbit::TSatellite>& satellites) const;
+  std::optional<overlay::PlacedRecording> Place(const overlay::OpenedPicture& opened,
+                                                const orbit::TSatellite& satellite) const;
+  void TakeDetails(const PictureDetails& details, const PictureDetails& before,
+                   overlay::OpenedPicture& opened) const;
+  void TakeOpened(overlay::OpenedPicture opened, const overlay::PlacedRecording& placed,
+                  const orbit::TSatellite& satellite);
+  /// The active satellites, and the opened picture's where it is none of them.
+  void FillSatellites(const QString& chosen);
+  /// The chosen satellite's set that is nearest to a moment; nothing when none is chosen.
+  std::optional<orbit::TSatellite> ChosenSet(orbit::TDateTime moment) const;
+  void ShowChannels();
+  /// How the page shows a recording's picture and map.
+  swath::Stored ShownLies(const swath::Recording& recording) const;
+  /// Shows the picture that was read, turned as the user wants it.
+  void ShowTurned();
+  QString PictureTitle(const swath::Recording& recording, swath::Stored shown) const;
 
   /// The map that the page is set to make now. Raises OverlayError where none can be made.
   overlay::OverlayRequest Request() const;
@@ -101,6 +135,12 @@ class TTabSheetGroundPath : public session::TTabSheet {
   overlay::OverlaySources sources_;
   const swath::ScannerTable* scanners_ = nullptr;
   swath::PictureOfPass picture_;
+  std::optional<overlay::OpenedPicture>
+      opened_;                              ///< the picture that the user named, until another pass is chosen
+  std::optional<orbit::TSatellite> guest_;  ///< its satellite, which need not be an active one
+  QImage file_;                             ///< the picture that is seen, as its file has it
+  QString damage_;                          ///< what its title says of it
+  TFormPictureDetails* FormPictureDetails;
   bool stopRequested_ = false;
   bool againRequested_ = false;  ///< something changed while the map was being made
   std::optional<MadeMap> made_;  ///< the map that is seen

@@ -116,8 +116,21 @@ QHBoxLayout* BuildPictureRow(TabSheetGroundPathLayout& ui, QWidget* page) {
   ui.ButtonReload =
       NewPageButton(QStringLiteral("Load picture"), "ButtonReload",
                     QStringLiteral("Look for the picture of the pass in the picture folders"), page);
+  ui.ComboBoxPictureChannel =
+      Hinted(Named(new QComboBox(ui.RadioGroupPrefPicChannel), "ComboBoxPictureChannel"),
+             QStringLiteral("The pictures that were opened together"));
+  ui.ComboBoxPictureChannel->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  ui.ComboBoxPictureChannel->setMinimumContentsLength(24);
+  ui.ComboBoxPictureChannel->hide();
+  channels->addWidget(ui.ComboBoxPictureChannel);
   channels->addSpacing(6);
   channels->addWidget(ui.ButtonReload);
+  ui.ButtonDetails =
+      NewPageButton(QStringLiteral("Details..."), "ButtonDetails",
+                    QStringLiteral("What the picture is of: satellite, begin, scanner, how it is "
+                                   "stored"),
+                    page);
+  channels->addWidget(ui.ButtonDetails);
   ui.RadioGroupPrefPicChannel->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Maximum);
   ui.LabelElementAge = new session::TDoubtLabel(page);
   ui.GroupBoxTimeCorrection = new TTimeCorrectionBox(page);
@@ -136,6 +149,12 @@ QHBoxLayout* BuildViewRow(TabSheetGroundPathLayout& ui, QWidget* page) {
   ui.CheckBoxScrollBoth = NewPageCheck(QStringLiteral("Scroll &both"), "CheckBoxScrollBoth",
                                        QStringLiteral("Check to scroll map and picture together"), page);
   ui.CheckBoxScrollBoth->setChecked(true);
+  ui.CheckBoxNorthUp =
+      NewPageCheck(QStringLiteral("&North up"), "CheckBoxNorthUp",
+                   QStringLiteral("Turn north-bound pictures and their maps, so that north is "
+                                  "up; otherwise they are seen as received"),
+                   page);
+  ui.CheckBoxNorthUp->setChecked(true);
   ui.CheckBoxOverlaid = NewPageCheck(QStringLiteral("&Map over picture"), "CheckBoxOverlaid",
                                      QStringLiteral("Lay the map over the picture, line for line"), page);
   ui.SliderOpacity = Hinted(Named(new QSlider(Qt::Horizontal, page), "SliderOpacity"),
@@ -158,6 +177,7 @@ QHBoxLayout* BuildViewRow(TabSheetGroundPathLayout& ui, QWidget* page) {
   auto* row = new QHBoxLayout;
   row->addWidget(ui.CheckBoxZoom);
   row->addWidget(ui.CheckBoxScrollBoth);
+  row->addWidget(ui.CheckBoxNorthUp);
   row->addStretch(1);
   row->addWidget(ui.CheckBoxOverlaid);
   row->addWidget(ui.SliderOpacity, 2);
@@ -179,6 +199,10 @@ void TabSheetGroundPathLayout::Build(QWidget* page) {
   rows->addWidget(Panes, 1);
   TimerLoad = NewOneShot("TimerLoad", 500, page);
   TimerSaveResults = NewOneShot("TimerSaveResults", 500, page);
+}
+
+void TabSheetGroundPathLayout::ShowChannelButtons(bool areSeen) {
+  for (QAbstractButton* button : Channels->buttons()) button->setVisible(areSeen);
 }
 
 }  // namespace pelorin::desktop

@@ -33,11 +33,12 @@ struct TabSheetGroundPathLayout {
 
   QGroupBox* RadioGroupPrefPicChannel;
   QButtonGroup* Channels;  ///< ids are the preferences
-  QPushButton* ButtonReload;
+  QPushButton *ButtonReload, *ButtonDetails;
+  QComboBox* ComboBoxPictureChannel;  ///< of an opened picture; seen where it has several
   session::TDoubtLabel* LabelElementAge;
   TTimeCorrectionBox* GroupBoxTimeCorrection;
 
-  QCheckBox *CheckBoxZoom, *CheckBoxScrollBoth, *CheckBoxOverlaid;
+  QCheckBox *CheckBoxZoom, *CheckBoxScrollBoth, *CheckBoxNorthUp, *CheckBoxOverlaid;
   QSlider* SliderOpacity;
   QPushButton *ButtonFlicker, *ButtonSaveBlend;
 
@@ -45,6 +46,7 @@ struct TabSheetGroundPathLayout {
   QTimer *TimerLoad, *TimerSaveResults;
 
   void Build(QWidget* page);
+  void ShowChannelButtons(bool areSeen);
 };
 
 }  // namespace pelorin::desktop

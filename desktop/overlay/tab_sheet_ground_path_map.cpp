@@ -36,23 +36,22 @@ QString MomentText(const char* pattern, orbit::TDateTime moment) {
 }  // namespace
 
 overlay::OverlayRequest TTabSheetGroundPath::Request() const {
-  const int chosen = ui_.ComboBoxSatForPic->currentIndex();
-  if (chosen < 0) {
+  const app::Settings& settings = session_.Settings;
+  overlay::OverlayRequest request;
+  request.Picture = picture_.ForMap(session_.Pass.SouthBound);
+  request.DurationMinutes = ui_.SpinEditPassDuration->value();
+  const auto set =
+      ChosenSet({request.Picture.FirstLine().Days + request.DurationMinutes / 2.0 / orbit::kMinutesPerDay});
+  if (!set) {
     throw overlay::OverlayError(
         "There is no satellite to make a map for. Please drag one or more satellites from the Available list "
         "to "
         "the Active list.");
   }
-  const app::Settings& settings = session_.Settings;
-  overlay::OverlayRequest request;
-  request.Picture = picture_.ForMap(session_.Pass.SouthBound);
-  request.DurationMinutes = ui_.SpinEditPassDuration->value();
-  const orbit::TDateTime middle{request.Picture.FirstLine().Days +
-                                request.DurationMinutes / 2.0 / orbit::kMinutesPerDay};
-  const swath::ScannerMatch match = swath::TakeElements(
-      session_.SetNear(*session_.Active().at(static_cast<std::size_t>(chosen)).Satellite, middle), *scanners_,
-      request.Picture);
+  if (opened_ && !opened_->Problem.isEmpty()) throw overlay::OverlayError(opened_->Problem.toStdString());
+  const swath::ScannerMatch match = swath::TakeElements(*set, *scanners_, request.Picture);
   if (!match.Problem.isEmpty()) throw overlay::OverlayError(match.Problem.toStdString());
+  request.Picture.Lies = ShownLies(request.Picture);
   request.Station = session_.Station.Place;
   request.Overlay = ChosenMarks(settings);
   request.PassDetails = settings.SavePassDetails.Value || session_.MakesMapUnattended();

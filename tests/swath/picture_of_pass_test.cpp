@@ -15,6 +15,14 @@ std::string StartOf(const Recording& recording) {
   return orbit::FormatDateTime("yyyy-mm-dd hh:nn:ss.zzz", recording.FirstLine());
 }
 
+/// An opened picture of which the second is known.
+Recording ToSecond(const char* moment) {
+  Recording known;
+  known.Start = At(moment);
+  known.StartIsFrom = StartFrom::NameSecond;
+  return known;
+}
+
 /// NOAA 19, whose clock was found 2.5 s off, and a pass that has not been looked for.
 PictureOfPass NewPass(const char* moment) {
   PictureOfPass picture(u"NOAA 19=2.5"_s);
@@ -85,13 +93,11 @@ TEST(PictureOfPass, AMapIsOfThePictureOfItsOwnPassOnly) {
     if (row.Found) picture.Seek({QLatin1StringView(row.Found), row.MinutesLater});
     if (row.Rows > 0) picture.Show(1040, row.Rows);
     picture.SetOffset(30);  // as good a recording with another guess
-    EXPECT_THROW(picture.Open(u"x/party.png"_s, 2022), orbit::ConvertError);
-    EXPECT_EQ(picture.OpenedPath(), QString());
     const Recording next = picture.ForMap(false);
     EXPECT_EQ(picture.Shows(earlier), row.EarlierFits);
     EXPECT_EQ(picture.Shows(next), row.NextFits);
     EXPECT_EQ(next.Rows, row.NextRows);
-    picture.Open(u"x/0223075142.png"_s, 2022);
+    picture.Open(u"x/0223075142.png"_s, ToSecond("20220223075142"));
     picture.Seek({picture.OpenedPath(), 0});
     picture.Show(909, 400);
     EXPECT_FALSE(picture.Shows(earlier)) << "an opened picture";
@@ -107,7 +113,7 @@ TEST(PictureOfPass, OffsetsAreLearntFromNamesWithSecondsForTheirSatellite) {
   picture.SetOffset(41);
   picture.Seek({u"p/02230751V.png"_s, 0});
   EXPECT_EQ(picture.OffsetS(), 41) << "the same minute, now from a name";
-  picture.Open(u"x/0223075142V.png"_s, 2022);
+  picture.Open(u"x/0223075142V.png"_s, ToSecond("20220223075142"));
   picture.Seek({picture.OpenedPath(), 0});
   EXPECT_EQ(picture.OffsetS(), 2.5) << "what the clock is off";
   picture.SetPass(At("202102230751"));
@@ -116,7 +122,7 @@ TEST(PictureOfPass, OffsetsAreLearntFromNamesWithSecondsForTheirSatellite) {
   EXPECT_EQ(StartOf(picture.ForMap(true)), "2021-02-23 07:51:44.500");
   picture.SetPass(At("202202230751"));
   picture.Seek({picture.OpenedPath(), 0});
-  picture.SetOffset(4.3);
+  picture.SetOffset(4.52);
   picture.SetSatellite(u"METEOR=M 2"_s);
   EXPECT_EQ(picture.OffsetS(), 0) << "another clock";
   picture.SetOffset(-5000);
@@ -128,8 +134,19 @@ TEST(PictureOfPass, OffsetsAreLearntFromNamesWithSecondsForTheirSatellite) {
   picture.SetOffset(12);
   picture.SetSatellite(u"NOAA 15"_s);
   EXPECT_EQ(picture.OffsetS(), 12) << "found by eye, it is about the picture, whoever sent it";
+  Recording stamped = ToSecond("202302010000");
+  stamped.StartIsFrom = StartFrom::Stamps;
+  stamped.OffsetS = 1;
+  for (const double expected : {1.0, 0.0}) {
+    picture.Open(u"x/MSU-MR-1.png"_s, stamped);
+    picture.Seek({picture.OpenedPath(), 0});
+    EXPECT_EQ(picture.OffsetS(), expected) << "the product's, until the user has another";
+    picture.SetOffset(0);
+    picture.SetPass(At("202202231432"));
+  }
   PictureOfPass later(picture.SavedCorrections() + u";junk;NOAA 18=x;NOAA 15=1e999"_s);
-  EXPECT_EQ(later.SavedCorrections(), u"METEOR=M 2=-900.0;NOAA 19=4.5"_s) << "and nothing of what was by eye";
+  EXPECT_EQ(later.SavedCorrections(), u"METEOR=M 2=-900.0;NOAA 15 (stamps)=0.0;NOAA 19=4.5"_s)
+      << "and nothing of what was by eye";
 }
 
 }  // namespace

@@ -199,6 +199,7 @@ TEST(ScannerMatch, SatelliteAndWidthTellTheScanner) {
       {"METEOR-M2 4", "59051", 1040, "fits no scanner of METEOR-M2 4, which has MSU-MR LRPT (1568)", 0, 0},
       {"NOAA 19", "33591", 1040, "AVHRR APT", 86, 110.74},
       {"NOAA 19", "33591", 909, "AVHRR APT", 0, 110.74},
+      {"NOAA 19", "33591", 915, "AVHRR APT", 6, 110.74},
       {"NOAA 19", "33591", 2080, "AVHRR APT", 86, 110.74},
       {"NOAA 19", "33591", 2048, "AVHRR HRPT", 0, 110.7941},
       {"NOAA 19", "33591", 1500, "A picture of 1500 columns fits no scanner", 0, 0},
