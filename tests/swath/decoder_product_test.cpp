@@ -52,6 +52,11 @@ json Older() {
   return product;
 }
 
+QByteArray Cbor(const json& product) {
+  const auto bytes = json::to_cbor(product);
+  return {reinterpret_cast<const char*>(bytes.data()), static_cast<qsizetype>(bytes.size())};
+}
+
 /// A pass with one product, "pass/MSU-MR", and a picture beside it that is none of its business.
 class DecoderProductTest : public testing::Test {
  protected:
@@ -69,11 +74,7 @@ class DecoderProductTest : public testing::Test {
     return QDir::cleanPath(QFileInfo(root_.path()).canonicalFilePath() + u'/' + QString::fromUtf8(name));
   }
   void Put(const char* name, const QByteArray& content) { files::ReplaceFile(At(name), content); }
-  void PutProduct(const json& product) {
-    const auto bytes = json::to_cbor(product);
-    Put("pass/MSU-MR/product.cbor",
-        QByteArray(reinterpret_cast<const char*>(bytes.data()), static_cast<qsizetype>(bytes.size())));
-  }
+  void PutProduct(const json& product) { Put("pass/MSU-MR/product.cbor", Cbor(product)); }
   /// What is wrong with it, without the root's path; empty when it can be read.
   std::string ProblemAt(const char* name) const {
     try {
@@ -96,13 +97,11 @@ TEST_F(DecoderProductTest, NewerFormTellsEverything) {
   EXPECT_TRUE(
       pass->Problems[0].endsWith(u"dataset.json: \"products[1]\" names a folder that is not there"_s));
   const DecodedProduct& product = pass->Products.front();
-  EXPECT_EQ(product.Satellite, u"METEOR-M2 4"_s);
-  EXPECT_EQ(product.CatalogueNumber, u"59051"_s);
+  EXPECT_EQ(product.Satellite + product.CatalogueNumber, u"METEOR-M2 459051"_s);
   EXPECT_EQ(product.ElementLine1.toStdString(), kLine1) << "without its line's end";
   EXPECT_EQ(product.ElementLine2.toStdString(), kLine2);
   ASSERT_TRUE(product.Geometry);
-  EXPECT_EQ(product.Geometry->Line.Columns, 1568);
-  EXPECT_EQ(product.Geometry->Line.AngleDeg, 110.1);
+  EXPECT_EQ(product.Geometry->Line, (LineShape{1568, 110.1, ScanLaw::EvenAngles}));
   EXPECT_EQ(product.Geometry->Offsets, (Attitude{-0.4, 0.25, 0}));
   EXPECT_EQ(product.Geometry->TimeOffsetS, 1);
   EXPECT_TRUE(product.Geometry->InvertScan);
@@ -167,75 +166,66 @@ TEST_F(DecoderProductTest, WhatIsWrongIsToldWithFileAndKey) {
   const struct {
     const char* key;  ///< that is changed
     json value;
-    std::string problem;
+    std::string problem;  ///< of that key; empty for none
   } rows[] = {
-      {"/type", "sounder", R"("type" is "sounder": there are no pictures)"},
-      {"/images", "many", R"("images" must be a list)"},
+      {"/type", "sounder", R"(is "sounder": there are no pictures)"},
+      {"/images", "many", "must be a list"},
       {"/images", json::array(), ""},
-      {"/images", json(10001, json::object()), R"("images" must have at most 10000 items)"},
-      {"/images/1", 5, R"("images[1]" must be an object)"},
-      {"/images/1/file", nullptr, R"("images[1].file" must be the name of a file)"},
-      {"/images/1/file", std::string("a\0b", 3), R"("images[1].file" must be the name of a file)"},
-      {"/images/1/file", "/etc/passwd",
-       R"("images[1].file" is "/etc/passwd", which leads out of its folder)"},
-      {"/images/1/file", "more/../../a",
-       R"("images[1].file" is "more/../../a", which leads out of its folder)"},
-      {"/images/1/file", "link.png", R"("images[1].file" is "link.png", which leads out of its folder)"},
+      {"/images", json(10001, json::object()), "must have at most 10000 items"},
+      {"/images/1", 5, "must be an object"},
+      {"/images/1/file", nullptr, "must be the name of a file"},
+      {"/images/1/file", std::string("a\0b", 3), "must be the name of a file"},
+      {"/images/1/file", "/etc/passwd", R"(is "/etc/passwd", which leads out of its folder)"},
+      {"/images/1/file", "more/../../a", R"(is "more/../../a", which leads out of its folder)"},
+      {"/images/1/file", "link.png", R"(is "link.png", which leads out of its folder)"},
       {"/images/1/transform", "unknown", ""},
-      {"/projection_cfg", 1, R"("projection_cfg" must be an object)"},
-      {"/projection_cfg/image_width", 0, R"("projection_cfg.image_width" must be a number from 2 to 20000)"},
-      {"/projection_cfg/image_width", 1e5,
-       R"("projection_cfg.image_width" must be a number from 2 to 20000)"},
-      {"/projection_cfg/image_width", 5.5, R"("projection_cfg.image_width" must be a whole number)"},
-      {"/projection_cfg/image_width", nullptr, R"("projection_cfg.image_width" is missing)"},
-      {"/projection_cfg/scan_angle", std::nan(""),
-       R"("projection_cfg.scan_angle" must be a number from 1 to 150)"},
-      {"/projection_cfg/type", "noaa_apt_single_line",
-       R"("projection_cfg.image_width" must be 909 for zones)"},
-      {"/projection_cfg/invert_scan", 1, R"("projection_cfg.invert_scan" must be true or false)"},
-      {"/projection_cfg/timestamps/1", "x", R"("projection_cfg.timestamps[1]" must be a number)"},
+      {"/projection_cfg", 1, "must be an object"},
+      {"/projection_cfg/image_width", 0, "must be a number from 2 to 20000"},
+      {"/projection_cfg/image_width", 1e5, "must be a number from 2 to 20000"},
+      {"/projection_cfg/image_width", 5.5, "must be a whole number"},
+      {"/projection_cfg/image_width", nullptr, "is missing"},
+      {"/projection_cfg/scan_angle", std::nan(""), "must be a number from 1 to 150"},
+      {"/projection_cfg/invert_scan", 1, "must be true or false"},
+      {"/projection_cfg/timestamps/1", "x", "must be a number"},
       {"/projection_cfg/timestamps", {std::nan(""), 5, 4, -1e300, 1e300}, ""},
-      {"/projection_cfg/timestamps", json(100001, 5),
-       R"("projection_cfg.timestamps" must have at most 100000 items)"},
-      {"/projection_cfg/tle/line1", 3, R"("projection_cfg.tle.line1" must be a text)"},
+      {"/projection_cfg/timestamps", json(100001, 5), "must have at most 100000 items"},
+      {"/projection_cfg/tle/line1", 3, "must be a text"},
   };
   for (const auto& row : rows) {
     json product = Newer();
     product[json::json_pointer(row.key)] = row.value;
     PutProduct(product);
-    EXPECT_EQ(ProblemAt("pass/MSU-MR"),
-              row.problem.empty() ? "" : "/pass/MSU-MR/product.cbor: " + row.problem)
-        << row.key << " = " << row.value.dump().substr(0, 80);
+    QString key = QString::fromLatin1(row.key + 1).replace(u"/1"_s, u"[1]"_s).replace(u'/', u'.');
+    const std::string told = "/pass/MSU-MR/product.cbor: \"" + key.toStdString() + "\" " + row.problem;
+    EXPECT_EQ(ProblemAt("pass/MSU-MR"), row.problem.empty() ? "" : told) << row.value.dump().substr(0, 80);
   }
 }
 
 TEST_F(DecoderProductTest, GeometryThatIsNotKnownIsTold) {
   const std::pair<const char*, const char*> rows[] = {
-      {R"({"projection_cfg": null})", "its decoder wrote no geometry"},
-      {R"({"projection_cfg": {"type": "x"}})", "its geometry is of the type \"x\", which is not supported"},
-      {R"({"projection_cfg": {"rotate_yaw": true}})",
-       "its geometry has \"rotate_yaw\", which is not supported"},
-      {R"({"projection_cfg": {"yaw_offset": -90}})",
-       "its scanner is turned by more than 10°, which is not supported"},
-      {R"({"projection_cfg": {"type": "noaa_apt_single_line", "image_width": null}})", ""},
+      {R"(null)", "its decoder wrote no geometry"},
+      {R"({"type": "x"})", "its geometry is of the type \"x\", which is not supported"},
+      {R"({"rotate_yaw": true})", "its geometry has \"rotate_yaw\", which is not supported"},
+      {R"({"yaw_offset": -90})", "its scanner is turned by more than 10°, which is not supported"},
+      {R"({"type": "noaa_apt_single_line", "image_width": null})", ""},
   };
   for (const auto& [change, problem] : rows) {
     json product = Newer();
-    product.merge_patch(json::parse(change));
+    product["projection_cfg"].merge_patch(json::parse(change));
     PutProduct(product);
-    const auto pass = ReadDecodedPass(At("pass/MSU-MR"));
-    EXPECT_EQ(pass->Products.front().GeometryProblem.toStdString(), problem);
-    EXPECT_EQ(pass->Products.front().Geometry.has_value(), !*problem);
-    if (!*problem) {
-      EXPECT_EQ(pass->Products.front().Geometry->Line.Law, ScanLaw::Zones);
-    }
+    const DecodedProduct read = ReadDecodedPass(At("pass/MSU-MR"))->Products.front();
+    EXPECT_EQ(read.GeometryProblem.toStdString(), problem);
+    EXPECT_EQ(read.Geometry && read.Geometry->Line.Law == ScanLaw::Zones, !*problem) << change;
   }
+  json product = Newer();
+  product["projection_cfg"]["type"] = "noaa_apt_single_line";
+  PutProduct(product);
+  EXPECT_TRUE(ProblemAt("pass/MSU-MR").ends_with(R"("projection_cfg.image_width" must be 909 for zones)"));
 }
 
 TEST_F(DecoderProductTest, DamagedFilesAreTold) {
   const QByteArray deep = QByteArray(1'000'000, '\x81'), tags(1'000'000, '\xc1'), texts(1'000'000, '\x7f');
-  const auto bytes = json::to_cbor(Newer());
-  const QByteArray whole(reinterpret_cast<const char*>(bytes.data()), static_cast<qsizetype>(bytes.size()));
+  const QByteArray whole = Cbor(Newer());
   const std::pair<QByteArray, const char*> rows[] = {
       {"", "damaged"},
       {whole.left(whole.size() / 2), "damaged"},
