@@ -149,10 +149,8 @@ void TTabSheetGroundPath::TakeDetails(const PictureDetails& details, const Pictu
   }
   opened.HasStart = true;
   opened.OtherStarts.clear();
-  if (details.Lies != before.Lies) {
-    known.Lies = details.Lies;
-    known.LiesIsFrom = swath::KnownFrom::User;
-  }
+  known.Lies = details.Lies;
+  known.LiesIsFrom = swath::KnownFrom::User;
   if (details.Scanner < 0) return;
   const swath::Scanner& scanner = scanners_->Scanners()[static_cast<std::size_t>(details.Scanner)];
   const auto first = swath::FirstColumnOf(scanner.Line, known.Columns);

@@ -11,6 +11,7 @@
 #include "app/settings.h"
 #include "files/atomic_file.h"
 #include "files/text_file.h"
+#include "tests/support/decoded_pass.h"
 #include "tests/support/element_messages.h"
 #include "tests/support/element_server.h"
 #include "tests/support/folder_test.h"
@@ -163,6 +164,39 @@ TEST_F(Cli, APassBecomesItsOverlay) {
   ASSERT_EQ(second.Status, 0) << second.Err.toStdString();
   EXPECT_EQ(QImage(Path("results/Result.jpg")).size(), QSize(1040, 77));
   EXPECT_EQ(QImage(Path("results/ovl.bmp")).size(), QSize(1040, 300));
+}
+
+TEST_F(Cli, APictureTellsItsMapByItself) {
+  MakeFolder("results");
+  tests::LeaveDecodedPass(Path("pass"), orbit::MakeDateTime(2022, 2, 23, 17, 33, 12), 400);
+  tests::LeaveDecodedPass(Path("cut"), orbit::MakeDateTime(2022, 2, 23, 17, 33, 12), 8);
+  files::ReplaceFile(Path("cut/product.cbor"), files::ReadFile(Path("cut/product.cbor")).chopped(9));
+  ASSERT_TRUE(QImage(2048, 64, QImage::Format_Grayscale8).save(Path("NOAA-19-20220223-093442Z.png")));
+  ASSERT_TRUE(QImage(1500, 64, QImage::Format_Grayscale8).save(Path("NOAA-18-20220223-093442Z.png")));
+  ASSERT_TRUE(QImage(909, 64, QImage::Format_Grayscale8).save(Path("party.png")));
+  const struct {
+    std::string Options;
+    QSize Map;  ///< empty when there is none
+    const char* ErrHas;
+  } rows[] = {
+      {"--picture HERE/pass", {1568, 400}, "1568 columns of 110.6 degrees, by the product file; roll 2.3"},
+      {"--picture HERE/pass --roll 0", {1568, 400}, "roll 0, pitch 0, yaw 2.4, by the options"},
+      {"--picture HERE/NOAA-19-20220223-093442Z.png", {2048, 64}, "Scanner: AVHRR HRPT, 2048 columns"},
+      {"--picture HERE/NOAA-18-20220223-093442Z.png", QSize(0, 0), "fits no scanner of NOAA 18"},
+      {"--picture HERE/cut", QSize(0, 0), "product.cbor"},
+      {"--picture HERE/party.png --satellite NOAA_19", QSize(0, 0), "does not tell when it was received"},
+      {"--picture HERE/party.png --start 20220223093200", QSize(0, 0), "does not tell its satellite"},
+      {"--picture HERE/party.png --satellite NOAA_19 --start 20220223053200", {1040, 64}, "out of sight"},
+  };
+  for (const auto& row : rows) {
+    QFile::remove(Path("results/Result.jpg"));
+    const Outcome outcome =
+        Run("overlay --elements DEMO --topography none --results HERE/results " + row.Options);
+    EXPECT_EQ(outcome.Status == 0, !row.Map.isEmpty()) << row.Options << outcome.Err.toStdString();
+    EXPECT_TRUE(outcome.Err.contains(QLatin1StringView(row.ErrHas)))
+        << row.Options << outcome.Err.toStdString();
+    EXPECT_EQ(QImage(Path("results/Result.jpg")).size(), row.Map) << row.Options;
+  }
 }
 
 TEST_F(Cli, DefaultsAreTheUsersSettings) {

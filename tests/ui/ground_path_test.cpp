@@ -4,9 +4,14 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateTimeEdit>
+#include <QDialog>
 #include <QDoubleSpinBox>
+#include <QDropEvent>
 #include <QFileInfo>
 #include <QImage>
+#include <QMenu>
+#include <QMimeData>
+#include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSlider>
@@ -19,6 +24,7 @@
 #include "files/atomic_file.h"
 #include "files/read_file.h"
 #include "files/text_file.h"
+#include "tests/support/decoded_pass.h"
 #include "tests/support/program_fixture.h"
 
 namespace pelorin::tests {
@@ -209,7 +215,7 @@ TEST_F(GroundPathTest, OpenedPicturesTellTheirTimeAndStay) {
   Form->Shared().ChooseSatellite(0);
   Find("DateTimePickerTime")->setFocus();
   Open(u"elsewhere/party.png"_s);
-  EXPECT_EQ(Boxes.Take().size(), 1) << "what has no name is told";
+  EXPECT_EQ(Boxes.Take().size(), 1) << "what is no picture is told";
   Choose("RadioButtonChannel2");
   Click("ButtonGenTopo");
   EXPECT_EQ(PictureShown(), opened) << "nor is there such a channel";
@@ -223,6 +229,74 @@ TEST_F(GroundPathTest, OpenedPicturesTellTheirTimeAndStay) {
   EXPECT_EQ(PictureShown(), u"02230751I.png"_s);
   Close();
   EXPECT_EQ(SavedText(u"ClockCorrections"_s), u"NOAA 19=3.0"_s);
+}
+
+TEST_F(GroundPathTest, ADecodersPassLiesUnderItsMapAtOnce) {
+  const QString pass = Path(u"METEOR-M2_pass"_s);
+  LeaveDecodedPass(pass, orbit::MakeDateTime(2022, 2, 23, 17, 33, 12), 400);
+  LeaveDecodedPass(Path(u"cut"_s), orbit::MakeDateTime(2022, 2, 23, 17, 33, 12), 8);
+  files::ReplaceFile(Path(u"cut/product.cbor"_s), "junk");
+  StartOn(Page::WorldMap);
+  QMimeData dragged;
+  dragged.setUrls({QUrl::fromLocalFile(pass)});
+  QDragEnterEvent enter(QPoint(9, 9), Qt::CopyAction, &dragged, Qt::LeftButton, {});
+  QDropEvent drop(QPointF(9, 9), Qt::CopyAction, &dragged, Qt::LeftButton, {});
+  QCoreApplication::sendEvent(Form.get(), &enter);
+  QCoreApplication::sendEvent(Form.get(), &drop);
+  ASSERT_TRUE(QTest::qWaitFor([this] { return Form->CurrentPage() == Page::GroundPath; }, 2000));
+  EXPECT_EQ(Text("ComboBoxSatForPic"), u"METEOR M2"_s) << "though it is not an active one";
+  EXPECT_EQ(Text("ButtonPassDirection"), u"---> N"_s);
+  EXPECT_EQ(Text("LabelPictureTitle"), u"Picture: MSU-MR-1.png  from 17:33:12 UTC, north-bound, turned"_s);
+  EXPECT_EQ(Find<QDoubleSpinBox>("SpinEditTimeCorrection")->value(), 0.2);
+  Click("ButtonGenTopo");
+  const QImage turned = Written(u"ovl.bmp"_s);
+  EXPECT_EQ(turned.size(), QSize(1568, 400));
+  EXPECT_TRUE(Find("CheckBoxOverlaid")->isEnabled());
+  Find<QCheckBox>("CheckBoxNorthUp")->click();
+  Fire("TimerSaveResults");
+  EXPECT_EQ(Written(u"ovl.bmp"_s), turned.mirrored(true, true)) << "the map is turned with the picture";
+  EXPECT_EQ(Text("LabelPictureTitle"), u"Picture: MSU-MR-1.png  from 17:33:12 UTC, north-bound"_s);
+
+  Find<QComboBox>("ComboBoxPictureChannel")->setCurrentIndex(1);
+  EXPECT_EQ(PictureShown(), u"MSU-MR-2.png"_s);
+  Open(u"cut/product.cbor"_s);
+  EXPECT_EQ(Boxes.Take().size(), 1);
+  EXPECT_EQ(PictureShown(), u"MSU-MR-2.png"_s) << "the page is as it was";
+  auto* recent = Find<QMenu>("MenuOpenRecent");
+  Q_EMIT recent->aboutToShow();
+  ASSERT_EQ(recent->actions().size(), 2);
+  recent->actions().at(1)->trigger();
+  EXPECT_EQ(PictureShown(), u"MSU-MR-1.png"_s);
+  Pick(7, 51);
+  EXPECT_FALSE(Find("ComboBoxPictureChannel")->isVisible()) << "another pass is looked for in the folders";
+}
+
+TEST_F(GroundPathTest, WhatAPictureDoesNotTellIsAsked) {
+  GivePicture(u"../elsewhere/party.png"_s, Qt::darkRed);
+  GivePicture(u"../elsewhere/02230300V.png"_s, Qt::darkBlue);
+  StartOnPage();
+  Boxes.ChosenFile = Path(u"elsewhere/party.png"_s);
+  InDialog("Open1", [this](QDialog& dialog) {
+    EXPECT_TRUE(Text("LabelReason").contains(u"does not tell when"_s));
+    Find<QComboBox>("ComboBoxSatellite")->setCurrentText(u"NOAA 18"_s);
+    Find<QDateEdit>("StartDate")->setDate(QDate(2022, 2, 23));
+    Find<QTimeEdit>("StartTime")->setTime(QTime(9, 34, 42));
+    Find<QComboBox>("ComboBoxStored")->setCurrentIndex(1);
+    Find<QPushButton>("ButtonOK")->click();
+    EXPECT_FALSE(dialog.isVisible());
+  });
+  EXPECT_EQ(Text("ComboBoxSatForPic"), u"NOAA 18"_s);
+  EXPECT_EQ(Text("LabelPictureTitle"), u"Picture: party.png  from 09:34:42 UTC, north-bound, turned"_s);
+  Click("ButtonGenTopo");
+  EXPECT_TRUE(Find("CheckBoxOverlaid")->isEnabled());
+  // A year, or a clock, that puts the satellite out of sight.
+  Boxes.ChosenFile = Path(u"elsewhere/02230300V.png"_s);
+  InDialog("Open1", [this](QDialog& dialog) {
+    EXPECT_TRUE(Text("LabelReason").contains(u"out of sight"_s));
+    dialog.reject();
+  });
+  EXPECT_EQ(PictureShown(), u"party.png"_s);
+  EXPECT_EQ(Boxes.Take(), QStringList());
 }
 
 TEST_F(GroundPathTest, OnlyTheMapOfItsPassIsLaidOverAPicture) {
