@@ -67,6 +67,10 @@ void RunOverlay(const QStringList& list) {
             "Added to the start, -900 to 900: what the recorder's clock was off. Default: what the "
             "settings remember of the satellite's recorder, where --start or the picture's name tells "
             "the second.")},
+       {QStringLiteral("minute-marks"),
+        {},
+        QStringLiteral("Begin as the minute marks in the picture's space band tell, where there are any. "
+                       "Otherwise that is only said.")},
        {QStringLiteral("minutes"), QStringLiteral("N"),
         QStringLiteral(
             "Length of the map, 1 to 30. Default: as long as the pass, the rows or the picture, else 15.")},
@@ -74,7 +78,8 @@ void RunOverlay(const QStringList& list) {
         QStringLiteral("North-bound maps are turned by 180 degrees. Default: auto, as the satellite moves.")},
        {QStringLiteral("roll"), QStringLiteral("DEG"),
         QStringLiteral(
-            "The line moved to the left of the flight, -10 to 10. Default, as for the next two: the "
+            "The line moved to the left of the flight, -10 to 10. Default, as for the next two: what the "
+            "settings remember as yours for this satellite and scanner, else the product file's, else the "
             "spacecraft's, as \"pelorin-cli scanners\" lists them.")},
        {QStringLiteral("pitch"), QStringLiteral("DEG"), QStringLiteral("The line moved forward.")},
        {QStringLiteral("yaw"), QStringLiteral("DEG"), QStringLiteral("The line's left end turned forward.")},
@@ -115,6 +120,9 @@ void RunOverlay(const QStringList& list) {
   }
   if (arguments.Has(QStringLiteral("lines")) && arguments.Has(QStringLiteral("picture"))) {
     throw UsageError(QStringLiteral("--lines and --picture exclude each other"));
+  }
+  if (arguments.Has(QStringLiteral("minute-marks")) && arguments.Has(QStringLiteral("time-correction"))) {
+    throw UsageError(QStringLiteral("--minute-marks and --time-correction exclude each other"));
   }
   const app::Settings& settings = arguments.Settings();
   const std::optional<overlay::OpenedPicture> opened = OpenReceived(arguments);

@@ -10,9 +10,11 @@
 #include "orbit/julian_date.h"
 #include "orbit/model_constants.h"
 #include "orbit/scalar_math.h"
+#include "overlay/minute_mark_offer.h"
 #include "overlay/opened_picture.h"
 #include "passes/chosen_pass.h"
 #include "passes/pass_lookup.h"
+#include "swath/attitude_corrections.h"
 #include "swath/clock_corrections.h"
 #include "swath/picture_lookup.h"
 #include "swath/picture_of_pass.h"
@@ -22,6 +24,8 @@ namespace pelorin::cli {
 namespace {
 
 constexpr int kMostMinutes = 30, kUsualMinutes = 15;
+
+const QString kAngles[] = {QStringLiteral("roll"), QStringLiteral("pitch"), QStringLiteral("yaw")};
 
 /// The names that a pass string is matched against: those given, else the settings' active satellites, else
 /// all.
@@ -171,17 +175,14 @@ void CorrectClock(const Arguments& arguments, swath::Recording& recording) {
                recording.Satellite));
 }
 
-/// Sets the attitude that was asked for.
+/// Sets the attitude that was asked for, or else the one that the window would begin with.
 void TurnAttitude(const Arguments& arguments, swath::Recording& recording) {
-  const struct {
-    QString Option;
-    double& Value;
-  } angles[] = {{QStringLiteral("roll"), recording.Offsets.RollDeg},
-                {QStringLiteral("pitch"), recording.Offsets.PitchDeg},
-                {QStringLiteral("yaw"), recording.Offsets.YawDeg}};
-  for (const auto& [option, value] : angles) {
-    if (!arguments.Has(option)) continue;
-    value = arguments.Number(option, 0, -swath::kMostTurnedDeg, swath::kMostTurnedDeg);
+  swath::AttitudeCorrections(arguments.Settings().AttitudeCorrections.Value).TakeOwn(recording);
+  double* const values[] = {&recording.Offsets.RollDeg, &recording.Offsets.PitchDeg,
+                            &recording.Offsets.YawDeg};
+  for (std::size_t i = 0; i < std::size(kAngles); ++i) {
+    if (!arguments.Has(kAngles[i])) continue;
+    *values[i] = arguments.Number(kAngles[i], 0, -swath::kMostTurnedDeg, swath::kMostTurnedDeg);
     recording.OffsetsAreFrom = swath::KnownFrom::User;
   }
 }
@@ -204,9 +205,23 @@ void TellStored(const Arguments& arguments, swath::Recording& recording) {
   recording.LiesIsFrom = swath::KnownFrom::User;
 }
 
+/// Says what the picture's minute marks tell of its begin, and takes it where that was asked for.
+void HeedMinuteMarks(const Arguments& arguments, const std::optional<overlay::OpenedPicture>& opened,
+                     swath::Recording& recording) {
+  const QString option = QStringLiteral("minute-marks");
+  const std::vector<int> lines =
+      opened ? overlay::FindMinuteMarkLines(opened->Image, recording) : std::vector<int>();
+  const auto offer = overlay::OfferByMarks(lines, recording);
+  if (lines.empty() && arguments.Has(option)) Say(QStringLiteral("No minute marks were found"));
+  if (!offer) return;
+  Say(overlay::TextOf(*offer, recording.Satellite) +
+      (arguments.Has(option) ? QString() : QStringLiteral("; --minute-marks does that")));
+  if (arguments.Has(option)) recording.OffsetS = offer->OffsetS;
+}
+
 /// Says what is known of a picture's recording, and from where.
-void SayWhatItIs(const swath::Recording& recording) {
-  const auto from = [](swath::KnownFrom known) {
+void SayWhatItIs(const Arguments& arguments, const swath::Recording& recording) {
+  const auto from = [&arguments](swath::KnownFrom known) {
     switch (known) {
       case swath::KnownFrom::Table:
         return QStringLiteral("the table of scanners");
@@ -215,7 +230,11 @@ void SayWhatItIs(const swath::Recording& recording) {
       case swath::KnownFrom::Product:
         return QStringLiteral("the product file");
       case swath::KnownFrom::User:
-        return QStringLiteral("the options");
+        // Of what is said here the settings remember the attitude alone.
+        for (const QString& option : kAngles) {
+          if (arguments.Has(option)) return QStringLiteral("the options");
+        }
+        return QStringLiteral("the settings");
       case swath::KnownFrom::Default:
         break;
     }
@@ -235,6 +254,7 @@ void SayWhatItIs(const swath::Recording& recording) {
 
 /// What is asked of the map of a recording.
 overlay::OverlayRequest RequestFor(const Arguments& arguments, const app::Station& station,
+                                   const std::optional<overlay::OpenedPicture>& opened,
                                    swath::Recording recording, double minutes) {
   TurnAttitude(arguments, recording);
   CorrectClock(arguments, recording);
@@ -244,7 +264,8 @@ overlay::OverlayRequest RequestFor(const Arguments& arguments, const app::Statio
                        {QStringLiteral("auto"), QStringLiteral("north"), QStringLiteral("south")});
   if (direction != QStringLiteral("auto")) recording.SouthBound = direction == QStringLiteral("south");
   if (recording.LiesIsFrom == swath::KnownFrom::Default) recording.Lies.Turned = !recording.SouthBound;
-  SayWhatItIs(recording);
+  HeedMinuteMarks(arguments, opened, recording);
+  SayWhatItIs(arguments, recording);
   overlay::OverlayRequest request;
   request.Picture = recording;
   request.Station = station.Place;
@@ -279,7 +300,7 @@ overlay::OverlayRequest DescribePass(const Arguments& arguments, const app::Stat
       KnownScanners(), recording);
   if (!match.Problem.isEmpty()) throw Failure(match.Problem);
   if (!match.Note.isEmpty()) Say(match.Note);
-  return RequestFor(arguments, station, recording, minutes);
+  return RequestFor(arguments, station, opened, recording, minutes);
 }
 
 overlay::OverlayRequest DescribePicture(const Arguments& arguments, const app::Station& station,
@@ -315,7 +336,7 @@ overlay::OverlayRequest DescribePicture(const Arguments& arguments, const app::S
         *recording.Elements, {recording.FirstLine().Days + minutes / 2.0 / orbit::kMinutesPerDay});
   }
   const bool isWhole = recording.Rows > 0 && !arguments.Has(QStringLiteral("minutes"));
-  return RequestFor(arguments, station, recording, isWhole ? 0 : minutes);
+  return RequestFor(arguments, station, opened, recording, isWhole ? 0 : minutes);
 }
 
 }  // namespace pelorin::cli

@@ -40,6 +40,8 @@ void ClockCorrections::Learn(const Recording& recording) {
   if (!clock.isEmpty()) clocks_[clock] = recording.OffsetS;
 }
 
+void ClockCorrections::Forget(const Recording& recording) { clocks_.erase(ClockOf(recording)); }
+
 QString ClockCorrections::Saved() const {
   QStringList entries;
   for (const auto& [satellite, seconds] : clocks_) {

@@ -23,6 +23,8 @@ class ClockCorrections {
   std::optional<double> OffsetOf(const Recording& recording) const;
   /// Remembers the recording's offset, if there is something to learn from it.
   void Learn(const Recording& recording);
+  /// There is no offset any more for such recordings.
+  void Forget(const Recording& recording);
 
   QString Saved() const;
 

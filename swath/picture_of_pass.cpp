@@ -12,7 +12,7 @@ void PictureOfPass::SetSatellite(const QString& name) {
   const bool isShown = Shows(recording_);
   Recording next = recording_;
   next.Satellite = name;
-  next.OffsetS = opened_ ? opened_->Known.OffsetS : 0;
+  next.OffsetS = UsualOffsetS();
   TakeUp(next);
   if (isShown) shown_->Satellite = name;
 }
@@ -80,6 +80,11 @@ bool PictureOfPass::Shows(const Recording& recording) const {
 void PictureOfPass::SetOffset(double seconds) {
   recording_.OffsetS = ToOffsetStep(seconds);
   corrections_.Learn(recording_);
+}
+
+void PictureOfPass::ResetOffset() {
+  recording_.OffsetS = UsualOffsetS();
+  corrections_.Forget(recording_);
 }
 
 Recording PictureOfPass::OfPass() const {

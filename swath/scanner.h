@@ -60,10 +60,11 @@ struct Carrier {
   std::string CatalogueNumber;     ///< 5 … 9 digits; see TSatellite::CatalogueKey
   std::vector<std::string> Names;  ///< upper case; what its names may begin with
   std::vector<double> FrequenciesMHz;
-  Attitude Offsets;                ///< fitted to its pictures
-  double TimeOffsetS = 0;          ///< added to the moments of its rows
-  std::optional<double> AngleDeg;  ///< where its line is not the scanner's
-  std::optional<ScanLaw> Law;      ///< likewise
+  Attitude Offsets;                    ///< fitted to its pictures
+  double TimeOffsetS = 0;              ///< added to the moments of its rows
+  std::optional<double> MarkSecond{};  ///< see Instrument
+  std::optional<double> AngleDeg;      ///< where its line is not the scanner's
+  std::optional<ScanLaw> Law;          ///< likewise
 };
 
 /// How one instrument looks, and when.
@@ -72,6 +73,9 @@ struct Instrument {
   LineShape Line;
   double RowsPerSecond = 0;
   bool YawSteering = false;  ///< the line lies across the flight over the turning ground, not that in space
+  /// The second of the minute, UTC, at which minute marks of the old picture format begin: it is the
+  /// spacecraft's own affair. Nothing where nobody has measured it.
+  std::optional<double> MarkSecond{};
 
   bool operator==(const Instrument&) const = default;
 };

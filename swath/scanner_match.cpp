@@ -75,6 +75,7 @@ ScannerMatch MatchScanner(const ScannerTable& table, const orbit::TSatellite& sa
   for (const ScannerTable::Flown& one : flown) {
     Instrument scanner = *one.Instrument;
     scanner.Line = one.Line();
+    scanner.MarkSecond = one.Satellite->MarkSecond;
     if (const auto first = FirstColumnOf(scanner.Line, columns)) {
       return {{}, {}, scanner, KnownFrom::Table, *first, one.Satellite->Offsets, one.Satellite->TimeOffsetS};
     }
@@ -127,6 +128,7 @@ ScannerMatch TakeElements(orbit::TSatellite set, const ScannerTable& table, Reco
     recording.SeenBy.RowsPerSecond =
         known.Problem.isEmpty() ? known.SeenBy.RowsPerSecond : RowsPerSecondOf(recording);
     recording.SeenBy.YawSteering = known.SeenBy.YawSteering;
+    recording.SeenBy.MarkSecond = known.SeenBy.MarkSecond;
     match.SeenBy = recording.SeenBy;
     match.TimeOffsetS = known.TimeOffsetS;
   } else {

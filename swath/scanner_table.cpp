@@ -138,6 +138,7 @@ Carrier ReadCarrier(const LocatedJson& object) {
                      fields.Number("pitch", -kMostTurnedDeg, kMostTurnedDeg, 0),
                      fields.Number("yaw", -kMostTurnedDeg, kMostTurnedDeg, 0)};
   carrier.TimeOffsetS = fields.Number("time", -kMostLateS, kMostLateS, 0);
+  if (fields.Find("mark_second") != nullptr) carrier.MarkSecond = fields.Number("mark_second", 0, 59.9);
   if (fields.Find("law") != nullptr) carrier.Law = LawOf(fields);
   if (fields.Find("angle") != nullptr) carrier.AngleDeg = fields.Number("angle", 1, kWidestDeg);
   fields.RefuseOthers();

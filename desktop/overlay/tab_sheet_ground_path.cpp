@@ -13,6 +13,7 @@
 #include <QSpinBox>
 #include <QTimer>
 
+#include "desktop/overlay/attitude_box.h"
 #include "desktop/overlay/form_picture_details.h"
 #include "desktop/overlay/overlay_choices.h"
 #include "desktop/overlay/picture_panes.h"
@@ -47,6 +48,7 @@ QString StartText(const swath::Recording& recording) {
 TTabSheetGroundPath::TTabSheetGroundPath(session::Session& session, QWidget* parent)
     : TTabSheet(session, parent),
       picture_(session.Settings.ClockCorrections.Value),
+      attitudes_(session.Settings.AttitudeCorrections.Value),
       FormPictureDetails(new TFormPictureDetails(session, this)) {
   setObjectName(QStringLiteral("TabSheetGroundPath"));
   ui_.Build(this);
@@ -68,6 +70,10 @@ TTabSheetGroundPath::TTabSheetGroundPath(session::Session& session, QWidget* par
   Handle(ui_.Channels, &QButtonGroup::idClicked, this, &Page::RadioGroupPrefPicChannelClick);
   Handle(ui_.ButtonReload, &QPushButton::clicked, this, &Page::ButtonReloadClick);
   Handle(ui_.GroupBoxTimeCorrection, &TTimeCorrectionBox::Changed, this, &Page::TimeCorrectionChanged);
+  Handle(ui_.GroupBoxTimeCorrection, &TTimeCorrectionBox::ResetWanted, this, &Page::TimeCorrectionReset);
+  Handle(ui_.ButtonMinuteMarks, &QPushButton::clicked, this, &Page::ButtonMinuteMarksClick);
+  Handle(ui_.GroupBoxAttitude, &TAttitudeBox::Changed, this, &Page::AttitudeChanged);
+  Handle(ui_.GroupBoxAttitude, &TAttitudeBox::ResetWanted, this, &Page::AttitudeReset);
   Handle(ui_.CheckBoxZoom, &QCheckBox::toggled, this, &Page::CheckBoxZoomClick);
   Handle(ui_.CheckBoxScrollBoth, &QCheckBox::toggled, this, &Page::CheckBoxScrollBothClick);
   Handle(ui_.SliderOpacity, &QSlider::valueChanged, this, &Page::SliderOpacityChange);
@@ -101,7 +107,8 @@ void TTabSheetGroundPath::ShowPass() {
   }
   session::TurnPicker(ui_.DateTimePickerDate, picture_.Pass());
   session::TurnPicker(ui_.DateTimePickerTime, picture_.Pass());
-  ui_.GroupBoxTimeCorrection->SetSeconds(picture_.OffsetS());
+  ui_.GroupBoxTimeCorrection->SetSeconds(picture_.OffsetS(), picture_.UsualOffsetS());
+  ShowFit();
 }
 
 void TTabSheetGroundPath::ChooseSatellite(int index) {
@@ -124,6 +131,7 @@ void TTabSheetGroundPath::ShowFor(orbit::TDateTime moment, int satellite) {
 void TTabSheetGroundPath::TabSheetGroundPathShow() {
   session_.Window.SetTitle(QStringLiteral("Pelorin - ground path"));
   session_.Window.SetTimeframe(session::Timeframe::Manual);
+  FindMarks();
 }
 
 void TTabSheetGroundPath::TabSheetGroundPathHide() {
@@ -142,6 +150,7 @@ void TTabSheetGroundPath::ActiveSatellitesChanged() {
 
 void TTabSheetGroundPath::PassDirectionChanged() {
   ui_.ButtonPassDirection->setText(DirectionCaption(session_.Pass.SouthBound));
+  FindMarks();
   ShowTurned();
 }
 
@@ -192,6 +201,7 @@ void TTabSheetGroundPath::ShowPicture(const swath::FoundPicture& found) {
   file_ = loaded.Image;
   damage_ = loaded.Damage.isEmpty() ? QString() : QStringLiteral(" (damaged)");
   picture_.Show(file_.width(), file_.height());
+  FindMarks();
   ShowTurned();
   EnableControls();
   if (!loaded.Damage.isEmpty()) Boxes().Message(loaded.Damage);
@@ -219,6 +229,7 @@ QString TTabSheetGroundPath::PictureTitle(const swath::Recording& recording, swa
 void TTabSheetGroundPath::ComboBoxSatForPicChange() {
   picture_.SetSatellite(ui_.ComboBoxSatForPic->currentText());
   ShowPass();
+  FindMarks();
   EnableControls();
 }
 

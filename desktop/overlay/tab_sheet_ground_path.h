@@ -3,9 +3,11 @@
 #include <optional>
 
 #include "desktop/overlay/tab_sheet_ground_path_layout.h"
+#include "overlay/minute_mark_offer.h"
 #include "overlay/opened_picture.h"
 #include "overlay/overlay_generator.h"
 #include "session/tab_sheet.h"
+#include "swath/attitude_corrections.h"
 #include "swath/picture_of_pass.h"
 #include "swath/scanner_table.h"
 
@@ -69,6 +71,10 @@ class TTabSheetGroundPath : public session::TTabSheet {
   void ButtonDetailsClick();
   void CheckBoxNorthUpClick();
   void TimeCorrectionChanged(double seconds);
+  void TimeCorrectionReset();
+  void ButtonMinuteMarksClick();
+  void AttitudeChanged(const swath::Attitude& attitude);
+  void AttitudeReset();
   void TimerSaveResultsTimer();
   void CheckBoxZoomClick();
   void CheckBoxScrollBothClick();
@@ -109,6 +115,21 @@ class TTabSheetGroundPath : public session::TTabSheet {
   void ShowTurned();
   QString PictureTitle(const swath::Recording& recording, swath::Stored shown) const;
 
+  /// What is known of the picture that is looked for, stored as in its file.
+  struct KnownRecording {
+    swath::Recording Recording;
+    QString Problem;  ///< for the user, why no map can be made; mostly empty
+  };
+  /// Nothing when no satellite is chosen.
+  std::optional<KnownRecording> Known() const;
+  /// Looks for minute marks in the picture that is seen.
+  void FindMarks();
+  std::optional<overlay::MinuteMarkOffer> Offer() const;
+  /// Attitude and offer follow what is known.
+  void ShowFit();
+  /// Remembers what the user has fitted, and lets the map follow.
+  void TakeFit();
+
   /// The map that the page is set to make now. Raises OverlayError where none can be made.
   overlay::OverlayRequest Request() const;
   void MakeMap();
@@ -135,10 +156,12 @@ class TTabSheetGroundPath : public session::TTabSheet {
   overlay::OverlaySources sources_;
   const swath::ScannerTable* scanners_ = nullptr;
   swath::PictureOfPass picture_;
+  swath::AttitudeCorrections attitudes_;
   std::optional<overlay::OpenedPicture>
       opened_;                              ///< the picture that the user named, until another pass is chosen
   std::optional<orbit::TSatellite> guest_;  ///< its satellite, which need not be an active one
   QImage file_;                             ///< the picture that is seen, as its file has it
+  std::vector<int> marks_;                  ///< lines of it where minute marks begin
   QString damage_;                          ///< what its title says of it
   TFormPictureDetails* FormPictureDetails;
   bool stopRequested_ = false;

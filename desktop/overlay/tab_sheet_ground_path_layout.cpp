@@ -16,6 +16,7 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include "desktop/overlay/attitude_box.h"
 #include "desktop/overlay/overlay_choices.h"
 #include "desktop/overlay/picture_panes.h"
 #include "desktop/overlay/time_correction_box.h"
@@ -96,7 +97,7 @@ QHBoxLayout* BuildPassRow(TabSheetGroundPathLayout& ui, QWidget* page) {
   return row;
 }
 
-/// Which picture, and where exactly the map lies on it.
+/// Which picture, and what is to be said of it.
 QHBoxLayout* BuildPictureRow(TabSheetGroundPathLayout& ui, QWidget* page) {
   ui.RadioGroupPrefPicChannel =
       Hinted(Named(new QGroupBox(QStringLiteral(" Channel "), page), "RadioGroupPrefPicChannel"),
@@ -133,11 +134,27 @@ QHBoxLayout* BuildPictureRow(TabSheetGroundPathLayout& ui, QWidget* page) {
   channels->addWidget(ui.ButtonDetails);
   ui.RadioGroupPrefPicChannel->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Maximum);
   ui.LabelElementAge = new session::TDoubtLabel(page);
-  ui.GroupBoxTimeCorrection = new TTimeCorrectionBox(page);
+  ui.ButtonMinuteMarks = NewPageButton(
+      {}, "ButtonMinuteMarks",
+      QStringLiteral("The satellite marks its minutes at the edge of the picture; press to take the time "
+                     "correction that they mean"),
+      page);
+  ui.ButtonMinuteMarks->hide();
 
   auto* row = new QHBoxLayout;
   row->addWidget(ui.RadioGroupPrefPicChannel);
   row->addWidget(ui.LabelElementAge, 1, Qt::AlignBottom);
+  row->addWidget(ui.ButtonMinuteMarks, 0, Qt::AlignBottom);
+  return row;
+}
+
+/// Where exactly the map lies on it.
+QHBoxLayout* BuildFitRow(TabSheetGroundPathLayout& ui, QWidget* page) {
+  ui.GroupBoxAttitude = new TAttitudeBox(page);
+  ui.GroupBoxTimeCorrection = new TTimeCorrectionBox(page);
+  auto* row = new QHBoxLayout;
+  row->addWidget(ui.GroupBoxAttitude);
+  row->addStretch(1);
   row->addWidget(ui.GroupBoxTimeCorrection);
   return row;
 }
@@ -194,6 +211,7 @@ void TabSheetGroundPathLayout::Build(QWidget* page) {
   rows->setSpacing(4);
   rows->addLayout(BuildPassRow(*this, page));
   rows->addLayout(BuildPictureRow(*this, page));
+  rows->addLayout(BuildFitRow(*this, page));
   rows->addLayout(BuildViewRow(*this, page));
   Panes = new TPicturePanes(page);
   rows->addWidget(Panes, 1);

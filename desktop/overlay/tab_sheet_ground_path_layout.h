@@ -19,6 +19,7 @@ class TTimePicker;
 
 namespace pelorin::desktop {
 
+class TAttitudeBox;
 class TPicturePanes;
 class TTimeCorrectionBox;
 
@@ -36,6 +37,8 @@ struct TabSheetGroundPathLayout {
   QPushButton *ButtonReload, *ButtonDetails;
   QComboBox* ComboBoxPictureChannel;  ///< of an opened picture; seen where it has several
   session::TDoubtLabel* LabelElementAge;
+  QPushButton* ButtonMinuteMarks;  ///< seen while there is an offer
+  TAttitudeBox* GroupBoxAttitude;
   TTimeCorrectionBox* GroupBoxTimeCorrection;
 
   QCheckBox *CheckBoxZoom, *CheckBoxScrollBoth, *CheckBoxNorthUp, *CheckBoxOverlaid;

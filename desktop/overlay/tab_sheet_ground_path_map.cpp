@@ -15,8 +15,8 @@
 #include "desktop/overlay/overlay_choices.h"
 #include "desktop/overlay/picture_panes.h"
 #include "desktop/overlay/tab_sheet_ground_path.h"
-#include "desktop/overlay/time_correction_box.h"
 #include "map/satellite_info.h"
+#include "orbit/model_constants.h"
 #include "overlay/overlay_outputs.h"
 #include "overlay/overlay_text.h"
 #include "session/controls.h"
@@ -35,22 +35,32 @@ QString MomentText(const char* pattern, orbit::TDateTime moment) {
 
 }  // namespace
 
+std::optional<TTabSheetGroundPath::KnownRecording> TTabSheetGroundPath::Known() const {
+  if (scanners_ == nullptr) return std::nullopt;
+  KnownRecording known{picture_.ForMap(session_.Pass.SouthBound), {}};
+  swath::Recording& recording = known.Recording;
+  const double halfS = ui_.SpinEditPassDuration->value() * orbit::kSecondsPerMinute / 2;
+  const auto set = ChosenSet({recording.FirstLine().Days + halfS / orbit::kSecondsPerDay});
+  if (!set) return std::nullopt;
+  known.Problem = swath::TakeElements(*set, *scanners_, recording).Problem;
+  if (opened_ && !opened_->Problem.isEmpty()) known.Problem = opened_->Problem;
+  attitudes_.TakeOwn(recording);
+  return known;
+}
+
 overlay::OverlayRequest TTabSheetGroundPath::Request() const {
   const app::Settings& settings = session_.Settings;
-  overlay::OverlayRequest request;
-  request.Picture = picture_.ForMap(session_.Pass.SouthBound);
-  request.DurationMinutes = ui_.SpinEditPassDuration->value();
-  const auto set =
-      ChosenSet({request.Picture.FirstLine().Days + request.DurationMinutes / 2.0 / orbit::kMinutesPerDay});
-  if (!set) {
+  const auto known = Known();
+  if (!known) {
     throw overlay::OverlayError(
         "There is no satellite to make a map for. Please drag one or more satellites from the Available list "
         "to "
         "the Active list.");
   }
-  if (opened_ && !opened_->Problem.isEmpty()) throw overlay::OverlayError(opened_->Problem.toStdString());
-  const swath::ScannerMatch match = swath::TakeElements(*set, *scanners_, request.Picture);
-  if (!match.Problem.isEmpty()) throw overlay::OverlayError(match.Problem.toStdString());
+  if (!known->Problem.isEmpty()) throw overlay::OverlayError(known->Problem.toStdString());
+  overlay::OverlayRequest request;
+  request.Picture = known->Recording;
+  request.DurationMinutes = ui_.SpinEditPassDuration->value();
   request.Picture.Lies = ShownLies(request.Picture);
   request.Station = session_.Station.Place;
   request.Overlay = ChosenMarks(settings);
@@ -188,17 +198,6 @@ void TTabSheetGroundPath::MakeAgain() {
   const bool wasBusy = IsBusy();
   ButtonGenTopoClick();
   againRequested_ = wasBusy;
-}
-
-void TTabSheetGroundPath::TimeCorrectionChanged(double seconds) {
-  picture_.SetOffset(seconds);
-  ShowPass();
-  session_.Settings.ClockCorrections.Value = picture_.SavedCorrections();
-  if (IsBusy()) {
-    MakeAgain();
-  } else if (made_ && ui_.ComboBoxSatForPic->currentIndex() >= 0) {
-    RemakeMap(Request());
-  }
 }
 
 void TTabSheetGroundPath::OverlayMarksChanged() {

@@ -11,7 +11,9 @@ namespace pelorin::desktop {
 
 TTimeCorrectionBox::TTimeCorrectionBox(QWidget* parent)
     : QGroupBox(QStringLiteral(" Time correction "), parent),
-      SpinEditTimeCorrection(session::Named(new QDoubleSpinBox(this), "SpinEditTimeCorrection")) {
+      SpinEditTimeCorrection(session::Named(new QDoubleSpinBox(this), "SpinEditTimeCorrection")),
+      ButtonCorrectionReset(
+          session::Named(new QPushButton(QStringLiteral("Reset"), this), "ButtonCorrectionReset")) {
   setObjectName(QStringLiteral("GroupBoxTimeCorrection"));
   constexpr double limit = swath::kOffsetLimitS, step = swath::kOffsetStepS;
   SpinEditTimeCorrection->setLocale(QLocale::c());
@@ -25,10 +27,8 @@ TTimeCorrectionBox::TTimeCorrectionBox(QWidget* parent)
       QStringLiteral("Seconds to add to the start of the pass, until the map lies on the picture"));
   connect(SpinEditTimeCorrection, &QDoubleSpinBox::valueChanged, this, &TTimeCorrectionBox::Changed);
 
-  auto* reset =
-      session::Hinted(session::Named(new QPushButton(QStringLiteral("Reset"), this), "ButtonCorrectionReset"),
-                      QStringLiteral("No correction"));
-  connect(reset, &QPushButton::clicked, this, [this] { SpinEditTimeCorrection->setValue(0); });
+  connect(ButtonCorrectionReset, &QPushButton::clicked, this, &TTimeCorrectionBox::ResetWanted);
+  SetSeconds(0, 0);
 
   const std::initializer_list<QWidget*> controls{
       NewStep(QStringLiteral("-10"), "ButtonCorrectionMinus10", -10),
@@ -36,7 +36,7 @@ TTimeCorrectionBox::TTimeCorrectionBox(QWidget* parent)
       SpinEditTimeCorrection,
       NewStep(QStringLiteral("+0.5"), "ButtonCorrectionPlusHalf", step),
       NewStep(QStringLiteral("+10"), "ButtonCorrectionPlus10", 10),
-      reset};
+      ButtonCorrectionReset};
   auto* row = new QHBoxLayout(this);
   row->setSpacing(2);
   QWidget* before = nullptr;
@@ -48,7 +48,7 @@ TTimeCorrectionBox::TTimeCorrectionBox(QWidget* parent)
   for (auto* button : findChildren<QPushButton*>()) {
     // Wide enough for its caption, without a style's usual least width.
     button->setFixedWidth(button->fontMetrics().horizontalAdvance(button->text()) + 16);
-    button->setAutoRepeat(button != reset);
+    button->setAutoRepeat(button != ButtonCorrectionReset);
     button->setAutoDefault(true);
   }
   setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Maximum);
@@ -64,9 +64,14 @@ QPushButton* TTimeCorrectionBox::NewStep(const QString& caption, const char* nam
   return button;
 }
 
-void TTimeCorrectionBox::SetSeconds(double seconds) {
+void TTimeCorrectionBox::SetSeconds(double seconds, double usual) {
   const QSignalBlocker quiet(SpinEditTimeCorrection);
   SpinEditTimeCorrection->setValue(seconds);
+  session::Hinted(
+      ButtonCorrectionReset,
+      usual == 0
+          ? QStringLiteral("No correction")
+          : QStringLiteral("Back to %1 s, which this satellite's own clock is off").arg(usual, 0, 'f', 1));
 }
 
 }  // namespace pelorin::desktop

@@ -14,17 +14,20 @@ class TTimeCorrectionBox : public QGroupBox {
  public:
   explicit TTimeCorrectionBox(QWidget* parent);
 
-  /// Tells nobody.
-  void SetSeconds(double seconds);
+  /// What is added, and what is without the user's doing; tells nobody.
+  void SetSeconds(double seconds, double usual);
 
  Q_SIGNALS:
   /// The user wants another correction.
   void Changed(double seconds);
+  /// The user wants the usual one.
+  void ResetWanted();
 
  private:
   QPushButton* NewStep(const QString& caption, const char* name, double step);
 
   QDoubleSpinBox* SpinEditTimeCorrection;
+  QPushButton* ButtonCorrectionReset;
 };
 
 }  // namespace pelorin::desktop

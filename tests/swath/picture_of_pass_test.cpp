@@ -141,6 +141,8 @@ TEST(PictureOfPass, OffsetsAreLearntFromNamesWithSecondsForTheirSatellite) {
     picture.Open(u"x/MSU-MR-1.png"_s, stamped);
     picture.Seek({picture.OpenedPath(), 0});
     EXPECT_EQ(picture.OffsetS(), expected) << "the product's, until the user has another";
+    picture.ResetOffset();
+    EXPECT_EQ(picture.OffsetS(), 1) << "and back to that";
     picture.SetOffset(0);
     picture.SetPass(At("202202231432"));
   }

@@ -76,6 +76,8 @@ TEST(ScannerTable, FaultsNameLineAndKeyAndTheRestIsUsed) {
        "line 2: \"yaw_stering\" is no key that is known here"},
       {"a satellite's", list(changed("2}", "2, \"satellites\": [\n{\"number\": 25338, \"roll\": 45}]}")),
        "line 3: \"roll\" must be a number from -10 to 10", true},
+      {"its marks", list(changed("2}", "2, \"satellites\": [{\"number\": 25338, \"mark_second\": 60}]}")),
+       "line 2: \"mark_second\" must be a number from 0 to 59.9", true},
       {"twice", "{\"scanners\": [],\n\"scanners\": []}", "line 2: \"scanners\" is there twice"},
       {"a comma too many", list(good + ",\n"), "line 3: from here on this is no JSON"},
       {"cut", "{\"scanners\": [\n" + good, "line 2: from here on this is no JSON"},

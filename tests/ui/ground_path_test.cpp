@@ -8,6 +8,7 @@
 #include <QDoubleSpinBox>
 #include <QDropEvent>
 #include <QFileInfo>
+#include <QGroupBox>
 #include <QImage>
 #include <QMenu>
 #include <QMimeData>
@@ -297,6 +298,70 @@ TEST_F(GroundPathTest, WhatAPictureDoesNotTellIsAsked) {
   });
   EXPECT_EQ(PictureShown(), u"party.png"_s);
   EXPECT_EQ(Boxes.Take(), QStringList());
+}
+
+TEST_F(GroundPathTest, AttitudeIsTheUsersForItsSatelliteUntilReset) {
+  GivePicture(u"02230751V.png"_s, Qt::darkGray);
+  StartOnPage();
+  Pick(7, 51);
+  Click("ButtonGenTopo");
+  const QImage fitted = Written(u"ovl.bmp"_s);
+  const auto shown = [this] {
+    return Find<QGroupBox>("GroupBoxAttitude")->title() + Find<QDoubleSpinBox>("SpinEditRoll")->text() +
+           u' ' + Find<QDoubleSpinBox>("SpinEditYaw")->text();
+  };
+  EXPECT_EQ(shown(), u" Attitude, as fitted for NOAA 19 -0.01° -0.60°"_s);
+  auto* roll = Find<QDoubleSpinBox>("SpinEditRoll");
+  roll->setFocus();
+  roll->selectAll();
+  QTest::keyClicks(roll, u"2.5"_s);
+  QTest::keyClick(roll, Qt::Key_Tab);
+  Fire("TimerSaveResults");
+  const QImage turned = Written(u"ovl.bmp"_s);
+  EXPECT_NE(turned, fitted);
+  const QString mine = u" Attitude, yours 2.50° -0.60°"_s;
+  EXPECT_EQ(shown(), mine);
+  Find<QComboBox>("ComboBoxSatForPic")->setCurrentText(u"NOAA 15"_s);
+  EXPECT_EQ(shown(), u" Attitude, as fitted for NOAA 15 -0.10° 0.40°"_s);
+  Close();
+  EXPECT_EQ(SavedText(u"AttitudeCorrections"_s), u"33591/909=2.50/0.00/-0.60"_s);
+
+  StartOnPage();
+  Pick(7, 51);
+  EXPECT_EQ(shown(), mine);
+  Click("ButtonGenTopo");
+  EXPECT_EQ(Written(u"ovl.bmp"_s), turned);
+  Click("ButtonAttitudeReset");
+  Fire("TimerSaveResults");
+  EXPECT_EQ(Written(u"ovl.bmp"_s), fitted);
+  Close();
+  EXPECT_EQ(SavedText(u"AttitudeCorrections"_s), QString());
+}
+
+TEST_F(GroundPathTest, MinuteMarksOfferTheirCorrection) {
+  // Marks 30 s after the first line and a minute later; north-bound, so the file is turned.
+  QImage picture(1040, 300, QImage::Format_RGB32);
+  picture.fill(Qt::darkGray);
+  for (const int mark : {60, 180}) {
+    for (int line = mark; line < mark + 4; ++line) {
+      for (int x = 39; x < 86; ++x) picture.setPixel(x, line, line < mark + 2 ? 0xFF000000 : 0xFFFFFFFF);
+    }
+  }
+  ASSERT_TRUE(picture.mirrored(true, true).save(GivePicture(u"02230751V.png"_s)));
+  StartOnPage();
+  Find<QComboBox>("ComboBoxSatForPic")->setCurrentText(u"NOAA 18"_s);
+  Pick(7, 51);
+  EXPECT_EQ(Text("ButtonMinuteMarks"), u"Minute marks: begin 30.0 s later,\nif NOAA 18 marks full minutes"_s);
+  Find<QComboBox>("ComboBoxSatForPic")->setCurrentText(u"NOAA 19"_s);
+  EXPECT_EQ(Text("ButtonMinuteMarks"), u"Minute marks: begin 43.3 s later"_s);
+  auto* correction = Find<QDoubleSpinBox>("SpinEditTimeCorrection");
+  EXPECT_EQ(correction->value(), 0) << "never unasked";
+  Click("ButtonMinuteMarks");
+  EXPECT_EQ(correction->value(), 43.3);
+  EXPECT_FALSE(Find("ButtonMinuteMarks")->isVisible());
+  Click("ButtonCorrectionReset");
+  EXPECT_EQ(correction->value(), 0);
+  EXPECT_TRUE(Find("ButtonMinuteMarks")->isVisible());
 }
 
 TEST_F(GroundPathTest, OnlyTheMapOfItsPassIsLaidOverAPicture) {

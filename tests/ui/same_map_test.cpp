@@ -28,6 +28,7 @@ TEST(SameMap, ConsoleMakesTheWindows) {
     program.Set(u"OverlayLinesOnly"_s, row.LinesOnly);
     program.Set(u"ShowOverlay"_s, row.ShowOverlay);
     program.Set(u"ClockCorrections"_s, u"NOAA 19=2.5"_s);
+    program.Set(u"AttitudeCorrections"_s, u"33591/909=4.00/0.00/-1.50"_s);
     const QString picture = program.GivePicture(row.Picture);
     program.StartOn(session::Page::Setup);
     program.ChoosePass(u"02230751"_s, u"NOAA 19"_s);
