@@ -3,9 +3,9 @@
 #include <QTemporaryDir>
 
 #include "elements/known_sets.h"
+#include "lines/map_lines.h"
 #include "orbit/julian_date.h"
 #include "overlay/flight_replay.h"
-#include "overlay/map_lines.h"
 #include "overlay/overlay_generator.h"
 #include "overlay/overlay_master.h"
 #include "overlay/overlay_outputs.h"

@@ -10,6 +10,7 @@ set(may_picture picture files)
 set(may_app app orbit files)
 set(may_map map picture orbit files)
 set(may_passes passes orbit files)
+set(may_lines lines swath orbit files)
 set(may_overlay overlay swath picture orbit files)
 set(may_session session app elements orbit files)
 set(may_desktop_help desktop/help session)
@@ -19,7 +20,7 @@ set(may_desktop_overlay desktop/overlay overlay map swath picture session app or
 set(may_desktop desktop desktop/help desktop/map desktop/passes desktop/overlay
     session app elements map passes overlay swath picture orbit files)
 set(may_cli cli app elements map passes overlay swath picture orbit files)
-set(may_tools tools overlay elements picture orbit files)
+set(may_tools tools lines overlay elements picture orbit files)
 
 # What of Qt a room may name, as a pattern of header names after the leading Q.
 set(core_only "^(tEndian|ByteArray|String|StringList|StringView|File|FileInfo|Dir|IODevice|Buffer|SaveFile|LockFile|StandardPaths|DateTime|Date|Time|TimeZone|CoreApplication|CommandLineParser|CommandLineOption|Json.*|Cbor.*|Debug|Locale|RegularExpression|List|Map|Hash|Variant|StringDecoder|StringEncoder|StringConverter|TemporaryDir|SysInfo|Process|Timer|Settings)$")
@@ -28,7 +29,7 @@ set(gui "^(Image|Color|Rgb|Painter|Rect|Point|Size|GuiApplication|ImageReader|Im
 set(network_file elements/element_download.cpp)
 set(network "^(Network[A-Za-z]*|Url|EventLoop)$")
 
-set(rooms orbit files elements swath picture app map passes overlay session desktop cli tools)
+set(rooms orbit files elements swath picture app map passes lines overlay session desktop cli tools)
 set(patterns ${rooms})
 list(TRANSFORM patterns REPLACE "(.+)" "${ROOT}/\\1/*.h;${ROOT}/\\1/*.cpp")
 file(GLOB_RECURSE sources RELATIVE "${ROOT}" ${patterns})

@@ -11,15 +11,15 @@
 namespace pelorin::tools {
 namespace {
 
-using overlay::kFineUnitsPerTile;
+using lines::kFineUnitsPerTile;
 
-constexpr double kUnitsPerMin = overlay::kFineUnitsPerDeg / 60.0;
+constexpr double kUnitsPerMin = lines::kFineUnitsPerDeg / 60.0;
 
 /// Where a line goes, in the file's units: X from 180° W, of any turn; Y from the south pole.
 using Way = std::vector<GridPoint>;
 
 /// What the file has of each tile.
-using Tiles = std::array<QByteArray, overlay::kTileCount>;
+using Tiles = std::array<QByteArray, lines::kTileCount>;
 
 std::int64_t DownToTile(std::int64_t units, std::int64_t tile) {
   return units >= 0 ? units / tile : -((-units + tile - 1) / tile);
@@ -61,9 +61,9 @@ Way StepsOf(const Points& line) {
 
 /// The tile of a step; its column may be of any turn. What runs along a side lies in the tile to the north or
 /// east of it.
-overlay::LineTile TileOf(const GridPoint& from, const GridPoint& to) {
+lines::LineTile TileOf(const GridPoint& from, const GridPoint& to) {
   const std::int64_t twoTiles = 2 * std::int64_t{kFineUnitsPerTile};
-  return {std::clamp(static_cast<int>(DownToTile(from.Y + to.Y, twoTiles)), 0, overlay::kTileRows - 1),
+  return {std::clamp(static_cast<int>(DownToTile(from.Y + to.Y, twoTiles)), 0, lines::kTileRows - 1),
           static_cast<int>(DownToTile(from.X + to.X, twoTiles))};
 }
 
@@ -77,9 +77,9 @@ void AppendDifference(std::int64_t difference, QByteArray& bytes) {
   AppendNumber(static_cast<std::uint32_t>(folded), bytes);
 }
 
-void AppendPiece(overlay::LineKind kind, const overlay::LineTile& tile, const Way& piece, Tiles& tiles) {
-  constexpr int columns = overlay::kTileColumns;
-  const overlay::LineTile stored{tile.Row, ((tile.Column % columns) + columns) % columns};
+void AppendPiece(lines::LineKind kind, const lines::LineTile& tile, const Way& piece, Tiles& tiles) {
+  constexpr int columns = lines::kTileColumns;
+  const lines::LineTile stored{tile.Row, ((tile.Column % columns) + columns) % columns};
   QByteArray& bytes = tiles[stored.Number()];
   AppendNumber(static_cast<std::uint32_t>(piece.size() << 2) | static_cast<std::uint32_t>(kind), bytes);
   GridPoint last{std::int64_t{tile.Column} * kFineUnitsPerTile, std::int64_t{tile.Row} * kFineUnitsPerTile};
@@ -96,9 +96,9 @@ void AppendLine(const SourceLine& line, Tiles& tiles) {
   for (std::size_t i = 1; i < way.size(); ++i) {
     if (piece.empty()) piece.push_back(way[i - 1]);
     piece.push_back(way[i]);
-    const overlay::LineTile tile = TileOf(way[i - 1], way[i]);
+    const lines::LineTile tile = TileOf(way[i - 1], way[i]);
     if (i + 1 < way.size()) {
-      const overlay::LineTile next = TileOf(way[i], way[i + 1]);
+      const lines::LineTile next = TileOf(way[i], way[i + 1]);
       if (next.Row == tile.Row && next.Column == tile.Column) continue;
     }
     AppendPiece(line.Kind, tile, piece, tiles);
@@ -107,7 +107,7 @@ void AppendLine(const SourceLine& line, Tiles& tiles) {
 }
 
 std::uint32_t SumOf(const QByteArray& bytes) {
-  return overlay::FineSum(
+  return lines::FineSum(
       {reinterpret_cast<const std::uint8_t*>(bytes.constData()), static_cast<std::size_t>(bytes.size())});
 }
 
@@ -127,16 +127,16 @@ QByteArray EncodeFineLines(const std::vector<SourceLine>& lines) {
   for (const SourceLine& line : lines) AppendLine(line, tiles);
   QByteArray index, content;
   for (const QByteArray& tile : tiles) {
-    AppendValue(index, static_cast<std::uint32_t>(overlay::kFineHeadBytes + overlay::kFineIndexBytes +
-                                                  content.size()));
+    AppendValue(index,
+                static_cast<std::uint32_t>(lines::kFineHeadBytes + lines::kFineIndexBytes + content.size()));
     AppendValue(index, static_cast<std::uint32_t>(tile.size()));
     AppendValue(index, SumOf(tile));
     content += tile;
   }
-  QByteArray bytes(overlay::kFineMagic);
-  AppendValue(bytes, overlay::kFineVersion);
+  QByteArray bytes(lines::kFineMagic);
+  AppendValue(bytes, lines::kFineVersion);
   AppendValue(bytes, SumOf(index));
-  AppendValue(bytes, static_cast<std::uint64_t>(overlay::kFineHeadBytes + index.size() + content.size()));
+  AppendValue(bytes, static_cast<std::uint64_t>(lines::kFineHeadBytes + index.size() + content.size()));
   return bytes + index + content;
 }
 

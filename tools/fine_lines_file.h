@@ -3,14 +3,14 @@
 #include <QByteArray>
 #include <vector>
 
-#include "overlay/fine_lines.h"
+#include "lines/fine_lines.h"
 #include "tools/rings.h"
 
 namespace pelorin::tools {
 
 /// A line before it is cut: continuous in longitude, of any turn; a closed one ends where it began.
 struct SourceLine {
-  overlay::LineKind Kind = overlay::LineKind::Coast;
+  lines::LineKind Kind = lines::LineKind::Coast;
   Points Line;
 };
 

@@ -15,8 +15,8 @@ namespace {
 /// any. Nothing is thinned here: the source is already, to 0.2 km, and 0.05′ more would save a hundredth.
 constexpr double kSmallestKm2 = 0.5;
 
-overlay::LineKind KindOf(Level level) {
-  return level == Level::Land ? overlay::LineKind::Coast : overlay::LineKind::Lake;
+lines::LineKind KindOf(Level level) {
+  return level == Level::Land ? lines::LineKind::Coast : lines::LineKind::Lake;
 }
 
 void MakeCoastlines(const char* shorelineFile, const char* borderFile, const char* output) {
@@ -26,7 +26,7 @@ void MakeCoastlines(const char* shorelineFile, const char* borderFile, const cha
     lines.push_back({KindOf(shoreline.Kind), OutlineOf(shoreline.Coast)});
   }
   for (const Points& border : ReadNationalBorders(borderFile)) {
-    lines.push_back({overlay::LineKind::Border, border});
+    lines.push_back({lines::LineKind::Border, border});
   }
   files::ReplaceFile(QFile::decodeName(output), EncodeFineLines(lines));
 }

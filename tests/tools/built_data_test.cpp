@@ -9,8 +9,8 @@
 #include <cstdlib>
 
 #include "files/read_file.h"
+#include "lines/fine_lines.h"
 #include "orbit/scalar_math.h"
-#include "overlay/fine_lines.h"
 #include "overlay/overlay_master.h"
 #include "overlay/palette.h"
 #include "tools/elevation_grid.h"
@@ -97,14 +97,13 @@ TEST(BuiltCountries, NoCutIsSeenAsACoast) {
 }
 
 /// Minutes of arc from a place to the nearest line of a kind in its tiles; 99 when there is none.
-double NearestLineMin(overlay::LineKind kind, double latitude, double longitude) {
-  static const auto coastlines =
-      overlay::FineLines::Open(QStringLiteral(PELORIN_BUILT_DATA "/Coastlines.dat"));
-  overlay::LineTiles tiles;
+double NearestLineMin(lines::LineKind kind, double latitude, double longitude) {
+  static const auto coastlines = lines::FineLines::Open(QStringLiteral(PELORIN_BUILT_DATA "/Coastlines.dat"));
+  lines::LineTiles tiles;
   tiles.AddCircle({latitude, longitude}, 0.1);
   const double narrow = std::cos(orbit::Radians(latitude));
   double nearest = 99;
-  for (const overlay::FineLine& line : coastlines->Lines(tiles)) {
+  for (const lines::FineLine& line : coastlines->Lines(tiles)) {
     for (std::size_t i = 1; i < line.Points.size() && line.Kind == kind; ++i) {
       const auto from = line.Points[i - 1], to = line.Points[i];
       const double dx = (to.LongitudeDeg - from.LongitudeDeg) * narrow,
@@ -118,10 +117,10 @@ double NearestLineMin(overlay::LineKind kind, double latitude, double longitude)
 }
 
 TEST(BuiltCoastlines, RunWhereCoastsAre) {
-  using enum overlay::LineKind;
+  using enum lines::LineKind;
   const struct {
     const char* label;
-    overlay::LineKind kind;
+    lines::LineKind kind;
     double latitude, longitude, nearest, farthest;  // minutes from the next line
   } rows[] = {
       {"Cape of Good Hope", Coast, -34.357, 18.474, 0, 0.4},
@@ -143,16 +142,16 @@ TEST(BuiltCoastlines, RunWhereCoastsAre) {
 }
 
 TEST(BuiltCoastlines, NoEdgeOfABinOrATileIsDrawn) {
-  overlay::LineTiles all;
+  lines::LineTiles all;
   all.AddBox(-90, -180, 90, 180);
   // The source's bins are 2°, our tiles 5°. A real coast hits a whole degree twice in a row by chance.
   double alongEdgesDeg = 0;
   std::size_t points = 0;
   const auto onEdge = [](double a, double b) { return a == b && a == std::round(a); };
   for (const auto& line :
-       overlay::FineLines::Open(QStringLiteral(PELORIN_BUILT_DATA "/Coastlines.dat"))->Lines(all)) {
+       lines::FineLines::Open(QStringLiteral(PELORIN_BUILT_DATA "/Coastlines.dat"))->Lines(all)) {
     points += line.Points.size();
-    if (line.Kind == overlay::LineKind::Border) continue;  // some do run along whole degrees
+    if (line.Kind == lines::LineKind::Border) continue;  // some do run along whole degrees
     for (std::size_t i = 1; i < line.Points.size(); ++i) {
       const auto from = line.Points[i - 1], to = line.Points[i];
       ASSERT_TRUE(from.LatitudeDeg > -89 && from.LatitudeDeg < 84);

@@ -1,4 +1,4 @@
-#include "overlay/fine_lines.h"
+#include "lines/fine_lines.h"
 
 #include <gtest/gtest.h>
 
@@ -14,11 +14,11 @@
 namespace pelorin::tools {
 namespace {
 
-using overlay::FineLine;
-using overlay::FineLines;
-using overlay::LineKind;
-using overlay::LineTile;
-using overlay::LineTiles;
+using lines::FineLine;
+using lines::FineLines;
+using lines::LineKind;
+using lines::LineTile;
+using lines::LineTiles;
 
 LineTiles AllTiles() {
   LineTiles tiles;
@@ -91,7 +91,7 @@ TEST_F(FineLinesFile, IsCutWhereLinesLeaveATileAndNowhereElse) {
 TEST_F(FineLinesFile, DamageIsToldAndHarmless) {
   EXPECT_FALSE(FineLines::Open(Path("none.dat")) || FineLines::Open({}));
   const QByteArray good = EncodeFineLines({{LineKind::Border, {{0, 0}, {50, 250}, {90, 200}}}});
-  constexpr qsizetype tiles = overlay::kFineHeadBytes + overlay::kFineIndexBytes;
+  constexpr qsizetype tiles = lines::kFineHeadBytes + lines::kFineIndexBytes;
   const struct {
     const char* label;
     qsizetype size, at;  // cut to the size; a bit changed at the place
@@ -112,8 +112,8 @@ TEST_F(FineLinesFile, DamageIsToldAndHarmless) {
     QByteArray bytes = good.first(row.size);
     if (row.size > 0) bytes[row.at] = static_cast<char>(bytes[row.at] ^ 64);
     if (row.retag) {
-      const auto* index = reinterpret_cast<const std::uint8_t*>(bytes.constData()) + overlay::kFineHeadBytes;
-      qToLittleEndian(overlay::FineSum({index, static_cast<std::size_t>(overlay::kFineIndexBytes)}),
+      const auto* index = reinterpret_cast<const std::uint8_t*>(bytes.constData()) + lines::kFineHeadBytes;
+      qToLittleEndian(lines::FineSum({index, static_cast<std::size_t>(lines::kFineIndexBytes)}),
                       bytes.data() + 12);
     }
     const QString told = tests::ErrorOf([&] { FineLines::Open(Written(bytes))->Lines(AllTiles()); });
@@ -129,7 +129,7 @@ TEST_F(FineLinesFile, DamageIsToldAndHarmless) {
     bytes.resize(random() % 24);
     for (auto& byte : bytes) byte = static_cast<std::uint8_t>(random() % (i % 2 == 0 ? 256 : 24));
     std::vector<FineLine> lines;
-    decoded += overlay::DecodeTile(tile, bytes, lines) && !lines.empty();
+    decoded += lines::DecodeTile(tile, bytes, lines) && !lines.empty();
     for (const FineLine& line : lines) {
       for (const auto& point : line.Points) {
         ASSERT_TRUE(std::abs(point.LatitudeDeg - 12.5) <= 2.5 && std::abs(point.LongitudeDeg + 27.5) <= 2.5);

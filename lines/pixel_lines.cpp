@@ -1,11 +1,11 @@
-#include "overlay/pixel_lines.h"
+#include "lines/pixel_lines.h"
 
 #include <algorithm>
 #include <cmath>
 
 #include "orbit/scalar_math.h"
 
-namespace pelorin::overlay {
+namespace pelorin::lines {
 namespace {
 
 using swath::GroundPoint;
@@ -148,4 +148,4 @@ void AddPixelLines(const PictureView& view, std::span<const GroundPoint> line,
   if (line.size() >= 2) LineDrawing(view, lines).Draw(line);
 }
 
-}  // namespace pelorin::overlay
+}  // namespace pelorin::lines

@@ -1,8 +1,8 @@
-#include "overlay/pixel_mesh.h"
+#include "lines/pixel_mesh.h"
 
 #include <cmath>
 
-namespace pelorin::overlay {
+namespace pelorin::lines {
 namespace {
 
 using swath::GroundPoint;
@@ -71,4 +71,4 @@ const std::optional<PixelPoint>& PixelMesh::PixelOfCorner(int row, int column) {
   return corner->second;
 }
 
-}  // namespace pelorin::overlay
+}  // namespace pelorin::lines

@@ -1,4 +1,4 @@
-#include "overlay/map_lines.h"
+#include "lines/map_lines.h"
 
 #include <algorithm>
 #include <array>
@@ -6,11 +6,11 @@
 #include <optional>
 #include <utility>
 
+#include "lines/grid_lines.h"
+#include "lines/pixel_mesh.h"
 #include "orbit/scalar_math.h"
-#include "overlay/grid_lines.h"
-#include "overlay/pixel_mesh.h"
 
-namespace pelorin::overlay {
+namespace pelorin::lines {
 namespace {
 
 using swath::GroundPoint;
@@ -159,4 +159,4 @@ MapLines MapLinesOf(const swath::Recording& recording, const FineLines* file,
   return MapLinesOf(ViewOf(recording, geometry), file, request);
 }
 
-}  // namespace pelorin::overlay
+}  // namespace pelorin::lines

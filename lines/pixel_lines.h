@@ -10,7 +10,7 @@
 #include "swath/recording.h"
 
 /// Lines on the ground as lines in a picture.
-namespace pelorin::overlay {
+namespace pelorin::lines {
 
 /// Where the ground lies in a picture, and what of the picture shows it.
 struct PictureView {
@@ -35,4 +35,4 @@ using PixelLine = std::vector<swath::PixelPoint>;
 void AddPixelLines(const PictureView& view, std::span<const swath::GroundPoint> line,
                    std::vector<PixelLine>& lines);
 
-}  // namespace pelorin::overlay
+}  // namespace pelorin::lines

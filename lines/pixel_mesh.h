@@ -4,9 +4,9 @@
 #include <optional>
 #include <unordered_map>
 
-#include "overlay/pixel_lines.h"
+#include "lines/pixel_lines.h"
 
-namespace pelorin::overlay {
+namespace pelorin::lines {
 
 /// The pixels of very many ground points near each other, from those of few: a picture's geometry costs a
 /// search in time for each point, and a coast has many points in a pixel's neighbourhood.
@@ -40,4 +40,4 @@ class PixelMesh {
   const Cell* last_ = nullptr;  ///< points of a line mostly lie in the cell of the one before
 };
 
-}  // namespace pelorin::overlay
+}  // namespace pelorin::lines

@@ -6,7 +6,7 @@
 #include "swath/ground_track.h"
 
 /// The Earth in tiles of 5° by 5°, by which the fine lines are kept, so that a pass reads only its own.
-namespace pelorin::overlay {
+namespace pelorin::lines {
 
 inline constexpr int kTileDeg = 5;
 inline constexpr int kTileRows = 180 / kTileDeg;
@@ -39,4 +39,4 @@ class LineTiles {
   std::bitset<kTileCount> tiles_;
 };
 
-}  // namespace pelorin::overlay
+}  // namespace pelorin::lines

@@ -8,11 +8,11 @@
 
 #include "files/file_error.h"
 #include "files/mapped_file.h"
-#include "overlay/line_tiles.h"
+#include "lines/line_tiles.h"
 #include "swath/ground_track.h"
 
 /// `Coastlines.dat`: coasts, lakes and borders to 0.1 minutes of arc, in tiles (docs/formats.md).
-namespace pelorin::overlay {
+namespace pelorin::lines {
 
 enum class LineKind : std::uint8_t {
   Coast,   ///< where land meets the sea; at Antarctica the front of its ice
@@ -71,4 +71,4 @@ class FineLines {
   files::MappedFile file_;
 };
 
-}  // namespace pelorin::overlay
+}  // namespace pelorin::lines

@@ -3,12 +3,12 @@
 #include <QString>
 #include <vector>
 
-#include "overlay/fine_lines.h"
-#include "overlay/pixel_lines.h"
+#include "lines/fine_lines.h"
+#include "lines/pixel_lines.h"
 
 /// The map of a picture as lines in its pixels: for the window, for saved pictures, for finding the picture's
 /// place by its coasts.
-namespace pelorin::overlay {
+namespace pelorin::lines {
 
 /// A place that is marked by its name, such as the station.
 struct NamedPlace {
@@ -52,4 +52,4 @@ MapLines MapLinesOf(const PictureView& view, const FineLines* file, const MapLin
 /// Of a recording that has its size, scanner and elements.
 MapLines MapLinesOf(const swath::Recording& recording, const FineLines* file, const MapLinesRequest& request);
 
-}  // namespace pelorin::overlay
+}  // namespace pelorin::lines

@@ -3,10 +3,10 @@
 #include <QString>
 #include <vector>
 
-#include "overlay/line_tiles.h"
+#include "lines/line_tiles.h"
 #include "swath/ground_track.h"
 
-namespace pelorin::overlay {
+namespace pelorin::lines {
 
 /// A meridian or parallel, or as much of it as lies in some tiles.
 struct GridLine {
@@ -19,4 +19,4 @@ struct GridLine {
 /// reaches the pole.
 std::vector<GridLine> GridLinesIn(const LineTiles& tiles, int stepDeg);
 
-}  // namespace pelorin::overlay
+}  // namespace pelorin::lines

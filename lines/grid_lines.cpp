@@ -1,11 +1,11 @@
-#include "overlay/grid_lines.h"
+#include "lines/grid_lines.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <functional>
 #include <utility>
 
-namespace pelorin::overlay {
+namespace pelorin::lines {
 namespace {
 
 QString DegreesText(int degrees, const char* positive, const char* negative) {
@@ -69,4 +69,4 @@ std::vector<GridLine> GridLinesIn(const LineTiles& tiles, int stepDeg) {
   return lines;
 }
 
-}  // namespace pelorin::overlay
+}  // namespace pelorin::lines

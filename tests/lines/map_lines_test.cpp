@@ -1,4 +1,4 @@
-#include "overlay/map_lines.h"
+#include "lines/map_lines.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 #include "orbit/scalar_math.h"
 #include "tests/support/tables.h"
 
-namespace pelorin::overlay {
+namespace pelorin::lines {
 namespace {
 
 using swath::GroundPoint;
@@ -201,4 +201,4 @@ TEST(MapLines, OfRecordingsRunThroughTheFilesPoints) {
 }
 
 }  // namespace
-}  // namespace pelorin::overlay
+}  // namespace pelorin::lines

@@ -1,4 +1,4 @@
-#include "overlay/fine_lines.h"
+#include "lines/fine_lines.h"
 
 #include <zlib.h>
 
@@ -8,7 +8,7 @@
 #include <cstring>
 #include <utility>
 
-namespace pelorin::overlay {
+namespace pelorin::lines {
 namespace {
 
 constexpr std::int64_t kVersionAt = 8, kTagAt = 12, kSizeAt = 16;
@@ -141,4 +141,4 @@ std::span<const std::uint8_t> FineLines::Bytes(std::int64_t at, std::int64_t cou
   return {file_.Data() + at, static_cast<std::size_t>(count)};
 }
 
-}  // namespace pelorin::overlay
+}  // namespace pelorin::lines

@@ -1,11 +1,11 @@
-#include "overlay/line_tiles.h"
+#include "lines/line_tiles.h"
 
 #include <algorithm>
 #include <cmath>
 
 #include "orbit/scalar_math.h"
 
-namespace pelorin::overlay {
+namespace pelorin::lines {
 namespace {
 
 /// The tile, counted from `start`, in which a coordinate lies.
@@ -42,4 +42,4 @@ void LineTiles::AddCircle(const swath::GroundPoint& middle, double radiusDeg) {
   AddBox(south, middle.LongitudeDeg - reach, north, middle.LongitudeDeg + reach);
 }
 
-}  // namespace pelorin::overlay
+}  // namespace pelorin::lines
