@@ -40,12 +40,8 @@ Vector PlaceOf(const Vector& up) {
   return {toAxis * up.x, toAxis * up.y, toAxis * squeezed * up.z, 0};
 }
 
-/// The column at a distance, −454 … 454 and beyond, by the classic table.
-double ClassicColumn(const ScanDistances& distances, double distance) {
-  const auto above = std::upper_bound(distances.begin() + 1, distances.end() - 1, distance);
-  const auto column = static_cast<double>(above - distances.begin());
-  return column - 1 + (distance - *(above - 1)) / (*above - *(above - 1));
-}
+/// Between tables so far apart distances are straight to some metres.
+constexpr double kClassicStepKm = 2;
 
 }  // namespace
 
@@ -65,10 +61,50 @@ PixelGeometry::PixelGeometry(const Recording& recording)
     const ScannerAxes axes = AxesAt(track.Inertial, jd, recording_.SeenBy.YawSteering, recording_.Offsets);
     knots_.push_back({axes.Origin, axes.Down, axes.Left, axes.Forward, track.Below.Altitude});
   }
+  if (isClassic_) MakeClassicTables();
 }
 
 double PixelGeometry::JulianDateAt(double seconds) const {
   return orbit::JulianDateOfMoment({recording_.FirstLine().Days + seconds / orbit::kSecondsPerDay});
+}
+
+void PixelGeometry::MakeClassicTables() {
+  double highestKm = knots_.front().HeightKm;
+  lowestKm_ = highestKm;
+  for (const Knot& knot : knots_) {
+    lowestKm_ = std::fmin(lowestKm_, knot.HeightKm);
+    highestKm = std::fmax(highestKm, knot.HeightKm);
+  }
+  // Two at least, to have something between; elements without a position need no more.
+  constexpr double mostTables = 2000;
+  const double span = std::ceil((highestKm - lowestKm_) / kClassicStepKm) + 2;
+  const int tables = span <= mostTables ? static_cast<int>(span) : 2;
+  for (int table = 0; table < tables; ++table) {
+    classic_.push_back(
+        ScanDistancesFor(recording_.SeenBy.Line.AngleDeg / 2, lowestKm_ + table * kClassicStepKm));
+  }
+}
+
+double PixelGeometry::ClassicDistance(double heightKm, double column) const {
+  const double tables = (heightKm - lowestKm_) / kClassicStepKm;
+  const auto below =
+      static_cast<std::size_t>(std::clamp(tables, 0.0, static_cast<double>(classic_.size() - 2)));
+  const double higher = tables - static_cast<double>(below);
+  const auto left = static_cast<std::size_t>(std::clamp(column, 0.0, kScanPositions - 2.0));
+  const auto at = [&](std::size_t i) {
+    return classic_[below][i] + higher * (classic_[below + 1][i] - classic_[below][i]);
+  };
+  return at(left) + (column - static_cast<double>(left)) * (at(left + 1) - at(left));
+}
+
+double PixelGeometry::ClassicColumn(double heightKm, double distanceKm) const {
+  int low = 0, high = kScanPositions - 1;
+  while (high - low > 1) {
+    const int middle = (low + high) / 2;
+    (ClassicDistance(heightKm, middle) <= distanceKm ? low : high) = middle;
+  }
+  const double from = ClassicDistance(heightKm, low), to = ClassicDistance(heightKm, high);
+  return low + (distanceKm - from) / (to - from);
 }
 
 PixelGeometry::Knot PixelGeometry::At(double seconds) const {
@@ -98,11 +134,8 @@ std::optional<GroundPoint> PixelGeometry::GroundOf(PixelPoint pixel) const {
     return PointSeen({knot.Origin, knot.Down, knot.Left, knot.Forward},
                      ColumnAngle(shape, column) + orbit::Radians(recording_.Offsets.RollDeg));
   }
-  const ScanDistances distances = ScanDistancesFor(shape.AngleDeg / 2, knot.HeightKm);
-  const auto low = static_cast<std::size_t>(std::clamp(column, 0.0, shape.Columns - 2.0));
-  const double distance =
-      distances[low] + (column - static_cast<double>(low)) * (distances[low + 1] - distances[low]);
-  const GroundPoint point = PointAcross({knot.Origin, knot.Left, {}, {}}, distance);
+  const GroundPoint point =
+      PointAcross({knot.Origin, knot.Left, {}, {}}, ClassicDistance(knot.HeightKm, column));
   if (!std::isfinite(point.LatitudeDeg)) return std::nullopt;
   return point;
 }
@@ -147,7 +180,7 @@ std::optional<double> PixelGeometry::ScannerColumn(double seconds, const Vector&
     // The point lies below the one that is so far from the satellite: what is not along the normal there.
     const Vector across = Difference(knot.Left, PointAlong({}, up, Dot(knot.Left, up)));
     const double distance = Dot(off, across) / Dot(across, across);
-    return ClassicColumn(ScanDistancesFor(shape.AngleDeg / 2, knot.HeightKm), distance);
+    return ClassicColumn(knot.HeightKm, distance);
   }
   const double angle = std::atan2(Dot(off, knot.Left), Dot(off, knot.Down));
   return ColumnAtAngle(shape, angle - orbit::Radians(recording_.Offsets.RollDeg));

@@ -6,6 +6,7 @@
 #include "swath/ground_track.h"
 #include "swath/line_of_sight.h"
 #include "swath/recording.h"
+#include "swath/scanner_geometry.h"
 
 namespace pelorin::swath {
 
@@ -51,9 +52,16 @@ class PixelGeometry {
   std::optional<double> ScannerColumn(double seconds, const orbit::Vector& point,
                                       const orbit::Vector& up) const;
   double JulianDateAt(double seconds) const;
+  void MakeClassicTables();
+  /// The classic distance of a column, and the column of a distance; both with fractions.
+  double ClassicDistance(double heightKm, double column) const;
+  double ClassicColumn(double heightKm, double distanceKm) const;
 
   Recording recording_;
-  bool isClassic_;         ///< seen by the table on a sphere
+  bool isClassic_;  ///< seen by the table on a sphere
+  /// Classic tables for heights from the lowest one on, some kilometres apart.
+  std::vector<ScanDistances> classic_;
+  double lowestKm_ = 0;
   double firstS_, stepS_;  ///< the knots' seconds after the first line
   std::vector<Knot> knots_;
 };
