@@ -134,6 +134,7 @@ std::optional<GroundPoint> PixelGeometry::GroundOf(PixelPoint pixel) const {
     return PointSeen({knot.Origin, knot.Down, knot.Left, knot.Forward},
                      ColumnAngle(shape, column) + orbit::Radians(recording_.Offsets.RollDeg));
   }
+  if (!std::isfinite(knot.HeightKm)) return std::nullopt;
   const GroundPoint point =
       PointAcross({knot.Origin, knot.Left, {}, {}}, ClassicDistance(knot.HeightKm, column));
   if (!std::isfinite(point.LatitudeDeg)) return std::nullopt;
@@ -174,7 +175,7 @@ std::optional<double> PixelGeometry::ScannerColumn(double seconds, const Vector&
                                                    const Vector& up) const {
   const Knot knot = At(seconds);
   const Vector off = Difference(point, knot.Origin);
-  if (!(Dot(off, up) < 0)) return std::nullopt;
+  if (!(Dot(off, up) < 0 && std::isfinite(knot.HeightKm))) return std::nullopt;
   const LineShape& shape = recording_.SeenBy.Line;
   if (isClassic_) {
     // The point lies below the one that is so far from the satellite: what is not along the normal there.
