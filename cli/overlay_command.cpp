@@ -125,10 +125,12 @@ void RunOverlay(const QStringList& list) {
     throw UsageError(QStringLiteral("--minute-marks and --time-correction exclude each other"));
   }
   const app::Settings& settings = arguments.Settings();
-  const std::optional<overlay::OpenedPicture> opened = OpenReceived(arguments);
+  std::optional<overlay::OpenedPicture> opened = OpenReceived(arguments);
   const int rows = arguments.Whole(QStringLiteral("lines"), 0, 1, 20000);
   OverlayRequest request = isOfPass ? DescribePass(arguments, arguments.Station(), opened, rows)
                                     : DescribePicture(arguments, arguments.Station(), opened, rows);
+  // Its pixels are as many again as the map's, and have told what they know.
+  opened.reset();
   request.Overlay = MarksOf(arguments);
   request.PassDetails =
       settings.SavePassDetails.Value || arguments.Has(QStringLiteral("pass-details")) || isOfPass;
