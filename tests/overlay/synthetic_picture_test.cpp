@@ -172,6 +172,45 @@ json StampsOf(Told how, double rowsPerSecond, double startUnixS, std::vector<dou
   return stamps;
 }
 
+json GeometryOf(const swath::Instrument& scanner, const swath::Attitude& off, double lateS, Told how,
+                const json& stamps) {
+  const bool isOfZones = scanner.Line.Law == swath::ScanLaw::Zones;
+  json geometry{{"type", isOfZones ? "noaa_apt_single_line" : "normal_single_line"},
+                {"scan_angle", scanner.Line.AngleDeg},
+                {"image_width", scanner.Line.Columns},
+                {"roll_offset", off.RollDeg},
+                {"pitch_offset", off.PitchDeg},
+                {"yaw_offset", off.YawDeg},
+                {"timestamp_offset", lateS},
+                {"timestamps", stamps}};
+  if (how == Told::ByStampsOfEight) {
+    geometry["interpolate_timestamps"] = 8;
+    geometry["interpolate_timestamps_scantime"] = 0.16;
+  }
+  return geometry;
+}
+
+void PutProduct(const QTemporaryDir& folder, const char* picture, const json& geometry) {
+  const bool isOfPackets = geometry.contains("interpolate_timestamps");
+  const auto bytes = json::to_cbor({{"instrument", isOfPackets ? "msu_mr" : "avhrr_3"},
+                                    {"type", "image"},
+                                    {"images", {{{"file", picture}, {"name", "1"}}}},
+                                    {"projection_cfg", geometry}});
+  files::ReplaceFile(
+      folder.filePath(u"product.cbor"_s),
+      QByteArray(reinterpret_cast<const char*>(bytes.data()), static_cast<qsizetype>(bytes.size())));
+}
+
+/// A moment at which the satellite flies south, or north.
+orbit::TDateTime WhenBound(const orbit::TSatellite& satellite, bool south) {
+  orbit::TDateTime moment = orbit::MakeDateTime(2022, 2, 23, 8, 0, 7);
+  const auto northKmS = [&] {
+    return orbit::SatelliteStateKm(satellite, orbit::JulianDateOfDateTime(moment)).Velocity.z;
+  };
+  while (south ? northKmS() > -4 : northKmS() < 4) moment.Days += 1 / 1440.0;
+  return moment;
+}
+
 TEST(SyntheticPicture, LiesUnderItsMap) {
   std::vector<std::string> problems;
   const swath::ScannerTable table = swath::LoadScannerTables({QStringLiteral(PELORIN_SCANNERS)}, problems);
@@ -200,13 +239,7 @@ TEST(SyntheticPicture, LiesUnderItsMap) {
     ASSERT_NE(one, flown.end());
     swath::Instrument scanner = *one->Instrument;
     scanner.Line = one->Line();
-    orbit::TDateTime start = orbit::MakeDateTime(2022, 2, 23, 8, 0, 7);
-    const auto isWanted = [&] {
-      const Vector flight = orbit::SatelliteStateKm(satellite, orbit::JulianDateOfDateTime(start)).Velocity;
-      return row.IsSouthBound ? flight.z < -4 : flight.z > 4;
-    };
-    while (!isWanted()) start.Days += 1 / 1440.0;
-
+    const orbit::TDateTime start = WhenBound(satellite, row.IsSouthBound);
     const bool isProduct = row.How == Told::ByProduct || row.How == Told::ByStampsOfEight;
     const double unixS = std::round((start.Days - orbit::MakeDateTime(1970, 1, 1).Days) * 86400);
     std::vector<double> seconds;
@@ -226,29 +259,7 @@ TEST(SyntheticPicture, LiesUnderItsMap) {
     ASSERT_TRUE(stored.open(QFile::ReadWrite) &&
                 stored.setFileTime(QDateTime({2022, 3, 1}, {12, 0}), QFile::FileModificationTime));
     stored.close();
-    if (isProduct) {
-      const bool isOfZones = scanner.Line.Law == swath::ScanLaw::Zones;
-      json geometry{{"type", isOfZones ? "noaa_apt_single_line" : "normal_single_line"},
-                    {"scan_angle", scanner.Line.AngleDeg},
-                    {"image_width", scanner.Line.Columns},
-                    {"roll_offset", off.RollDeg},
-                    {"pitch_offset", off.PitchDeg},
-                    {"yaw_offset", off.YawDeg},
-                    {"timestamp_offset", lateS},
-                    {"timestamps", stamps},
-                    {"tle", {{"name", satellite.Name}}}};
-      if (row.How == Told::ByStampsOfEight) {
-        geometry["interpolate_timestamps"] = 8;
-        geometry["interpolate_timestamps_scantime"] = 0.16;
-      }
-      const auto bytes = json::to_cbor({{"instrument", isOfZones ? "avhrr_apt" : "msu_mr"},
-                                        {"type", "image"},
-                                        {"images", {{{"file", row.Name}, {"name", "1"}}}},
-                                        {"projection_cfg", geometry}});
-      files::ReplaceFile(
-          folder.filePath(u"product.cbor"_s),
-          QByteArray(reinterpret_cast<const char*>(bytes.data()), static_cast<qsizetype>(bytes.size())));
-    }
+    if (isProduct) PutProduct(folder, row.Name, GeometryOf(scanner, off, lateS, row.How, stamps));
 
     const OpenedPicture opened = OpenPicture(isProduct ? folder.path() : path, {});
     EXPECT_EQ(opened.Problem, QString());
