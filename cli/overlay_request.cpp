@@ -279,9 +279,7 @@ std::optional<overlay::OpenedPicture> OpenReceived(const Arguments& arguments) {
   const QString option = QStringLiteral("picture");
   if (!arguments.Has(option)) return std::nullopt;
   const QString path = arguments.Text(option);
-  const int year =
-      swath::ReadPictureName(path).Start ? TakeApart(*swath::ReadPictureName(path).Start).Year : 2000;
-  overlay::OpenedPicture opened = overlay::OpenPicture(path, LocalClock(year));
+  overlay::OpenedPicture opened = overlay::OpenPicture(path, LocalClock, KnownScanners());
   for (const QString& note : opened.Notes) Say(note);
   return opened;
 }

@@ -1,13 +1,14 @@
 #include <cmath>
+#include <memory>
 
 #include "cli/commands.h"
 #include "cli/known_scanners.h"
 #include "cli/options.h"
 #include "cli/table.h"
 #include "orbit/element_fields.h"
-#include "orbit/scalar_math.h"
+#include "orbit/julian_date.h"
 #include "swath/ground_track.h"
-#include "swath/line_of_sight.h"
+#include "swath/pixel_geometry.h"
 #include "swath/scanner_geometry.h"
 
 namespace pelorin::cli {
@@ -56,21 +57,23 @@ void PrintClassicLine(const orbit::TSatellite& satellite, const swath::GroundTra
 
 /// A line as one of the known scanners sees it.
 void PrintLineOf(const swath::Scanner& scanner, const orbit::TSatellite& satellite,
-                 const swath::ScannerTable& scanners, const swath::GroundTrack& track, double jd,
-                 const Arguments& arguments) {
-  swath::LineShape line = scanner.Line;
+                 const swath::ScannerTable& scanners, double jd, const Arguments& arguments) {
+  swath::Recording recording;
+  recording.Elements = std::make_shared<const orbit::TSatellite>(satellite);
+  recording.SeenBy = scanner;
   for (const swath::ScannerTable::Flown& flown : scanners.Of(satellite)) {
-    if (flown.Instrument == &scanner) line = flown.Line();
+    if (flown.Instrument == &scanner) recording.SeenBy.Line = flown.Line();
   }
-  const swath::Attitude attitude{arguments.Number(kRoll, 0, -45, 45), arguments.Number(kPitch, 0, -45, 45),
-                                 arguments.Number(kYaw, 0, -180, 180)};
-  const swath::ScannerAxes axes = swath::AxesAt(track.Inertial, jd, scanner.YawSteering, attitude);
+  recording.Offsets = {arguments.Number(kRoll, 0, -45, 45), arguments.Number(kPitch, 0, -45, 45),
+                       arguments.Number(kYaw, 0, -180, 180)};
+  recording.Start = orbit::DateTimeOfJulianDate(jd);
+  recording.Rows = 1;
+  recording.Columns = recording.SeenBy.Line.Columns;
+  const swath::PixelGeometry geometry(recording);
   Table table({QStringLiteral("column"), QStringLiteral("latitude"), QStringLiteral("longitude")}, false);
   int missed = 0;
-  for (int column = 0; column < line.Columns; ++column) {
-    const auto point =
-        swath::PointSeen(axes, swath::ColumnAngle(line, column) + orbit::Radians(attitude.RollDeg));
-    if (point) {
+  for (int column = 0; column < recording.Columns; ++column) {
+    if (const auto point = geometry.GroundOf({1.0 * column, 0})) {
       table.Add({column, Cell(point->LatitudeDeg, 6), Cell(point->LongitudeDeg, 6)});
     } else {
       ++missed;
@@ -121,7 +124,7 @@ void RunLine(const QStringList& list) {
     throw Failure(QStringLiteral("The elements give no position for that moment"));
   }
   if (scanner == nullptr) return PrintClassicLine(satellite, track);
-  PrintLineOf(*scanner, satellite, scanners, track, jd, arguments);
+  PrintLineOf(*scanner, satellite, scanners, jd, arguments);
 }
 
 }  // namespace pelorin::cli

@@ -129,7 +129,7 @@ void TakeProduct(const DecodedProduct& product, std::size_t image, OpenedPicture
 }
 
 /// What the name tells, where the product has not told it.
-void TakeName(const ClockOffsets& local, OpenedPicture& opened) {
+void TakeName(const ClockOfYear& local, OpenedPicture& opened) {
   const swath::PictureName& name = opened.Name;
   const QFileInfo file(opened.Channel.Path);
   if (opened.Satellite.isEmpty()) opened.Satellite = name.Satellite;
@@ -157,7 +157,8 @@ void TakeName(const ClockOffsets& local, OpenedPicture& opened) {
   }
   opened.HasStart = true;
   if (name.IsUtc) return;
-  for (const int minutes : {local.StandardMinutes, local.DaylightMinutes}) {
+  const ClockOffsets clock = local(TakeApart(opened.Known.Start).Year);
+  for (const int minutes : {clock.StandardMinutes, clock.DaylightMinutes}) {
     const orbit::TDateTime other{opened.Known.Start.Days - minutes / orbit::kMinutesPerDay};
     if (minutes != 0 && (opened.OtherStarts.empty() || opened.OtherStarts.back() != other)) {
       opened.OtherStarts.push_back(other);
@@ -182,7 +183,8 @@ bool WasInSight(const swath::Recording& recording, const orbit::Observer& statio
 
 }  // namespace
 
-OpenedPicture OpenPicture(const QString& path, const ClockOffsets& local, int half) {
+OpenedPicture OpenPicture(const QString& path, const ClockOfYear& local, const swath::ScannerTable& scanners,
+                          int half) {
   OpenedPicture opened;
   const std::optional<swath::DecodedPass> pass = swath::ReadDecodedPass(path);
   std::vector<Place> places;
@@ -209,6 +211,10 @@ OpenedPicture OpenPicture(const QString& path, const ClockOffsets& local, int ha
   opened.Known.Columns = opened.Image.width();
   if (pass) TakeProduct(pass->Products[places[chosen].Product], places[chosen].Image, opened);
   TakeName(local, opened);
+  if (opened.Satellite.isEmpty() && opened.Name.FrequencyMHz) {
+    opened.CatalogueNumber =
+        QString::fromStdString(scanners.SentOn(*opened.Name.FrequencyMHz, opened.Known.Columns));
+  }
   return opened;
 }
 

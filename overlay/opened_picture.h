@@ -46,10 +46,14 @@ struct OpenedPicture {
 struct ClockOffsets {
   int StandardMinutes = 0, DaylightMinutes = 0;
 };
+/// Clocks were changed over the years.
+using ClockOfYear = std::function<ClockOffsets(int year)>;
 
 /// Opens a picture, a decoder's folder, or a product file. Of several pictures the first one is taken that
-/// has the scanner's geometry, or the channel that was asked for. Raises FileError and PictureError.
-OpenedPicture OpenPicture(const QString& path, const ClockOffsets& local, int half = -1);
+/// has the scanner's geometry, or the channel that was asked for. A frequency in its name tells the satellite where one of `scanners` alone
+/// sends pictures of that width on it. Raises FileError and PictureError.
+OpenedPicture OpenPicture(const QString& path, const ClockOfYear& local, const swath::ScannerTable& scanners,
+                          int half = -1);
 
 /// Whether a picture is one of a satellite, as far as it tells; its catalogue number counts, then its name.
 bool IsOf(const OpenedPicture& opened, const orbit::TSatellite& satellite);

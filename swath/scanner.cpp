@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "orbit/scalar_math.h"
+#include "swath/apt_line.h"
 
 namespace pelorin::swath {
 namespace {
@@ -85,6 +86,18 @@ double ColumnAtAngle(const LineShape& line, double angle) {
   const double share = angle / orbit::Radians(line.AngleDeg);
   if (line.Law == ScanLaw::EvenAngles) return Middle(line) + share * line.Columns;
   return Middle(line) + std::copysign(ColumnsOut(std::fabs(share) * kSampleSteps), share);
+}
+
+std::optional<int> FirstColumnOf(const LineShape& line, int columns) {
+  if (line.Law == ScanLaw::EvenAngles) {
+    return columns == 0 || columns == line.Columns ? std::optional(0) : std::nullopt;
+  }
+  const auto isWithin = [columns](int least, int most) { return columns >= least && columns <= most; };
+  if (columns == 0 || isWithin(kImageEnd, kUsualLineWidth + 10)) return kImageBegin;
+  // A crop that is wider than the image alone begins in the space band.
+  if (isWithin(kZoneColumns, kImageEnd - 1)) return columns - kZoneColumns;
+  const int whole = 2 * kUsualLineWidth;
+  return isWithin(whole - 20, whole + 20) ? std::optional(kImageBegin) : std::nullopt;
 }
 
 }  // namespace pelorin::swath

@@ -55,6 +55,12 @@ double ColumnAngle(const LineShape& line, double column);
 /// The column that looks at an angle: ColumnAngle the other way round.
 double ColumnAtAngle(const LineShape& line, double angle);
 
+/// Where a received line of a picture of `columns` has the instrument's first column; nothing for a width
+/// that fits none of its pictures. 0 stands for no picture. One of the old format may be the image alone
+/// (909 … 994 columns, some of the space band before it), a channel with its frame (995 … 1050), or a whole
+/// line of two (2060 … 2100).
+std::optional<int> FirstColumnOf(const LineShape& line, int columns);
+
 /// A satellite that carries an instrument.
 struct Carrier {
   std::string CatalogueNumber;     ///< 5 … 9 digits; see TSatellite::CatalogueKey

@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "orbit/model_constants.h"
-#include "swath/apt_line.h"
 #include "swath/scanner_geometry.h"
 
 namespace pelorin::swath {
@@ -17,11 +16,9 @@ namespace {
 /// Orbits of about a day or more.
 constexpr double kGeostationaryDays = 0.9;
 
-bool IsOfZones(const LineShape& line) { return line.Law != ScanLaw::EvenAngles; }
-
 QString Widths(const Instrument& scanner) {
   const QString name = QString::fromStdString(scanner.Name);
-  return IsOfZones(scanner.Line) ? QStringLiteral("%1 (909, 1040 or 2080)").arg(name)
+  return scanner.Line.Law != ScanLaw::EvenAngles ? QStringLiteral("%1 (909, 1040 or 2080)").arg(name)
                                  : QStringLiteral("%1 (%2)").arg(name).arg(scanner.Line.Columns);
 }
 
@@ -55,18 +52,6 @@ double RowsPerSecondOf(const Recording& recording) {
 }
 
 }  // namespace
-
-std::optional<int> FirstColumnOf(const LineShape& line, int columns) {
-  if (!IsOfZones(line)) {
-    return columns == 0 || columns == line.Columns ? std::optional(0) : std::nullopt;
-  }
-  const auto isWithin = [columns](int least, int most) { return columns >= least && columns <= most; };
-  if (columns == 0 || isWithin(kImageEnd, kUsualLineWidth + 10)) return kImageBegin;
-  // A crop that is wider than the image alone begins in the space band.
-  if (isWithin(kZoneColumns, kImageEnd - 1)) return columns - kZoneColumns;
-  const int whole = 2 * kUsualLineWidth;
-  return isWithin(whole - 20, whole + 20) ? std::optional(kImageBegin) : std::nullopt;
-}
 
 ScannerMatch MatchScanner(const ScannerTable& table, const orbit::TSatellite& satellite, int columns) {
   const QString name = QString::fromStdString(satellite.Name);

@@ -24,13 +24,7 @@ struct ScannerMatch {
 /// Satellites that the table knows have its scanners. The others are of the time of the old picture format:
 /// families are told by name, angles by FamilyHalfAngle; a family that is not known has 45° to either side,
 /// and a note that says so. Geostationary satellites and METEOR-M spacecraft without an entry have nothing.
-/// A picture of the old format may be the image alone (909 … 994 columns, some of the space band before it),
-/// a channel with its frame (995 … 1050), or a whole line of two (2060 … 2100).
 ScannerMatch MatchScanner(const ScannerTable& table, const orbit::TSatellite& satellite, int columns);
-
-/// Where a line of a picture of `columns` has the scanner's first column; nothing for a width that fits none
-/// of its pictures. 0 stands for no picture.
-std::optional<int> FirstColumnOf(const LineShape& line, int columns);
 
 /// Gives a recording its element set, and its scanner and attitude where neither the user nor a product file
 /// has told them. Answers what was matched; after a Problem the recording has a set, but no scanner.

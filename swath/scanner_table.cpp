@@ -242,6 +242,23 @@ std::vector<ScannerTable::Flown> ScannerTable::Of(const orbit::TSatellite& satel
   return byNumber.empty() ? byName : byNumber;
 }
 
+std::string ScannerTable::SentOn(double frequencyMHz, int columns) const {
+  constexpr double dopplerMHz = 0.005;
+  std::string number;
+  for (const Scanner& scanner : scanners_) {
+    if (!FirstColumnOf(scanner.Line, columns)) continue;
+    for (const Carrier& carrier : scanner.Carriers) {
+      const bool sends = std::ranges::any_of(carrier.FrequenciesMHz, [&](double frequency) {
+        return std::fabs(frequency - frequencyMHz) <= dopplerMHz;
+      });
+      if (!sends || number == carrier.CatalogueNumber) continue;
+      if (!number.empty()) return {};
+      number = carrier.CatalogueNumber;
+    }
+  }
+  return number;
+}
+
 ScannerTable LoadScannerTables(const QStringList& paths, std::vector<std::string>& problems) {
   ScannerTable table;
   for (const QString& path : paths) {

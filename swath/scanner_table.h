@@ -37,6 +37,10 @@ class ScannerTable {
   /// without an entry is known by the longest beginning of its name. Borrowed from the table.
   std::vector<Flown> Of(const orbit::TSatellite& satellite) const;
 
+  /// The catalogue number of the one satellite that sends pictures of that width on a frequency (Doppler
+  /// aside); empty for none, and for several.
+  std::string SentOn(double frequencyMHz, int columns) const;
+
  private:
   std::vector<Scanner> scanners_;
 };

@@ -77,9 +77,8 @@ void TTabSheetGroundPath::OpenPath(const QString& path, int half, bool isAsked) 
   overlay::OpenedPicture opened;
   {
     const session::Hourglass hourglass;
-    const swath::PictureName name = swath::ReadPictureName(path);
     opened = overlay::OpenPicture(
-        path, LocalClock(TakeApart(name.YearIsKnown ? *name.Start : session_.Now()).Year), half);
+        path, [this](int year) { return LocalClock(year); }, *scanners_, half);
   }
   const QString file = QFileInfo(opened.Channel.Path).fileName();
   const std::vector<orbit::TSatellite> satellites = PictureSatellites(opened);
@@ -100,7 +99,8 @@ void TTabSheetGroundPath::OpenPath(const QString& path, int half, bool isAsked) 
     placed = Place(opened, satellites[static_cast<std::size_t>(satellite)]);
     const QString name = QString::fromStdString(satellites[static_cast<std::size_t>(satellite)].Name);
     if (!placed->Match.Problem.isEmpty() && opened.Problem.isEmpty()) reason = placed->Match.Problem;
-    if (!placed->WasInSight) {
+    // Stamps are of the pass itself, whoever received it.
+    if (!placed->WasInSight && placed->Recording.StartIsFrom != swath::StartFrom::Stamps) {
       reason =
           QStringLiteral("At %1 UTC %2 was out of sight of your station. Are date and time right%3?")
               .arg(MomentText(placed->Recording.FirstLine()), name,

@@ -18,6 +18,15 @@ using namespace Qt::StringLiterals;
 
 std::string Text(orbit::TDateTime moment) { return orbit::FormatDateTime("yyyy-mm-dd hh:nn:ss", moment); }
 
+ClockOffsets SummerTime(int) { return {0, 60}; }
+
+const swath::ScannerTable& Scanners() {
+  static std::vector<std::string> problems;
+  static const swath::ScannerTable table =
+      swath::LoadScannerTables({QStringLiteral(PELORIN_SCANNERS)}, problems);
+  return table;
+}
+
 TEST(OpenedPicture, NamesTellWhatTheyCan) {
   const QTemporaryDir folder;
   const struct {
@@ -40,6 +49,10 @@ TEST(OpenedPicture, NamesTellWhatTheyCan) {
        "METEOR-M2 4", swath::KnownFrom::Name, 0, 0},
       {"METEOR-M2-4_20250412_193512Z_corrected.png", 1700, 2026, "2025-04-12 19:35:12",
        swath::StartFrom::NameSecond, "METEOR-M2 4", swath::KnownFrom::Name, 0, 0, true},
+      {"gqrx_20220101_143000_137912500.png", 909, 2026, "2022-01-01 14:30:00", swath::StartFrom::NameSecond,
+       "28654", swath::KnownFrom::Name, 0, 0},
+      {"gqrx_20220101_143000_137100000.png", 1568, 2026, "2022-01-01 14:30:00", swath::StartFrom::NameSecond,
+       "", swath::KnownFrom::Name, 0, 0},
       {"party.png", 640, 2026, "", swath::StartFrom::Pass, "", swath::KnownFrom::Default, 0, 0},
   };
   for (const auto& row : rows) {
@@ -51,11 +64,11 @@ TEST(OpenedPicture, NamesTellWhatTheyCan) {
     file.setFileTime(QDateTime(QDate(row.Written, 12, 1), QTime(1, 2), Qt::UTC),
                      QFileDevice::FileModificationTime);
     file.close();
-    const OpenedPicture opened = OpenPicture(path, {0, 60});
+    const OpenedPicture opened = OpenPicture(path, SummerTime, Scanners());
     EXPECT_EQ(opened.HasStart, *row.Start != 0);
     EXPECT_EQ(opened.HasStart ? Text(opened.Known.Start) : std::string(), row.Start);
     EXPECT_EQ(opened.Known.StartIsFrom, row.From);
-    EXPECT_EQ(opened.Satellite, QLatin1StringView(row.Satellite));
+    EXPECT_EQ(opened.Satellite + opened.CatalogueNumber, QLatin1StringView(row.Satellite));
     EXPECT_EQ(opened.Known.LiesIsFrom, row.LiesIsFrom);
     EXPECT_EQ(opened.Known.Columns, row.ColumnsShown > 0 ? row.ColumnsShown : row.Columns);
     EXPECT_EQ(opened.Channels.size(), row.ColumnsShown > 0 ? 2u : 1u);
@@ -108,7 +121,7 @@ TEST(OpenedPicture, ProductsTellScannerMomentsAndElements) {
   const QTemporaryDir folder;
   const orbit::TDateTime start = orbit::MakeDateTime(2022, 2, 23, 17, 33, 12);
   tests::LeaveDecodedPass(folder.path(), start, 400);
-  const OpenedPicture opened = OpenPicture(folder.filePath(u"MSU-MR-2.png"_s), {});
+  const OpenedPicture opened = OpenPicture(folder.filePath(u"MSU-MR-2.png"_s), SummerTime, Scanners());
   EXPECT_EQ(opened.Channels.size(), 2u);
   EXPECT_EQ(opened.Channel.Name, u"2"_s);
   ASSERT_TRUE(opened.OwnSet);
@@ -125,7 +138,7 @@ TEST(OpenedPicture, ProductsTellScannerMomentsAndElements) {
   EXPECT_EQ(recording.OffsetS, 0.2);
   EXPECT_FALSE(recording.Lies.Turned) << "decoders leave pictures as they are received";
   EXPECT_TRUE(IsOf(opened, *opened.OwnSet));
-  EXPECT_THROW(OpenPicture(folder.filePath(u"missing.png"_s), {}), files::FileError);
+  EXPECT_THROW(OpenPicture(folder.filePath(u"missing.png"_s), SummerTime, Scanners()), files::FileError);
 }
 
 TEST(OpenedPicture, PicturesAreTurnedAsTheyAreWanted) {
