@@ -40,6 +40,8 @@ QString LibrariesHtml() {
              "<a href=\"https://libjpeg-turbo.org/\">https://libjpeg-turbo.org/</a></p>"
              "<p><b>libpng</b><br>© The PNG Reference Library Authors. PNG Reference Library License.<br>"
              "<a href=\"http://www.libpng.org/\">http://www.libpng.org/</a></p>"
+             "<p><b>libtiff</b><br>© Sam Leffler, Silicon Graphics, Inc. and others. libtiff licence.<br>"
+             "<a href=\"http://www.libtiff.org/\">http://www.libtiff.org/</a></p>"
              "<p><b>zlib</b>, beneath libpng<br>© Jean-loup Gailly and Mark Adler. zlib licence.<br>"
              "<a href=\"https://zlib.net/\">https://zlib.net/</a></p>"
              "<p><b>JSON for Modern C++</b><br>© Niels Lohmann and others. MIT licence.<br>"

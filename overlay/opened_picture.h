@@ -50,8 +50,8 @@ struct ClockOffsets {
 using ClockOfYear = std::function<ClockOffsets(int year)>;
 
 /// Opens a picture, a decoder's folder, or a product file. Of several pictures the first one is taken that
-/// has the scanner's geometry, or the channel that was asked for. A frequency in its name tells the satellite where one of `scanners` alone
-/// sends pictures of that width on it. Raises FileError and PictureError.
+/// has the scanner's geometry, or the channel that was asked for. A frequency in its name tells the satellite
+/// where one of `scanners` alone sends pictures of that width on it. Raises FileError and PictureError.
 OpenedPicture OpenPicture(const QString& path, const ClockOfYear& local, const swath::ScannerTable& scanners,
                           int half = -1);
 

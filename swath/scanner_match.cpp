@@ -18,8 +18,9 @@ constexpr double kGeostationaryDays = 0.9;
 
 QString Widths(const Instrument& scanner) {
   const QString name = QString::fromStdString(scanner.Name);
-  return scanner.Line.Law != ScanLaw::EvenAngles ? QStringLiteral("%1 (909, 1040 or 2080)").arg(name)
-                                 : QStringLiteral("%1 (%2)").arg(name).arg(scanner.Line.Columns);
+  return scanner.Line.Law != ScanLaw::EvenAngles
+             ? QStringLiteral("%1 (909, 1040 or 2080)").arg(name)
+             : QStringLiteral("%1 (%2)").arg(name).arg(scanner.Line.Columns);
 }
 
 ScannerMatch Without(const QString& problem) {

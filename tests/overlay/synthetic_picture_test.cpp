@@ -261,7 +261,8 @@ TEST(SyntheticPicture, LiesUnderItsMap) {
     stored.close();
     if (isProduct) PutProduct(folder, row.Name, GeometryOf(scanner, off, lateS, row.How, stamps));
 
-    const OpenedPicture opened = OpenPicture(isProduct ? folder.path() : path, {});
+    const OpenedPicture opened = OpenPicture(
+        isProduct ? folder.path() : path, [](int) { return ClockOffsets(); }, table);
     EXPECT_EQ(opened.Problem, QString());
     const auto placed =
         PlaceRecording(opened, [&](orbit::TDateTime) { return std::optional(satellite); }, table, {});
