@@ -143,8 +143,12 @@ QHBoxLayout* BuildPictureRow(TabSheetGroundPathLayout& ui, QWidget* page) {
 
   auto* row = new QHBoxLayout;
   row->addWidget(ui.RadioGroupPrefPicChannel);
-  row->addWidget(ui.LabelElementAge, 1, Qt::AlignBottom);
-  row->addWidget(ui.ButtonMinuteMarks, 0, Qt::AlignBottom);
+  // One above the other: side by side, a small window would have words in a column.
+  auto* remarks = new QVBoxLayout;
+  remarks->addStretch(1);
+  remarks->addWidget(ui.ButtonMinuteMarks, 0, Qt::AlignRight);
+  remarks->addWidget(ui.LabelElementAge);
+  row->addLayout(remarks, 1);
   return row;
 }
 
