@@ -10,7 +10,8 @@ void RunScanners(const QStringList& list) {
       QStringLiteral("scanners"),
       QStringLiteral(
           "The scanners that are known, a row for each satellite that carries one. Angles are in degrees; "
-          "roll, pitch, yaw and time (seconds) are what was fitted to received pictures. Add your own "
+          "roll, pitch, yaw and time (seconds) are what was fitted to received pictures; mark_second is when "
+          "minute marks begin, past the full minute. Add your own "
           "in a file scanners.json beside the settings."),
       {{QStringLiteral("satellite"), QStringLiteral("NAME"),
         QStringLiteral("Only those of this satellite, by name or catalogue number.")},
@@ -23,7 +24,7 @@ void RunScanners(const QStringList& list) {
        QStringLiteral("angle_deg"), QStringLiteral("law"), QStringLiteral("rows_per_second"),
        QStringLiteral("yaw_steering"), QStringLiteral("satellite"), QStringLiteral("catalogue_number"),
        QStringLiteral("frequencies_mhz"), QStringLiteral("roll_deg"), QStringLiteral("pitch_deg"),
-       QStringLiteral("yaw_deg"), QStringLiteral("time_s")},
+       QStringLiteral("yaw_deg"), QStringLiteral("time_s"), QStringLiteral("mark_second")},
       json);
   const auto add = [&](const swath::Scanner& scanner, const swath::Carrier& carrier) {
     QStringList frequencies;
@@ -35,7 +36,8 @@ void RunScanners(const QStringList& list) {
                Cell(scanner.RowsPerSecond, 3), Cell::Flag(scanner.YawSteering),
                carrier.Names.empty() ? std::string() : carrier.Names.front(), carrier.CatalogueNumber,
                frequencies.join(u' '), Cell(carrier.Offsets.RollDeg, 3), Cell(carrier.Offsets.PitchDeg, 3),
-               Cell(carrier.Offsets.YawDeg, 3), Cell(carrier.TimeOffsetS, 2)});
+               Cell(carrier.Offsets.YawDeg, 3), Cell(carrier.TimeOffsetS, 2),
+               carrier.MarkSecond ? Cell(*carrier.MarkSecond, 1) : Cell(std::string())});
   };
   if (arguments.Has(QStringLiteral("satellite"))) {
     const QString wanted = arguments.Text(QStringLiteral("satellite"));
