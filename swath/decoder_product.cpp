@@ -38,11 +38,6 @@ void TellByName(DecodedImage& image) {
   image.IsCorrected = name.IsCorrected;
 }
 
-bool IsPictureFile(const QString& path) {
-  static const QStringList suffixes = QStringLiteral("png jpg jpeg tif tiff bmp").split(u' ');
-  return suffixes.contains(QFileInfo(path).suffix().toLower());
-}
-
 int IndexOf(const DecodedProduct& product, const QString& path) {
   const auto found = std::find_if(product.Images.begin(), product.Images.end(),
                                   [&](const DecodedImage& image) { return image.Path == path; });
@@ -96,7 +91,7 @@ void AddComposites(const QString& folder, DecodedProduct& product) {
        QDir(home).entryInfoList({QStringLiteral("*rgb_*")}, QDir::Files, QDir::Name)) {
     const QString path = file.canonicalFilePath();
     const bool isInside = path.startsWith(home + u'/');
-    if (isInside && IsPictureFile(path) && IndexOf(product, path) < 0 &&
+    if (isInside && HasPictureSuffix(path) && IndexOf(product, path) < 0 &&
         product.Images.size() < kMostImages) {
       AddComposite(path, stamps, product);
     }
@@ -188,7 +183,7 @@ std::optional<DecodedPass> ReadDecodedPass(const QString& path) {
   }
   if (file.fileName() == kDatasetFile) return ReadDataset(file.filePath());
   if (file.fileName() == kProductFile) return ReadAlone(file.filePath());
-  return file.isFile() && IsPictureFile(path) ? ReadOfPicture(file) : std::nullopt;
+  return file.isFile() && HasPictureSuffix(path) ? ReadOfPicture(file) : std::nullopt;
 }
 
 std::vector<double> LineStampsOf(const DecodedProduct& product, int image, int rows) {

@@ -6,6 +6,9 @@
 #include <optional>
 #include <vector>
 
+#include "swath/decoder_product.h"
+#include "swath/picture_name.h"
+
 namespace pelorin::swath {
 namespace {
 
@@ -23,16 +26,19 @@ QString BaseNameOf(TDateTime start, int minutes) {
 
 TDateTime FirstSearched(TDateTime pass) { return {pass.Days - kMinutesBefore / orbit::kMinutesPerDay}; }
 
+QString WithOneSlash(QString folder) {
+  while (folder.endsWith(u'\\') || folder.endsWith(u'/')) folder.chop(1);
+  return folder + u'/';
+}
+
 /// The user's picture folders. A scan asks for hundreds of names, so each folder is read once, and not
 /// before it is needed: it may lie on a slow network.
 class PictureFolders {
  public:
   PictureFolders(int preference, const QStringList& folders, const BaseNameCallback& onBaseName)
       : suffixes_(PictureSuffixes(preference)), onBaseName_(onBaseName) {
-    for (QString folder : folders) {
-      if (folder.isEmpty()) continue;
-      while (folder.endsWith(u'\\') || folder.endsWith(u'/')) folder.chop(1);
-      folders_.push_back({folder + u'/', std::nullopt});
+    for (const QString& folder : folders) {
+      if (!folder.isEmpty()) folders_.push_back({WithOneSlash(folder), std::nullopt});
     }
   }
 
@@ -135,6 +141,32 @@ std::optional<FoundPicture> PictureNamedFor(const QString& path, TDateTime pass,
     }
   }
   return std::nullopt;
+}
+
+QString FindDatedPicture(TDateTime pass, const QString& satellite, const QStringList& folders,
+                         int standardOffsetMinutes, int daylightOffsetMinutes) {
+  const TDateTime first = FirstSearched(pass);
+  const auto isOfPass = [&](const PictureName& name) {
+    if (!name.Start || !name.YearIsKnown) return false;
+    if (!name.Satellite.isEmpty() && name.Satellite != CommonSatelliteName(satellite)) return false;
+    for (const int offset : {0, standardOffsetMinutes, daylightOffsetMinutes}) {
+      if (offset != 0 && name.IsUtc) continue;
+      const double minutes = (name.Start->Days - first.Days) * orbit::kMinutesPerDay - offset;
+      if (minutes >= 0 && minutes < kMinutesScanned) return true;
+    }
+    return false;
+  };
+  for (const QString& folder : folders) {
+    if (folder.isEmpty()) continue;
+    const QDir dir(WithOneSlash(folder));
+    for (const QFileInfo& entry :
+         dir.entryInfoList(QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name)) {
+      const bool isPicture =
+          entry.isDir() ? IsProductPath(entry.filePath()) : HasPictureSuffix(entry.fileName());
+      if (isPicture && isOfPass(ReadPictureName(entry.filePath()))) return entry.filePath();
+    }
+  }
+  return QString();
 }
 
 }  // namespace pelorin::swath

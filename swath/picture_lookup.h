@@ -41,6 +41,12 @@ FoundPicture LookUpPicture(const QString& key, int preference, const QStringList
 std::optional<FoundPicture> PictureNamedFor(const QString& path, orbit::TDateTime pass,
                                             int standardOffsetMinutes, int daylightOffsetMinutes);
 
+/// A picture of the pass of a minute by any other name that tells date and year, or the folder that a decoder
+/// left of it: begun in the minutes that LookUpPicture searches, by UTC or the local clock, and sent by the
+/// satellite if the name tells one. Empty when there is none. Of several the earliest folder and name counts.
+QString FindDatedPicture(orbit::TDateTime pass, const QString& satellite, const QStringList& folders,
+                         int standardOffsetMinutes, int daylightOffsetMinutes);
+
 // Of the described interface; the program itself calls LookUpPicture, which reads each folder once.
 
 /// The path of the picture with this base name.

@@ -156,6 +156,11 @@ QStringList NamesAlong(const QString& path) {
 
 }  // namespace
 
+bool HasPictureSuffix(const QString& path) {
+  static const QStringList suffixes = QStringLiteral("png jpg jpeg tif tiff bmp").split(u' ');
+  return suffixes.contains(QFileInfo(path).suffix().toLower());
+}
+
 PictureName ReadPictureName(const QString& path) {
   PictureName name;
   const QStringList names = NamesAlong(path);

@@ -22,6 +22,9 @@ struct PictureName {
   bool IsCorrected = false;               ///< "_corrected": stretched to equal distances on the ground
 };
 
+/// Whether decoders and recorders write pictures with that extension.
+bool HasPictureSuffix(const QString& path);
+
 /// Reads the name of a file or a folder, which need not be there. What it does not tell is taken from the
 /// name of the folder that it lies in, and then from that one's: decoders often put the time there alone.
 /// Only a file's own name may be "mmddhhnn", and only its own tells what was done to the picture. Dates and

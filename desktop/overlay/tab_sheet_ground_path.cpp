@@ -122,7 +122,7 @@ void TTabSheetGroundPath::ShowFor(orbit::TDateTime moment, int satellite) {
   if (session_.Unattended != nullptr) {
     ui_.TimerLoad->start();
   } else {
-    LoadPicture();
+    FindPicture();
   }
 }
 
@@ -177,6 +177,16 @@ swath::FoundPicture TTabSheetGroundPath::LookUp(const QString& key) {
 void TTabSheetGroundPath::LoadPicture() {
   const QString opened = picture_.OpenedPath();
   ShowPicture(opened.isEmpty() ? LookUp(Stamp(picture_.Pass())) : swath::FoundPicture{opened, 0});
+}
+
+void TTabSheetGroundPath::FindPicture() {
+  LoadPicture();
+  if (!picture_.SoughtPath().isEmpty()) return;
+  const overlay::ClockOffsets local = LocalClock(TakeApart(picture_.Pass()).Year);
+  const QString path = swath::FindDatedPicture(picture_.Pass(), ui_.ComboBoxSatForPic->currentText(),
+                                               app::FromCommaText(session_.Settings.ImagePathList.Value),
+                                               local.StandardMinutes, local.DaylightMinutes);
+  if (!path.isEmpty()) OpenPath(path);
 }
 
 void TTabSheetGroundPath::ShowPicture(const swath::FoundPicture& found) {
@@ -248,7 +258,7 @@ void TTabSheetGroundPath::DateTimePickerTimeExit() {
 
 void TTabSheetGroundPath::ButtonReloadClick() {
   picture_.ForgetOpened();
-  LoadPicture();
+  FindPicture();
 }
 
 void TTabSheetGroundPath::RadioGroupPrefPicChannelClick() {

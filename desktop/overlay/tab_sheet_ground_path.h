@@ -87,6 +87,8 @@ class TTabSheetGroundPath : public session::TTabSheet {
   swath::FoundPicture LookUp(const QString& key);
   /// Looks for the pass's picture, unless one was opened, and shows it.
   void LoadPicture();
+  /// The same, and where there is none the one that another name tells to be of the pass.
+  void FindPicture();
   /// The preferred channel of a picture with whole lines of the old format.
   QImage HalfOf(const QImage& wholeLines) const;
   void ShowPicture(const swath::FoundPicture& found);

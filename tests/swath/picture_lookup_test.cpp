@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include "files/atomic_file.h"
@@ -69,6 +70,36 @@ TEST_F(PictureLookupTest, MinutesAroundThePassAreSearched) {
   EXPECT_EQ(minutesLater_, 0) << "the minute itself goes before those around it";
   LookUp(2, 0, 0, u"01010001-and more"_s);
   EXPECT_EQ(searched_.at(1), u"12312359"_s) << "over the turn of the year";
+}
+
+TEST_F(PictureLookupTest, OtherNamesTellTheirPassWithTheYear) {
+  const struct {
+    const char *Name, *Satellite;
+    int LocalMinutes;
+    bool IsFound;
+  } rows[] = {
+      {"b/METEOR-M2-4_20250412_193512.png", "METEOR-M2 4", 0, true},
+      {"b/METEOR-M2-4_20250412_193512.png", "METEOR-M2 3", 0, false},
+      {"b/METEOR-M2-4_20240412_193512.png", "METEOR-M2 4", 0, false},
+      {"b/2025-04-12_21-35_noaa_apt.jpg", "NOAA 19", 120, true},
+      {"b/2025-04-12T21:35:12Z.jpg", "NOAA 19", 120, false},
+      {"b/2025-04-12_19-31.tif", "NOAA 19", 0, false},
+      {"b/2025-04-12_19-43.tif", "NOAA 19", 0, true},
+      {"a/2025-04-12_19-34_lrpt/product.cbor", "METEOR-M2 4", 0, true},
+      {"a/2025-04-12_19-34_lrpt/notes.txt", "METEOR-M2 4", 0, false},
+      {"b/04121935.png", "METEOR-M2 4", 0, false},
+  };
+  for (const auto& row : rows) {
+    for (const char* folder : {"a", "b"}) QDir(root_.filePath(QLatin1StringView(folder))).removeRecursively();
+    const auto name = QLatin1StringView(row.Name);
+    Make(name);
+    const QString found =
+        FindDatedPicture(orbit::ParseTimeString("202504121934"), QLatin1StringView(row.Satellite), folders_,
+                         row.LocalMinutes, row.LocalMinutes);
+    EXPECT_EQ(!found.isEmpty(), row.IsFound) << row.Name << ' ' << row.Satellite;
+    EXPECT_TRUE(!row.IsFound || QFileInfo(root_.filePath(name)).filePath().startsWith(QDir::cleanPath(found)))
+        << found.toStdString();
+  }
 }
 
 TEST(PictureNamedFor, NameIsOfAMinuteThatIsSearched) {

@@ -270,6 +270,12 @@ TEST_F(GroundPathTest, ADecodersPassLiesUnderItsMapAtOnce) {
   EXPECT_EQ(PictureShown(), u"MSU-MR-1.png"_s);
   Pick(7, 51);
   EXPECT_FALSE(Find("ComboBoxPictureChannel")->isVisible()) << "another pass is looked for in the folders";
+  LeaveDecodedPass(Path(u"pictures/METEOR-M2_20220223_174012Z"_s),
+                   orbit::MakeDateTime(2022, 2, 23, 17, 40, 12), 80);
+  Pick(17, 38);
+  Click("ButtonReload");
+  EXPECT_EQ(Text("LabelPictureTitle"), u"Picture: MSU-MR-1.png  from 17:40:12 UTC, north-bound"_s)
+      << "found by its own name";
 }
 
 TEST_F(GroundPathTest, WhatAPictureDoesNotTellIsAsked) {
