@@ -15,6 +15,7 @@
 #include "tests/support/element_messages.h"
 #include "tests/support/element_server.h"
 #include "tests/support/folder_test.h"
+#include "tests/support/minute_marks.h"
 #include "tests/support/run_program.h"
 #include "tests/support/tables.h"
 
@@ -174,6 +175,9 @@ TEST_F(Cli, APictureTellsItsMapByItself) {
   ASSERT_TRUE(QImage(2048, 64, QImage::Format_Grayscale8).save(Path("NOAA-19-20220223-093442Z.png")));
   ASSERT_TRUE(QImage(1500, 64, QImage::Format_Grayscale8).save(Path("NOAA-18-20220223-093442Z.png")));
   ASSERT_TRUE(QImage(909, 64, QImage::Format_Grayscale8).save(Path("party.png")));
+  ASSERT_TRUE(tests::WithMinuteMarks(86, 1040).save(Path("marks.png")));
+  const std::string marked =
+      "--picture HERE/marks.png --stored received --satellite NOAA_19 --start 20220223093200";
   const struct {
     std::string Options;
     QSize Map;  ///< empty when there is none
@@ -187,6 +191,9 @@ TEST_F(Cli, APictureTellsItsMapByItself) {
       {"--picture HERE/party.png --satellite NOAA_19", QSize(0, 0), "does not tell when it was received"},
       {"--picture HERE/party.png --start 20220223093200", QSize(0, 0), "does not tell its satellite"},
       {"--picture HERE/party.png --satellite NOAA_19 --start 20220223053200", {1040, 64}, "out of sight"},
+      {marked, {1040, 300}, "Minute marks: begin 16.7 s earlier; --minute-marks does that"},
+      {marked + " --minute-marks", {1040, 300}, "from 2022 Feb 23, 09:31:43 UTC"},
+      {marked + " --minute-marks --time-correction 1", QSize(0, 0), "exclude each other"},
   };
   for (const auto& row : rows) {
     QFile::remove(Path("results/Result.jpg"));

@@ -4,6 +4,7 @@
 
 #include "orbit/scalar_math.h"
 #include "overlay/opened_picture.h"
+#include "tests/support/minute_marks.h"
 
 namespace pelorin::overlay {
 namespace {
@@ -19,19 +20,6 @@ swath::Recording Recorded(const char* start, StartFrom from, std::optional<doubl
   recording.StartIsFrom = from;
   recording.Lies = {true, false};
   return recording;
-}
-
-/// A dark picture whose first 47 columns of `before` before its image have marks from its 60th line on, as it
-/// was received.
-QImage Received(int before) {
-  QImage picture(before + swath::kZoneColumns, 300, QImage::Format_RGB32);
-  picture.fill(Qt::darkGray);
-  for (const int mark : {60, 180}) {
-    for (int line = mark; line < mark + 4; ++line) {
-      for (int x = 0; x < before; ++x) picture.setPixel(x, line, line < mark + 2 ? 0xFF000000 : 0xFFFFFFFF);
-    }
-  }
-  return picture;
 }
 
 TEST(MinuteMarkOffer, TellsWhenThePictureBegan) {
@@ -89,8 +77,11 @@ TEST(MinuteMarkOffer, MarksAreFoundBeforeTheImageHoweverItIsStored) {
     recording.FirstColumn = row.Before;
     recording.Lies = row.Lies;
     recording.SeenBy.RowsPerSecond = row.RowsPerSecond;
-    EXPECT_EQ(FindMinuteMarkLines(Restored(Received(row.Before), {}, row.Lies), recording),
-              row.Found ? std::vector<int>({60, 180}) : std::vector<int>())
+    EXPECT_EQ(
+        FindMinuteMarkLines(
+            Restored(tests::WithMinuteMarks(row.Before, row.Before + swath::kZoneColumns), {}, row.Lies),
+            recording),
+        row.Found ? std::vector<int>({60, 180}) : std::vector<int>())
         << row.Label;
   }
 }

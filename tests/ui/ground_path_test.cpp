@@ -26,6 +26,7 @@
 #include "files/read_file.h"
 #include "files/text_file.h"
 #include "tests/support/decoded_pass.h"
+#include "tests/support/minute_marks.h"
 #include "tests/support/program_fixture.h"
 
 namespace pelorin::tests {
@@ -346,14 +347,8 @@ TEST_F(GroundPathTest, AttitudeIsTheUsersForItsSatelliteUntilReset) {
 
 TEST_F(GroundPathTest, MinuteMarksOfferTheirCorrection) {
   // Marks 30 s after the first line and a minute later; north-bound, so the file is turned.
-  QImage picture(1040, 300, QImage::Format_RGB32);
-  picture.fill(Qt::darkGray);
-  for (const int mark : {60, 180}) {
-    for (int line = mark; line < mark + 4; ++line) {
-      for (int x = 39; x < 86; ++x) picture.setPixel(x, line, line < mark + 2 ? 0xFF000000 : 0xFFFFFFFF);
-    }
-  }
-  ASSERT_TRUE(picture.mirrored(true, true).save(GivePicture(u"02230751V.png"_s)));
+  const QImage received = WithMinuteMarks(86, 1040);
+  ASSERT_TRUE(received.mirrored(true, true).save(GivePicture(u"02230751V.png"_s)));
   StartOnPage();
   Find<QComboBox>("ComboBoxSatForPic")->setCurrentText(u"NOAA 18"_s);
   Pick(7, 51);
