@@ -50,16 +50,17 @@ void TellOfOlderFiles(const QString& folder, const QStringList& written) {
 void RunOverlay(const QStringList& list) {
   const Arguments arguments(
       QStringLiteral("overlay"),
-      QStringLiteral("Makes the map that lies on the received picture of a pass and writes Result.jpg and "
-                     "ovl.bmp, with pass details "
-                     "also pass.dat and ovl.txt. The pass is named by satellite and start, or found with "
-                     "--pass in the day's list."),
+      QStringLiteral(
+          "Makes the map that lies on the received picture of a pass and writes Result.jpg and "
+          "ovl.bmp, with pass details also pass.dat and ovl.txt. Satellite and time are told by the "
+          "picture's name or its decoder's folder, or given; or the pass is found with --pass in "
+          "the day's list."),
       {ElementsOption(),
        {QStringLiteral("satellite"), QStringLiteral("NAME"),
-        QStringLiteral("The satellite. With --pass several may be given; default: the settings' active ones, "
-                       "else all.")},
+        QStringLiteral("The satellite. Default: as the picture tells. With --pass several may be given; "
+                       "default: the settings' active ones, else all.")},
        {QStringLiteral("start"), QStringLiteral("YYYYMMDDHHMMSS[.fff]"),
-        QStringLiteral("When the first line was received, UTC.")},
+        QStringLiteral("When the first line was received, UTC. Default: as the picture tells.")},
        {QStringLiteral("pass"), QStringLiteral("[YYYY]MMDDHHMM[SS]"),
         QStringLiteral("The pass that rose then, UTC; implies --pass-details.")},
        {QStringLiteral("time-correction"), QStringLiteral("SECONDS"),
@@ -75,7 +76,9 @@ void RunOverlay(const QStringList& list) {
         QStringLiteral(
             "Length of the map, 1 to 30. Default: as long as the pass, the rows or the picture, else 15.")},
        {QStringLiteral("direction"), QStringLiteral("auto|north|south"),
-        QStringLiteral("North-bound maps are turned by 180 degrees. Default: auto, as the satellite moves.")},
+        QStringLiteral(
+            "Whether the satellite moved north or south. North is up in the map where nothing tells "
+            "how its picture is stored. Default: auto, as the satellite moves.")},
        {QStringLiteral("roll"), QStringLiteral("DEG"),
         QStringLiteral(
             "The line moved to the left of the flight, -10 to 10. Default, as for the next two: what the "
@@ -88,7 +91,7 @@ void RunOverlay(const QStringList& list) {
         QStringLiteral("With --pass: elevation from which a satellite counts as risen, 0 to 10.")},
        {QStringLiteral("lines"), QStringLiteral("N"),
         QStringLiteral("Rows of the map. Default: as many as the pass has lines.")},
-       {QStringLiteral("picture"), QStringLiteral("FILE"),
+       {QStringLiteral("picture"), QStringLiteral("FILE|FOLDER"),
         QStringLiteral(
             "The received picture, or a decoder's folder: the map gets its size. Its name or product "
             "file tells satellite and time where they are not given; with --pass it begins at the "

@@ -10,6 +10,8 @@ _pelorin_cli() {
     COMPREPLY=($(compgen -W "$options" -- "$current"))
   elif [ "$previous" = --direction ]; then
     COMPREPLY=($(compgen -W "auto north south" -- "$current"))
+  elif [ "$previous" = --stored ]; then
+    COMPREPLY=($(compgen -W "auto received turned mirrored turned-mirrored" -- "$current"))
   elif [ "$previous" = --format ]; then
     COMPREPLY=($(compgen -W "text csv json" -- "$current"))
   else
