@@ -57,7 +57,8 @@ double MinutesToMake(const OverlayRequest& request);
 /// Whether a satellite moves south at a moment.
 bool IsSouthBoundAt(const orbit::TSatellite& satellite, orbit::TDateTime moment);
 
-/// Makes the map, at lowered priority. Raises OverlayError when the elements give no position for a line.
+/// Makes the map, at lowered priority; on several threads when nobody watches it grow. Raises OverlayError
+/// when the elements give no position for a line.
 OverlayResult GenerateOverlay(const OverlayRequest& request, const OverlaySources& sources,
                               const AfterLine& afterLine = {});
 
