@@ -3,13 +3,13 @@
 #include <QAction>
 #include <QActionGroup>
 #include <QDir>
-#include <QFileInfo>
 #include <QMenu>
 #include <QPageSetupDialog>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QTabWidget>
+#include <algorithm>
 
 #include "desktop/about_box.h"
 #include "desktop/form_main.h"
@@ -76,9 +76,10 @@ void TFormMain::Open1Click() { TabSheetGroundPath->Open1Click(); }
 void TFormMain::MenuOpenRecentShow() {
   ui_.MenuOpenRecent->clear();
   for (const QString& path : app::FromCommaText(settings_.RecentPictures.Value)) {
-    const QFileInfo file(path);
-    // A product's pictures are called alike; their folder tells them apart.
-    QString name = file.dir().dirName() + u'/' + file.fileName();
+    // Pictures of two passes are called alike, and so are the folders of their instrument; the pass's differ.
+    constexpr qsizetype told = 3;
+    const QStringList parts = QDir::cleanPath(path).split(u'/', Qt::SkipEmptyParts);
+    QString name = parts.mid(std::max<qsizetype>(parts.size() - told, 0)).join(u'/');
     QAction* item = ui_.MenuOpenRecent->addAction(name.replace(u'&', QStringLiteral("&&")));
     item->setData(path);
   }

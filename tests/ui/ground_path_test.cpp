@@ -267,6 +267,9 @@ TEST_F(GroundPathTest, ADecodersPassLiesUnderItsMapAtOnce) {
   auto* recent = Find<QMenu>("MenuOpenRecent");
   Q_EMIT recent->aboutToShow();
   ASSERT_EQ(recent->actions().size(), 2);
+  EXPECT_EQ(recent->actions().at(1)->text(),
+            QFileInfo(Path(u"."_s)).canonicalFilePath().section(u'/', -1) + u"/METEOR-M2_pass/MSU-MR-1.png"_s)
+      << "instruments' folders are called alike";
   recent->actions().at(1)->trigger();
   EXPECT_EQ(PictureShown(), u"MSU-MR-1.png"_s);
   Pick(7, 51);
