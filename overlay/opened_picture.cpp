@@ -6,6 +6,7 @@
 #include <cmath>
 #include <memory>
 
+#include "files/file_error.h"
 #include "orbit/julian_date.h"
 #include "orbit/look_angles.h"
 #include "orbit/propagation.h"
@@ -193,6 +194,11 @@ OpenedPicture OpenPicture(const QString& path, const ClockOfYear& local, const s
     opened.Channels = ChannelsOf(*pass, places);
     chosen = ChosenPlace(*pass, places);
     opened.Notes = pass->Problems;
+  } else if (QFileInfo(path).isDir()) {
+    throw files::FileError(
+        QStringLiteral("There is no product.cbor and no dataset.json in %1, as decoders leave "
+                       "them with the pictures of a pass. Please open a picture in it.")
+            .arg(path));
   } else {
     opened.Channels = {{QFileInfo(path).fileName(), path, half}};
   }

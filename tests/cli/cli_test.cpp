@@ -190,6 +190,7 @@ TEST_F(Cli, APictureTellsItsMapByItself) {
       {"--picture HERE/cut", QSize(0, 0), "product.cbor"},
       {"--picture HERE/party.png --satellite NOAA_19", QSize(0, 0), "does not tell when it was received"},
       {"--picture HERE/party.png --start 20220223093200", QSize(0, 0), "does not tell its satellite"},
+      {"--picture HERE", QSize(0, 0), "no product.cbor and no dataset.json in"},
       {"--picture HERE/party.png --satellite NOAA_19 --start 20220223053200", {1040, 64}, "out of sight"},
       {marked, {1040, 300}, "Minute marks: begin 16.7 s earlier; --minute-marks does that"},
       {marked + " --minute-marks", {1040, 300}, "from 2022 Feb 23, 09:31:43 UTC"},
