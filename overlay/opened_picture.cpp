@@ -187,7 +187,8 @@ bool WasInSight(const swath::Recording& recording, const orbit::Observer& statio
 OpenedPicture OpenPicture(const QString& path, const ClockOfYear& local, const swath::ScannerTable& scanners,
                           int half) {
   OpenedPicture opened;
-  const std::optional<swath::DecodedPass> pass = swath::ReadDecodedPass(path);
+  QString productProblem;
+  const std::optional<swath::DecodedPass> pass = swath::ReadDecodedPass(path, &productProblem);
   std::vector<Place> places;
   std::size_t chosen = 0;
   if (pass) {
@@ -202,6 +203,8 @@ OpenedPicture OpenPicture(const QString& path, const ClockOfYear& local, const s
   } else {
     opened.Channels = {{QFileInfo(path).fileName(), path, half}};
   }
+  if (!productProblem.isEmpty())
+    opened.Notes.append(productProblem + QStringLiteral(". The picture is taken as its name tells."));
   opened.Channel = opened.Channels[chosen];
   const picture::LoadedPicture loaded = picture::LoadRecording(opened.Channel.Path);
   opened.Image = loaded.Image;

@@ -173,7 +173,7 @@ bool IsProductPath(const QString& path) {
   return folder.exists(kDatasetFile) || folder.exists(kProductFile);
 }
 
-std::optional<DecodedPass> ReadDecodedPass(const QString& path) {
+std::optional<DecodedPass> ReadDecodedPass(const QString& path, QString* problem) {
   const QFileInfo file(QDir::cleanPath(QFileInfo(path).absoluteFilePath()));
   if (file.isDir()) {
     const QDir folder(file.absoluteFilePath());
@@ -183,7 +183,13 @@ std::optional<DecodedPass> ReadDecodedPass(const QString& path) {
   }
   if (file.fileName() == kDatasetFile) return ReadDataset(file.filePath());
   if (file.fileName() == kProductFile) return ReadAlone(file.filePath());
-  return file.isFile() && HasPictureSuffix(path) ? ReadOfPicture(file) : std::nullopt;
+  if (!file.isFile() || !HasPictureSuffix(path)) return std::nullopt;
+  try {
+    return ReadOfPicture(file);
+  } catch (const files::FileError& error) {
+    if (problem != nullptr) *problem = error.Text();
+    return std::nullopt;
+  }
 }
 
 std::vector<double> LineStampsOf(const DecodedProduct& product, int image, int rows) {

@@ -63,7 +63,8 @@ bool IsProductPath(const QString& path);
 /// or a picture in the folder of a product, or one that it lists. Nothing when the path is none of these, as
 /// ordinary pictures and folders are. Raises files::FileError, `/…/product.cbor: "images[2].file" must …`,
 /// when there is something that cannot be read or that leads out of its folder, and when no picture is there.
-std::optional<DecodedPass> ReadDecodedPass(const QString& path);
+/// A picture can do without its product: there is nothing then, and `problem`, if any, takes that text.
+std::optional<DecodedPass> ReadDecodedPass(const QString& path, QString* problem = nullptr);
 
 /// When each of the first rows of a picture was seen, as MomentsOfRows tells it. `image` counts from 0.
 std::vector<double> LineStampsOf(const DecodedProduct& product, int image, int rows);

@@ -139,6 +139,12 @@ TEST(OpenedPicture, ProductsTellScannerMomentsAndElements) {
   EXPECT_FALSE(recording.Lies.Turned) << "decoders leave pictures as they are received";
   EXPECT_TRUE(IsOf(opened, *opened.OwnSet));
   EXPECT_THROW(OpenPicture(folder.filePath(u"missing.png"_s), SummerTime, Scanners()), files::FileError);
+
+  files::ReplaceFile(folder.filePath(u"product.cbor"_s), "damaged");
+  const OpenedPicture alone = OpenPicture(folder.filePath(u"MSU-MR-2.png"_s), SummerTime, Scanners());
+  EXPECT_EQ(alone.Image.width(), 1568);
+  EXPECT_TRUE(alone.Notes.join(u'\n').contains(folder.filePath(u"product.cbor"_s))) << "why it is alone";
+  EXPECT_THROW(OpenPicture(folder.path(), SummerTime, Scanners()), files::FileError);
 }
 
 TEST(OpenedPicture, PicturesAreTurnedAsTheyAreWanted) {

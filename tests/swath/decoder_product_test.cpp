@@ -160,6 +160,16 @@ TEST_F(DecoderProductTest, PicturesLeadToTheirProduct) {
     EXPECT_EQ(pass->Products.front().Images.at(static_cast<std::size_t>(pass->Image)).Channel,
               QString::fromUtf8(row.channel));
   }
+  json other = Newer();
+  other["type"] = "radiation";
+  for (const QByteArray& unfit : {QByteArray("damaged"), Cbor(other)}) {
+    Put("pass/MSU-MR/product.cbor", unfit);
+    for (const char* picture : {"pass/MSU-MR/MSU-MR-1.png", "pass/MSU-MR/more/other.png"}) {
+      QString problem;
+      EXPECT_FALSE(ReadDecodedPass(At(picture), &problem)) << "it can do without";
+      EXPECT_EQ(problem.remove(At("")).toStdString(), ProblemAt("pass/MSU-MR"));
+    }
+  }
 }
 
 TEST_F(DecoderProductTest, WhatIsWrongIsToldWithFileAndKey) {
