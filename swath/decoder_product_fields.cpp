@@ -153,14 +153,16 @@ DecodedProduct ReadProductFields(const DecoderField& root, const QString& path) 
   if (product.Satellite.isEmpty()) product.Satellite = root["product_source"].Text().value_or(QString());
 
   const QString type = field["type"].Text().value_or(QString());
-  product.GeometryProblem = ProblemOf(field, type, product.IsOlderForm);
-  if (!product.GeometryProblem.isEmpty()) return product;
-  product.Geometry = GeometryOf(field, type);
-  if (IsTurnedTooFar(product.Geometry->Offsets)) {
+  QString problem = ProblemOf(field, type, product.IsOlderForm);
+  if (problem.isEmpty()) {
+    product.Geometry = GeometryOf(field, type);
+    if (!IsTurnedTooFar(product.Geometry->Offsets)) return product;
     product.Geometry.reset();
-    product.GeometryProblem =
+    problem =
         QStringLiteral("its scanner is turned by more than %1°, which is not supported").arg(kMostTurnedDeg);
   }
+  product.GeometryProblem =
+      QStringLiteral("%1: %2. The angles of the table of scanners are used instead.").arg(path, problem);
   return product;
 }
 

@@ -126,7 +126,7 @@ TEST_F(DecoderProductTest, OlderFormGivesStampsAndElementsAlone) {
   const DecodedProduct& product = pass->Products.front();
   EXPECT_TRUE(product.IsOlderForm);
   EXPECT_FALSE(product.Geometry);
-  EXPECT_EQ(product.GeometryProblem, u"it has an older form, whose angles are counted in another way"_s);
+  EXPECT_TRUE(product.GeometryProblem.contains(u"older form, whose angles are counted in another way"_s));
   EXPECT_EQ(product.ElementLine1.toStdString(), kLine1);
   EXPECT_EQ(LineStampsOf(product, 0, 9)[4], 1.7e9);
   EXPECT_EQ(LineStampsOf(product, 1, 9)[4], 1.7e9 + 10) << "each begins for itself";
@@ -224,7 +224,9 @@ TEST_F(DecoderProductTest, GeometryThatIsNotKnownIsTold) {
     product["projection_cfg"].merge_patch(json::parse(change));
     PutProduct(product);
     const DecodedProduct read = ReadDecodedPass(At("pass/MSU-MR"))->Products.front();
-    EXPECT_EQ(read.GeometryProblem.toStdString(), problem);
+    const std::string told = At("pass/MSU-MR/product.cbor").toStdString() + ": " + problem +
+                             ". The angles of the table of scanners are used instead.";
+    EXPECT_EQ(read.GeometryProblem.toStdString(), *problem ? told : "");
     EXPECT_EQ(read.Geometry && read.Geometry->Line.Law == ScanLaw::Zones, !*problem) << change;
   }
   json product = Newer();
