@@ -264,6 +264,9 @@ ScannerTable LoadScannerTables(const QStringList& paths, std::vector<std::string
   for (const QString& path : paths) {
     if (!QFileInfo::exists(path)) continue;
     try {
+      // A pipe would be waited for, and the program would not start.
+      if (!QFileInfo(path).isFile())
+        throw files::FileError(QStringLiteral("Cannot read %1: it is not a regular file").arg(path));
       for (std::string& problem : table.Add(files::ReadFile(path).toStdString(), path.toStdString())) {
         problems.push_back(std::move(problem));
       }

@@ -94,6 +94,17 @@ TEST(ScannerTable, FaultsNameLineAndKeyAndTheRestIsUsed) {
   }
 }
 
+TEST(ScannerTable, FilesThatAreNoneAreToldAndNotWaitedFor) {
+  const QString rows[] = {QStringLiteral("/dev/null"), QStringLiteral("/"), QStringLiteral("/gone.json")};
+  for (const QString& path : rows) {
+    std::vector<std::string> problems;
+    EXPECT_TRUE(LoadScannerTables({path}, problems).Scanners().empty());
+    const std::string told = "Cannot read " + path.toStdString() + ": it is not a regular file";
+    EXPECT_EQ(problems, path.endsWith(QStringLiteral("gone.json")) ? std::vector<std::string>()
+                                                                   : std::vector<std::string>{told});
+  }
+}
+
 TEST(ScannerTable, LaterTablesReplaceScannersOfTheSameName) {
   ScannerTable table;
   table.Add(BuiltTable(), "scanners.json");
