@@ -71,6 +71,7 @@ struct Carrier {
   std::optional<double> MarkSecond{};  ///< see Instrument
   std::optional<double> AngleDeg;      ///< where its line is not the scanner's
   std::optional<ScanLaw> Law;          ///< likewise
+  int Table = 0;                       ///< the later one's entries are taken first
 };
 
 /// How one instrument looks, and when.

@@ -169,6 +169,16 @@ Scanner ReadScanner(const LocatedJson& object, const std::function<void(const Fa
   return scanner;
 }
 
+/// Gives a scanner the entries of the one whose place it takes, for satellites that it does not list.
+void KeepOthers(const Scanner& before, Scanner& scanner) {
+  const std::vector<Carrier> own = scanner.Carriers;
+  for (Carrier carrier : before.Carriers) {
+    if (std::ranges::find(own, carrier.CatalogueNumber, &Carrier::CatalogueNumber) != own.end()) continue;
+    if (scanner.Line.Columns != kZoneColumns) carrier.Law.reset();
+    scanner.Carriers.push_back(std::move(carrier));
+  }
+}
+
 /// Letters of a name that an entry accounts for: those of its longest beginning that ends with a word.
 std::size_t Accounted(const std::string& name, const Carrier& carrier) {
   std::size_t most = 0;
@@ -185,6 +195,7 @@ std::size_t Accounted(const std::string& name, const Carrier& carrier) {
 
 std::vector<std::string> ScannerTable::Add(const std::string& json, const std::string& fileName) {
   std::vector<std::string> problems;
+  ++tables_;
   const auto tell = [&](const std::exception& fault) { problems.push_back(fileName + ", " + fault.what()); };
   try {
     const LocatedJson root = ParseLocatedJson(json);
@@ -195,7 +206,9 @@ std::vector<std::string> ScannerTable::Add(const std::string& json, const std::s
         const auto same = std::find_if(scanners_.begin(), scanners_.end(), [&](const Scanner& known) {
           return orbit::UpperCased(known.Name) == orbit::UpperCased(scanner.Name);
         });
+        for (Carrier& carrier : scanner.Carriers) carrier.Table = tables_;
         if (same != scanners_.end()) {
+          KeepOthers(*same, scanner);
           *same = std::move(scanner);
         } else {
           scanners_.push_back(std::move(scanner));
@@ -239,7 +252,9 @@ std::vector<ScannerTable::Flown> ScannerTable::Of(const orbit::TSatellite& satel
       byName.push_back({&scanner, &carrier});
     }
   }
-  return byNumber.empty() ? byName : byNumber;
+  std::vector<Flown>& flown = byNumber.empty() ? byName : byNumber;
+  std::ranges::stable_sort(flown, std::greater(), [](const Flown& one) { return one.Satellite->Table; });
+  return flown;
 }
 
 std::string ScannerTable::SentOn(double frequencyMHz, int columns) const {

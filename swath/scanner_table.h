@@ -16,8 +16,9 @@ namespace pelorin::swath {
 /// key, and the rest is used.
 class ScannerTable {
  public:
-  /// Takes over the scanners of a table; one whose name is known already takes the other's place. Answers
-  /// what was wrong, a line each: "scanners.json, line 12: \"columns\" must be …".
+  /// Takes over the scanners of a table. One whose name is known already takes the other's place; satellites
+  /// that it does not list keep their entries. Answers what was wrong, a line each: "scanners.json, line 12:
+  /// \"columns\" must be …".
   std::vector<std::string> Add(const std::string& json, const std::string& fileName);
 
   /// In the order in which they came.
@@ -33,8 +34,9 @@ class ScannerTable {
 
     LineShape Line() const;
   };
-  /// The scanners that a satellite carries, in the table's order. Its catalogue number counts; a number
-  /// without an entry is known by the longest beginning of its name. Borrowed from the table.
+  /// The scanners that a satellite carries: entries of later tables first, those of one in its order. Its
+  /// catalogue number counts; a number without an entry is known by the longest beginning of its name.
+  /// Borrowed from the table.
   std::vector<Flown> Of(const orbit::TSatellite& satellite) const;
 
   /// The catalogue number of the one satellite that sends pictures of that width on a frequency (Doppler
@@ -43,6 +45,7 @@ class ScannerTable {
 
  private:
   std::vector<Scanner> scanners_;
+  int tables_ = 0;  ///< that were added
 };
 
 /// The scanners of several files, the later ones adding to the earlier or replacing what is in them; a file

@@ -121,6 +121,41 @@ TEST(ScannerTable, LaterTablesReplaceScannersOfTheSameName) {
   EXPECT_EQ(mine[0].Satellite->Offsets.RollDeg, 0) << "what is not told is not turned";
 }
 
+TEST(ScannerTable, EntriesOfLaterTablesWinAndTheOthersStay) {
+  const char* const apt =
+      R"("mode": "APT", "columns": 909, "angle": 111, "rows_per_second": 2, "satellites":)";
+  const auto list = [&](const char* name, const char* law, const char* satellites) {
+    return std::string(R"({"scanners": [{"name": ")") + name + R"(", "law": ")" + law + "\", " + apt +
+           satellites + "}]}";
+  };
+  const struct {
+    const char *label, *name, *law, *satellites;
+    std::string noaa15, noaa19;  ///< scanner, angle and roll
+  } rows[] = {
+      {"another scanner", "My APT", "zones-sphere", R"([{"number": 33591}])", "AVHRR APT 110.74 -0.1",
+       "My APT 111 0"},
+      {"the same for one satellite", "avhrr apt", "zones", R"([{"number": 33591, "roll": 2}])",
+       "avhrr apt 111 -0.1", "avhrr apt 111 2"},
+      {"the second of a satellite", "AVHRR HRPT", "zones", R"([{"number": 33591, "roll": 3}])",
+       "AVHRR APT 110.74 -0.1", "AVHRR HRPT 111 3"},
+      {"for none", "AVHRR APT", "zones", "[]", "AVHRR APT 111 -0.1", "AVHRR APT 111 -0.01"},
+  };
+  for (const auto& row : rows) {
+    ScannerTable table;
+    table.Add(BuiltTable(), "scanners.json");
+    EXPECT_EQ(table.Add(list(row.name, row.law, row.satellites), "mine.json"), std::vector<std::string>());
+    const auto first = [&](const char* name, const char* number) {
+      const auto flown = table.Of(Named(name, number));
+      std::ostringstream text;
+      text << flown.at(0).Instrument->Name << ' ' << flown[0].Line().AngleDeg << ' '
+           << flown[0].Satellite->Offsets.RollDeg;
+      return text.str();
+    };
+    EXPECT_EQ(first("NOAA 15", "25338"), row.noaa15) << row.label;
+    EXPECT_EQ(first("NOAA 19", "33591"), row.noaa19) << row.label;
+  }
+}
+
 TEST(Scanner, ColumnsAndAnglesAreEachOthersInverse) {
   // The handbook's samples: the middle column is 4 wide, the outermost centre lies 1,023.5 samples out.
   const LineShape zones{kZoneColumns, 110.74, ScanLaw::Zones};
