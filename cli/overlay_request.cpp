@@ -18,6 +18,7 @@
 #include "swath/clock_corrections.h"
 #include "swath/picture_lookup.h"
 #include "swath/picture_of_pass.h"
+#include "swath/recording_text.h"
 #include "swath/scanner_match.h"
 
 namespace pelorin::cli {
@@ -94,19 +95,14 @@ overlay::ClockOffsets LocalClock(int year) {
 /// or else of the minute in which the pass rises.
 swath::Recording RecordingOfPass(const Arguments& arguments, const passes::ChosenPass& pass,
                                  const std::optional<overlay::OpenedPicture>& opened) {
-  constexpr double farDays = 20 / orbit::kMinutesPerDay;
   swath::PictureOfPass picture(arguments.Settings().ClockCorrections.Value);
   picture.SetSatellite(pass.SatelliteName);
   picture.SetPass(pass.PassStart);
   if (opened) {
     const QString path = opened->Channel.Path;
     const overlay::ClockOffsets local = LocalClock(TakeApart(pass.PassStart).Year);
-    const bool isDated = opened->HasStart && (opened->Name.YearIsKnown || opened->Known.LineTimesS);
-    if (isDated && std::fabs(opened->Known.Start.Days - pass.PassStart.Days) < farDays) {
-      picture.Open(path, opened->Known);
-      picture.Seek({path, 0});
-    } else if (const auto found = swath::PictureNamedFor(path, picture.Pass(), local.StandardMinutes,
-                                                         local.DaylightMinutes)) {
+    if (const auto found =
+            swath::PictureNamedFor(path, picture.Pass(), local.StandardMinutes, local.DaylightMinutes)) {
       picture.Seek(*found);
     } else {
       Say(QStringLiteral("%1 is not named by a time of this pass").arg(path));
@@ -169,10 +165,12 @@ void CorrectClock(const Arguments& arguments, swath::Recording& recording) {
       swath::ClockCorrections(arguments.Settings().ClockCorrections.Value).OffsetOf(recording);
   recording.OffsetS = learnt.value_or(recording.OffsetS);
   if (recording.OffsetS == 0) return;
-  Say(QStringLiteral("Time correction: %1 s, %2 %3")
+  Say(QStringLiteral("Time correction: %1 s, %2")
           .arg(recording.OffsetS, 0, 'f', 1)
-          .arg(learnt ? QStringLiteral("the settings' clock of") : QStringLiteral("that of"),
-               recording.Satellite));
+          .arg(learnt ? QStringLiteral("the settings' clock of ") + recording.Satellite
+               : recording.OffsetsAreFrom == swath::KnownFrom::Product
+                   ? QStringLiteral("from the product file")
+                   : QStringLiteral("from the table of scanners")));
 }
 
 /// Sets the attitude that was asked for, or else the one that the window would begin with.
@@ -221,35 +219,14 @@ void HeedMinuteMarks(const Arguments& arguments, const std::optional<overlay::Op
 
 /// Says what is known of a picture's recording, and from where.
 void SayWhatItIs(const Arguments& arguments, const swath::Recording& recording) {
-  const auto from = [&arguments](swath::KnownFrom known) {
-    switch (known) {
-      case swath::KnownFrom::Table:
-        return QStringLiteral("the table of scanners");
-      case swath::KnownFrom::Name:
-        return QStringLiteral("the name");
-      case swath::KnownFrom::Product:
-        return QStringLiteral("the product file");
-      case swath::KnownFrom::User:
-        // Of what is said here the settings remember the attitude alone.
-        for (const QString& option : kAngles) {
-          if (arguments.Has(option)) return QStringLiteral("the options");
-        }
-        return QStringLiteral("the settings");
-      case swath::KnownFrom::Default:
-        break;
-    }
-    return QStringLiteral("the satellite's time");
-  };
-  const swath::Instrument& scanner = recording.SeenBy;
-  Say(QStringLiteral("Scanner: %1, %2 columns of %3 degrees, by %4; roll %5, pitch %6, yaw %7, by %8.")
-          .arg(QString::fromStdString(scanner.Name))
-          .arg(scanner.Line.Columns)
-          .arg(scanner.Line.AngleDeg)
-          .arg(from(recording.ScannerIsFrom))
-          .arg(recording.Offsets.RollDeg)
-          .arg(recording.Offsets.PitchDeg)
-          .arg(recording.Offsets.YawDeg)
-          .arg(from(recording.OffsetsAreFrom)));
+  // The settings remember an attitude alone; what else the user tells is an option.
+  const bool isTold =
+      arguments.Has(QStringLiteral("stored")) ||
+      std::ranges::any_of(kAngles, [&](const QString& angle) { return arguments.Has(angle); });
+  for (const QString& line : swath::DescribeRecording(
+           recording, isTold ? QStringLiteral("the options") : QStringLiteral("the settings"))) {
+    Say(line);
+  }
 }
 
 /// What is asked of the map of a recording.
@@ -263,7 +240,7 @@ overlay::OverlayRequest RequestFor(const Arguments& arguments, const app::Statio
       arguments.Choice(QStringLiteral("direction"),
                        {QStringLiteral("auto"), QStringLiteral("north"), QStringLiteral("south")});
   if (direction != QStringLiteral("auto")) recording.SouthBound = direction == QStringLiteral("south");
-  if (recording.LiesIsFrom == swath::KnownFrom::Default) recording.Lies.Turned = !recording.SouthBound;
+  swath::SettleLies(recording);
   HeedMinuteMarks(arguments, opened, recording);
   SayWhatItIs(arguments, recording);
   overlay::OverlayRequest request;
@@ -273,40 +250,23 @@ overlay::OverlayRequest RequestFor(const Arguments& arguments, const app::Statio
   return request;
 }
 
-}  // namespace
-
-std::optional<overlay::OpenedPicture> OpenReceived(const Arguments& arguments) {
-  const QString option = QStringLiteral("picture");
-  if (!arguments.Has(option)) return std::nullopt;
-  const QString path = arguments.Text(option);
-  overlay::OpenedPicture opened = overlay::OpenPicture(path, LocalClock, KnownScanners());
-  for (const QString& note : opened.Notes) Say(note);
-  return opened;
+/// The picture tells a date, and it is that of the pass.
+bool TellsPass(const overlay::OpenedPicture& opened, const passes::ChosenPass& pass) {
+  constexpr double farDays = 20 / orbit::kMinutesPerDay;
+  const bool isDated = opened.HasStart && (opened.Name.YearIsKnown || opened.Known.LineTimesS);
+  return isDated && std::fabs(opened.Known.Start.Days - pass.PassStart.Days) < farDays;
 }
 
-overlay::OverlayRequest DescribePass(const Arguments& arguments, const app::Station& station,
-                                     const std::optional<overlay::OpenedPicture>& opened, int rows) {
+/// The map of a picture of a satellite, or of so many rows from a start.
+overlay::OverlayRequest DescribeFor(const Arguments& arguments, const app::Station& station,
+                                    const std::optional<overlay::OpenedPicture>& opened, int rows,
+                                    const QString& satellite) {
   const auto known = arguments.ElementSets();
-  const FoundPass found = FindPass(arguments, *known, station);
-  swath::Recording recording = RecordingOfPass(arguments, found.Pass, opened);
-  if (!opened) recording.Rows = rows;
-  const int minutes = arguments.Whole(
-      QStringLiteral("minutes"), std::min(found.Pass.PassDurationMinutes, kMostMinutes), 1, kMostMinutes);
-  const orbit::TDateTime middle{recording.FirstLine().Days + minutes / 2.0 / orbit::kMinutesPerDay};
-  const swath::ScannerMatch match = swath::TakeElements(
-      ChooseSet(*known, found.SatelliteNumber, orbit::JulianDateOfDateTime(middle), arguments),
-      KnownScanners(), recording);
-  if (!match.Problem.isEmpty()) throw Failure(match.Problem);
-  if (!match.Note.isEmpty()) Say(match.Note);
-  return RequestFor(arguments, station, opened, recording, minutes);
-}
-
-overlay::OverlayRequest DescribePicture(const Arguments& arguments, const app::Station& station,
-                                        const std::optional<overlay::OpenedPicture>& opened, int rows) {
-  const auto known = arguments.ElementSets();
-  const QString satellite = SatelliteOf(arguments, opened, *known);
   const overlay::OpenedPicture picture = Opened(arguments, opened, rows);
   if (!picture.Problem.isEmpty()) throw Failure(picture.Problem);
+  if (opened && !picture.Name.YearIsKnown && picture.Known.StartIsFrom == swath::StartFrom::NameMinute) {
+    Say(QStringLiteral("The year %1 is that of the file's date").arg(TakeApart(picture.Known.Start).Year));
+  }
   const auto sets = [&](orbit::TDateTime moment) -> std::optional<orbit::TSatellite> {
     const double jd = orbit::JulianDateOfDateTime(moment);
     if (picture.OwnSet && !known->FindNearest(satellite.toStdString(), jd)) return std::nullopt;
@@ -335,6 +295,44 @@ overlay::OverlayRequest DescribePicture(const Arguments& arguments, const app::S
   }
   const bool isWhole = recording.Rows > 0 && !arguments.Has(QStringLiteral("minutes"));
   return RequestFor(arguments, station, opened, recording, isWhole ? 0 : minutes);
+}
+
+}  // namespace
+
+std::optional<overlay::OpenedPicture> OpenReceived(const Arguments& arguments) {
+  const QString option = QStringLiteral("picture");
+  if (!arguments.Has(option)) return std::nullopt;
+  const QString path = arguments.Text(option);
+  overlay::OpenedPicture opened = overlay::OpenPicture(path, LocalClock, KnownScanners());
+  for (const QString& note : opened.Notes) Say(note);
+  return opened;
+}
+
+overlay::OverlayRequest DescribePass(const Arguments& arguments, const app::Station& station,
+                                     const std::optional<overlay::OpenedPicture>& opened, int rows) {
+  const auto known = arguments.ElementSets();
+  const FoundPass found = FindPass(arguments, *known, station);
+  if (opened && TellsPass(*opened, found.Pass)) {
+    return DescribeFor(arguments, station, opened, rows, found.SatelliteNumber);
+  }
+  if (opened && !opened->Problem.isEmpty()) throw Failure(opened->Problem);
+  swath::Recording recording = RecordingOfPass(arguments, found.Pass, opened);
+  if (!opened) recording.Rows = rows;
+  const int minutes = arguments.Whole(
+      QStringLiteral("minutes"), std::min(found.Pass.PassDurationMinutes, kMostMinutes), 1, kMostMinutes);
+  const orbit::TDateTime middle{recording.FirstLine().Days + minutes / 2.0 / orbit::kMinutesPerDay};
+  const swath::ScannerMatch match = swath::TakeElements(
+      ChooseSet(*known, found.SatelliteNumber, orbit::JulianDateOfDateTime(middle), arguments),
+      KnownScanners(), recording);
+  if (!match.Problem.isEmpty()) throw Failure(match.Problem);
+  if (!match.Note.isEmpty()) Say(match.Note);
+  return RequestFor(arguments, station, opened, recording, minutes);
+}
+
+overlay::OverlayRequest DescribePicture(const Arguments& arguments, const app::Station& station,
+                                        const std::optional<overlay::OpenedPicture>& opened, int rows) {
+  return DescribeFor(arguments, station, opened, rows,
+                     SatelliteOf(arguments, opened, *arguments.ElementSets()));
 }
 
 }  // namespace pelorin::cli

@@ -171,7 +171,11 @@ void TFormMain::dropEvent(QDropEvent* event) {
       this,
       [this, picture = PictureAmong(*event->mimeData()), files = ElementFilesAmong(*event->mimeData())] {
         session::Guarded(Boxes(), [&] {
-          picture.isEmpty() ? TakeDroppedElements(*session_, files) : TabSheetGroundPath->OpenPath(picture);
+          if (picture.isEmpty()) {
+            TakeDroppedElements(*session_, files);
+          } else {
+            TabSheetGroundPath->OpenPath(picture);
+          }
         });
       },
       Qt::QueuedConnection);

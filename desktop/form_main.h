@@ -108,6 +108,7 @@ class TFormMain : public QMainWindow, public session::Shell {
 
   void PageControlChange();
   void Open1Click();
+  void OpenFolder1Click();
   void MenuOpenRecentShow();
   void RecentPictureChosen(QAction* item);
   void FilePrintImageClick();

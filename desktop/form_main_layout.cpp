@@ -44,8 +44,10 @@ void BuildFileMenu(FormMainLayout& ui, QMenuBar* bar) {
   QMenu* menu = Named(bar->addMenu(QStringLiteral("&File")), "MenuFile");
   menu->setToolTipsVisible(true);
   ui.Open1 = Item(menu, QStringLiteral("&Open..."), "Open1",
-                  QStringLiteral("Open a satellite picture, or the folder that a decoder made of a pass"),
+                  QStringLiteral("Open a satellite picture, or a decoder's pass by a file in its folder"),
                   QKeySequence::Open);
+  ui.OpenFolder1 = Item(menu, QStringLiteral("Open &folder..."), "OpenFolder1",
+                        QStringLiteral("Open the folder that a decoder made of a pass"));
   ui.MenuOpenRecent = Named(menu->addMenu(QStringLiteral("Open &recent")), "MenuOpenRecent");
   ui.FilePrintImage = Item(menu, QStringLiteral("Print image"), "FilePrintImage",
                            QStringLiteral("Print the satellite picture and its map"));

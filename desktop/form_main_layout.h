@@ -17,7 +17,7 @@ struct FormMainLayout {
   QLabel* StatusElements;  ///< hidden unless there is something to say about the element files
 
   QMenu* MenuOpenRecent;
-  QAction *Open1, *FilePrintImage, *FilePrintPassList, *FilePrintSetup, *Exit1;
+  QAction *Open1, *OpenFolder1, *FilePrintImage, *FilePrintPassList, *FilePrintSetup, *Exit1;
   // Items carry the value of the setting that they choose.
   QActionGroup *FootprintGroup, *IntervalGroup, *LookGroup;
   QAction *MenuSavePassDetails, *MenuShowOverlay, *MenuOverlayLinesOnly, *OptionsTextOverlay,

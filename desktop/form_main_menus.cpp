@@ -36,6 +36,7 @@ void CheckItemOf(const QActionGroup* group, int value) {
 void TFormMain::ConnectMenus() {
   using session::Handle;
   Handle(ui_.Open1, &QAction::triggered, this, &TFormMain::Open1Click);
+  Handle(ui_.OpenFolder1, &QAction::triggered, this, &TFormMain::OpenFolder1Click);
   Handle(ui_.MenuOpenRecent, &QMenu::aboutToShow, this, &TFormMain::MenuOpenRecentShow);
   Handle(ui_.MenuOpenRecent, &QMenu::triggered, this, &TFormMain::RecentPictureChosen);
   Handle(ui_.FilePrintImage, &QAction::triggered, this, &TFormMain::FilePrintImageClick);
@@ -73,9 +74,12 @@ void TFormMain::RestoreMenus() {
 
 void TFormMain::Open1Click() { TabSheetGroundPath->Open1Click(); }
 
+void TFormMain::OpenFolder1Click() { TabSheetGroundPath->OpenFolder1Click(); }
+
 void TFormMain::MenuOpenRecentShow() {
   ui_.MenuOpenRecent->clear();
   for (const QString& path : app::FromCommaText(settings_.RecentPictures.Value)) {
+    if (!QFileInfo::exists(path)) continue;
     // Pictures of two passes are called alike, and so are the folders of their instrument; the pass's differ.
     constexpr qsizetype told = 3;
     const QStringList parts = QDir::cleanPath(path).split(u'/', Qt::SkipEmptyParts);

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <utility>
 
 #include "files/file_error.h"
 #include "orbit/julian_date.h"
@@ -43,9 +44,11 @@ std::vector<PictureChannel> ChannelsOf(const swath::DecodedPass& pass, std::vect
     const DecodedProduct& product = pass.Products[p];
     for (std::size_t i = 0; i < product.Images.size(); ++i) {
       const QString name = product.Images[i].Channel;
+      // Channels are called "1" or "ch4", composites by their file.
+      const QString caption = product.Images[i].IsComposite ? name : QStringLiteral("Channel %1").arg(name);
       channels.push_back({pass.Products.size() > 1 && !product.Instrument.isEmpty()
-                              ? product.Instrument + u' ' + name
-                              : name,
+                              ? product.Instrument + u' ' + caption
+                              : caption,
                           product.Images[i].Path});
       places.push_back({p, i});
     }
@@ -92,13 +95,31 @@ void TakeStamps(const std::vector<double>& unixS, OpenedPicture& opened) {
   opened.HasStart = true;
 }
 
-void TakeGeometry(const DecodedProduct& product, const DecodedImage& image, swath::Recording& known) {
+/// Where a picture's lines have the geometry's first column; nothing when its width is not of it.
+std::optional<int> FirstColumnIn(const swath::LineShape& line, const DecodedImage& image, int columns) {
+  if (line.Law != swath::ScanLaw::EvenAngles) return swath::FirstColumnOf(line, columns);
+  // A channel that is shifted against the others may have been cut to what they share.
+  const int shift = static_cast<int>(std::lround(image.FirstColumn));
+  return std::abs(columns - line.Columns) <= 2 * std::abs(shift) ? std::optional(-shift) : std::nullopt;
+}
+
+void TakeGeometry(const DecodedProduct& product, const DecodedImage& image, OpenedPicture& opened) {
   if (!product.Geometry) return;
   const swath::DecodedGeometry& geometry = *product.Geometry;
+  swath::Recording& known = opened.Known;
+  const auto first = FirstColumnIn(geometry.Line, image, known.Columns);
+  if (!first && opened.Problem.isEmpty()) {
+    opened.Problem = QStringLiteral(
+                         "%1 has %2 columns, but its product %3: it was cut or scaled, or is no picture "
+                         "of the scanner, and no map can lie on it.")
+                         .arg(QFileInfo(image.Path).fileName())
+                         .arg(known.Columns)
+                         .arg(geometry.Line.Columns);
+  }
   known.SeenBy.Name = product.Instrument.toStdString();
   known.SeenBy.Line = geometry.Line;
   known.ScannerIsFrom = KnownFrom::Product;
-  known.FirstColumn = -static_cast<int>(std::lround(image.FirstColumn));
+  known.FirstColumn = first.value_or(0);
   known.Offsets = geometry.Offsets;
   known.OffsetsAreFrom = KnownFrom::Product;
   known.OffsetS = geometry.TimeOffsetS;
@@ -126,7 +147,7 @@ void TakeProduct(const DecodedProduct& product, std::size_t image, OpenedPicture
   }
   if (!product.GeometryProblem.isEmpty() && !product.IsOlderForm)
     opened.Notes.append(product.GeometryProblem);
-  TakeGeometry(product, picture, opened.Known);
+  TakeGeometry(product, picture, opened);
 }
 
 /// What the name tells, where the product has not told it.
@@ -145,10 +166,16 @@ void TakeName(const ClockOfYear& local, OpenedPicture& opened) {
             "Please open the plain picture.")
             .arg(file.fileName());
   }
-  if (opened.HasStart || !name.Start) return;
-  const std::optional<orbit::TDateTime> start =
-      name.YearIsKnown ? name.Start
-                       : swath::InYear(*name.Start, swath::YearByFile(name, file.lastModified()).Year);
+  if (opened.HasStart) return;
+  // A proposal for who is asked.
+  opened.Known.Start = FromUnix(static_cast<double>(file.lastModified().toSecsSinceEpoch()));
+  if (!name.Start) return;
+  std::optional<orbit::TDateTime> start = name.Start;
+  if (!name.YearIsKnown) {
+    const swath::YearOfFile year = swath::YearByFile(name, file.lastModified());
+    // A file is not older than its picture: of New Year's Eve it is the year before.
+    start = swath::InYear(*name.Start, year.IsPossible ? year.Year : year.Year - 1);
+  }
   if (!start) return;
   opened.Known.Start = *start;
   opened.Known.StartIsFrom = name.SecondIsKnown ? swath::StartFrom::NameSecond : swath::StartFrom::NameMinute;
@@ -175,11 +202,36 @@ bool WasInSight(const swath::Recording& recording, const orbit::Observer& statio
   const orbit::TSatellite& set = *recording.Elements;
   if (std::fabs(orbit::JulianDateOfMoment(start) - set.Epoch) > longestDays) return true;
   const orbit::ElevationFrame frame(station);
-  for (double seconds = 0; seconds <= recording.LengthS() + stepS; seconds += stepS) {
+  const double lengthS = recording.LengthS();
+  for (double seconds = 0; seconds <= lengthS + stepS; seconds += stepS) {
     const double jd = orbit::JulianDateOfMoment({start.Days + seconds / orbit::kSecondsPerDay});
     if (frame.Elevation(orbit::SatelliteStateKm(set, jd).Position, jd) >= 0) return true;
   }
   return false;
+}
+
+/// The product says that its lines are as wide as the picture.
+bool IsOfColumns(const swath::DecodedPass& pass, const Place& place, const QImage& picture) {
+  const auto& geometry = pass.Products[place.Product].Geometry;
+  return geometry && geometry->Line.Columns == picture.width();
+}
+
+/// Whole lines of the old format have two pictures, and each becomes a channel.
+void CutInTwo(int half, OpenedPicture& opened) {
+  const int side = std::clamp(half, 0, 1);
+  opened.Image = picture::CutWholeLines(opened.Image)[static_cast<std::size_t>(side)];
+  std::vector<PictureChannel> channels;
+  for (const PictureChannel& channel : opened.Channels) {
+    if (channel.Path != opened.Channel.Path) {
+      channels.push_back(channel);
+      continue;
+    }
+    const QString of = opened.Channels.size() > 1 ? u' ' + channel.Name : QString();
+    channels.push_back({QStringLiteral("Left picture") + of, channel.Path, 0});
+    channels.push_back({QStringLiteral("Right picture") + of, channel.Path, 1});
+    opened.Channel = channels[channels.size() - 2 + static_cast<std::size_t>(side)];
+  }
+  opened.Channels = std::move(channels);
 }
 
 }  // namespace
@@ -209,11 +261,9 @@ OpenedPicture OpenPicture(const QString& path, const ClockOfYear& local, const s
   const picture::LoadedPicture loaded = picture::LoadRecording(opened.Channel.Path);
   opened.Image = loaded.Image;
   if (!loaded.Damage.isEmpty()) opened.Notes.append(loaded.Damage);
-  if (!pass && picture::HoldsWholeLines(opened.Image.width())) {
-    opened.Channels = {{QStringLiteral("Left picture"), path, 0}, {QStringLiteral("Right picture"), path, 1}};
-    const int side = std::clamp(half, 0, 1);
-    opened.Image = picture::CutWholeLines(opened.Image)[static_cast<std::size_t>(side)];
-    opened.Channel = opened.Channels[static_cast<std::size_t>(side)];
+  if (picture::HoldsWholeLines(opened.Image.width()) &&
+      !(pass && IsOfColumns(*pass, places[chosen], opened.Image))) {
+    CutInTwo(half, opened);
   }
   opened.Name = swath::ReadPictureName(opened.Channel.Path);
   opened.Known.Rows = opened.Image.height();
@@ -235,6 +285,19 @@ bool IsOf(const OpenedPicture& opened, const orbit::TSatellite& satellite) {
   }
   const QString name = swath::CommonSatelliteName(opened.Satellite);
   return !name.isEmpty() && name == swath::CommonSatelliteName(QString::fromStdString(satellite.Name));
+}
+
+bool IsOfAnother(const OpenedPicture& opened, const orbit::TSatellite& satellite) {
+  const bool isTold = !opened.Satellite.isEmpty() || !opened.CatalogueNumber.isEmpty();
+  return isTold && !IsOf(opened, satellite);
+}
+
+void ForgetProduct(swath::Recording& recording) {
+  if (recording.ScannerIsFrom == KnownFrom::Product) recording.ScannerIsFrom = KnownFrom::Default;
+  if (recording.OffsetsAreFrom == KnownFrom::Product) {
+    recording.OffsetsAreFrom = KnownFrom::Default;
+    recording.OffsetS = 0;
+  }
 }
 
 std::optional<orbit::TSatellite> NearestSet(const std::optional<orbit::TSatellite>& own,
@@ -265,15 +328,17 @@ std::optional<PlacedRecording> PlaceRecording(const OpenedPicture& opened, const
     recording.Start = start;
     const auto near = NearestSet(opened.OwnSet, sets(start), start);
     if (!near) return std::nullopt;
+    if (IsOfAnother(opened, *near)) ForgetProduct(recording);
     placed.Match = swath::TakeElements(*near, scanners, recording);
     recording.Satellite = QString::fromStdString(near->Name);
+    if (!placed.Match.Problem.isEmpty()) return placed;
     if (recording.StartIsFrom == swath::StartFrom::Stamps && recording.OffsetsAreFrom != KnownFrom::Product) {
       recording.OffsetS = placed.Match.TimeOffsetS;
     }
     const orbit::TDateTime middle{recording.FirstLine().Days +
                                   recording.LengthS() / 2 / orbit::kSecondsPerDay};
     recording.SouthBound = IsSouthBoundAt(*recording.Elements, middle);
-    if (recording.LiesIsFrom == KnownFrom::Default) recording.Lies.Turned = !recording.SouthBound;
+    swath::SettleLies(recording);
     placed.WasInSight = WasInSight(recording, station);
     if (placed.WasInSight) return placed;
     if (!first) first = placed;

@@ -35,7 +35,7 @@ struct OpenedPicture {
   QString Satellite;                        ///< as it is told, or empty
   QString CatalogueNumber;                  ///< likewise
   std::optional<orbit::TSatellite> OwnSet;  ///< what it was decoded with
-  /// What is told of it; its size is that of Image. Start means nothing unless HasStart.
+  /// What is told of it; its size is that of Image. Unless HasStart its Start is when the file was written.
   swath::Recording Known;
   bool HasStart = false;
   /// Other moments that the name can mean: it may be by the local clock.
@@ -57,6 +57,12 @@ OpenedPicture OpenPicture(const QString& path, const ClockOfYear& local, const s
 
 /// Whether a picture is one of a satellite, as far as it tells; its catalogue number counts, then its name.
 bool IsOf(const OpenedPicture& opened, const orbit::TSatellite& satellite);
+
+/// Whether a picture tells its satellite, and it is another one.
+bool IsOfAnother(const OpenedPicture& opened, const orbit::TSatellite& satellite);
+
+/// What the product said of scanner, attitude and clock counts no longer: the picture is another satellite's.
+void ForgetProduct(swath::Recording& recording);
 
 /// The set of a satellite that is nearest to a moment; nothing when there is none.
 using SetNear = std::function<std::optional<orbit::TSatellite>(orbit::TDateTime)>;

@@ -20,6 +20,7 @@ swath::Recording MapOf(const swath::Recording& picture, double minutes) {
   if (map.Rows == 0) map.Rows = map.LinesOf(minutes);
   if (map.SeenBy.Line.Law == swath::ScanLaw::EvenAngles) {
     map.Columns = map.SeenBy.Line.Columns;
+    map.FirstColumn = 0;
   } else {
     map.Columns = std::clamp(picture.Columns, swath::kUsualLineWidth, mostChannels * swath::kUsualLineWidth);
     map.FirstColumn = swath::kImageBegin;

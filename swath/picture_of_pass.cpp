@@ -65,7 +65,6 @@ void PictureOfPass::Show(int columns, int rows) {
 Recording PictureOfPass::ForMap(bool southBound) const {
   Recording recording = recording_;
   recording.SouthBound = southBound;
-  if (recording.LiesIsFrom == KnownFrom::Default) recording.Lies.Turned = !southBound;
   if (Shows(recording)) {
     recording.Rows = shown_->Rows;
     recording.Columns = shown_->Columns;
@@ -97,17 +96,18 @@ Recording PictureOfPass::OfPass() const {
 void PictureOfPass::TakeUp(Recording next) {
   const Recording& last = recording_;
   // Channels of a recording may be named without its second.
-  if (last.StartIsFrom == StartFrom::NameSecond && next.StartIsFrom != StartFrom::NameSecond &&
+  const bool isToMinute = next.StartIsFrom == StartFrom::Pass || next.StartIsFrom == StartFrom::NameMinute;
+  if (last.StartIsFrom == StartFrom::NameSecond && isToMinute &&
       orbit::CutToMinute(last.Start) == orbit::CutToMinute(next.Start)) {
     next.Start = last.Start;
     next.StartIsFrom = last.StartIsFrom;
   }
-  // What was found by eye alone is about the picture; another satellite's clock has nothing to do with it.
-  const bool isOther = next.Satellite != last.Satellite;
-  const bool isOfClock =
-      (next.StartIsFrom == StartFrom::NameSecond && isOther) ||
-      (next.StartIsFrom == StartFrom::Stamps && (isOther || last.StartIsFrom != StartFrom::Stamps));
-  const bool isKept = BeginTogether(last, next) && !isOfClock;
+  // What was found by eye alone is about the picture; another clock has nothing to do with it.
+  const auto isStamped = [](const Recording& one) { return one.StartIsFrom == StartFrom::Stamps; };
+  const bool isOfClock = next.StartIsFrom == StartFrom::NameSecond || isStamped(next);
+  const bool isOtherClock =
+      isStamped(next) != isStamped(last) || (isOfClock && next.Satellite != last.Satellite);
+  const bool isKept = BeginTogether(last, next) && !isOtherClock;
   next.OffsetS = isKept ? last.OffsetS : corrections_.OffsetOf(next).value_or(next.OffsetS);
   recording_ = next;
 }

@@ -46,8 +46,7 @@ class PictureOfPass {
   const QString& ShownPath() const { return shownPath_; }
 
   /// What to make a map of now: the recording that is looked for, of the size of the picture seen if that is
-  /// of the same one, and stored as that is. Where nothing is known of that, north is up, as recorders of the
-  /// old picture format have it.
+  /// of the same one.
   Recording ForMap(bool southBound) const;
   /// The picture seen is of this recording.
   bool Shows(const Recording& recording) const;

@@ -57,12 +57,19 @@ std::optional<double> Recording::LineAtSecond(double seconds) const {
 }
 
 int Recording::LinesOf(double minutes) const {
-  if (LineTimesS) return static_cast<int>(LineTimesS->size());
+  if (LineTimesS) {
+    int lines = 0;
+    for (int line = 0; line < static_cast<int>(LineTimesS->size()); ++line) {
+      if (SecondsOfLine(line) < minutes * orbit::kSecondsPerMinute) lines = line + 1;
+    }
+    return lines;
+  }
   // A hundredth of a line is less than any clock knows.
   return static_cast<int>(std::floor(minutes * orbit::kSecondsPerMinute * SeenBy.RowsPerSecond + 0.01));
 }
 
 double Recording::LengthS() const {
+  if (!LineTimesS && !(SeenBy.RowsPerSecond > 0)) return 0;
   for (int line = Rows - 1; line > 0; --line) {
     if (const double seconds = SecondsOfLine(line); seconds > 0) return seconds;
   }

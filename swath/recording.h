@@ -74,7 +74,7 @@ struct Recording {
   /// The line that was seen so many seconds after FirstLine, with its fraction: −0.5 is the picture's upper
   /// edge, and the picture goes on beyond it. Nothing in a gap.
   std::optional<double> LineAtSecond(double seconds) const;
-  /// How many lines `minutes` have. Stamped lines are as many as there are stamps.
+  /// How many lines the first `minutes` have, lost ones between them included.
   int LinesOf(double minutes) const;
 
   /// Seconds from the first line to the last one that has a moment; 0 without a picture.

@@ -38,6 +38,18 @@ Instrument ClassicScanner(const orbit::TSatellite& satellite) {
   return scanner;
 }
 
+/// The scanner as a satellite of the table flies it.
+ScannerMatch MatchOf(const ScannerTable::Flown& flown, int firstColumn) {
+  ScannerMatch match;
+  match.SeenBy = *flown.Instrument;
+  match.SeenBy.Line = flown.Line();
+  match.SeenBy.MarkSecond = flown.Satellite->MarkSecond;
+  match.FirstColumn = firstColumn;
+  match.Fitted = flown.Satellite->Offsets;
+  match.TimeOffsetS = flown.Satellite->TimeOffsetS;
+  return match;
+}
+
 /// By the stamps of its lines; six where there are none, as most have.
 double RowsPerSecondOf(const Recording& recording) {
   constexpr double usual = 6;
@@ -54,18 +66,22 @@ double RowsPerSecondOf(const Recording& recording) {
 
 }  // namespace
 
+QString ClassicNote(const orbit::TSatellite& satellite) {
+  // Those of 240 lines are known for what they are.
+  if (ScannerFamilyOf(satellite.Name) != ScannerFamily::Other || satellite.LinesPerMinute != 120)
+    return QString();
+  return QStringLiteral("No scanner of %1 is known: it is taken to look 45 degrees to either side.")
+      .arg(QString::fromStdString(satellite.Name));
+}
+
 ScannerMatch MatchScanner(const ScannerTable& table, const orbit::TSatellite& satellite, int columns) {
   const QString name = QString::fromStdString(satellite.Name);
   const auto flown = table.Of(satellite);
   QStringList widths;
   for (const ScannerTable::Flown& one : flown) {
-    Instrument scanner = *one.Instrument;
-    scanner.Line = one.Line();
-    scanner.MarkSecond = one.Satellite->MarkSecond;
-    if (const auto first = FirstColumnOf(scanner.Line, columns)) {
-      return {{}, {}, scanner, KnownFrom::Table, *first, one.Satellite->Offsets, one.Satellite->TimeOffsetS};
-    }
-    widths.append(Widths(scanner));
+    const ScannerMatch match = MatchOf(one, FirstColumnOf(one.Line(), columns).value_or(0));
+    if (FirstColumnOf(one.Line(), columns)) return match;
+    widths.append(Widths(match.SeenBy));
   }
   if (!flown.empty()) {
     return Without(
@@ -96,11 +112,13 @@ ScannerMatch MatchScanner(const ScannerTable& table, const orbit::TSatellite& sa
             .arg(columns));
   }
   ScannerMatch match{{}, {}, classic, KnownFrom::Default, *first, {}, 0};
-  if (ScannerFamilyOf(satellite.Name) == ScannerFamily::Other && satellite.LinesPerMinute == 120) {
-    match.Note =
-        QStringLiteral("No scanner of %1 is known: it is taken to look 45 degrees to either side.").arg(name);
-  }
+  match.Note = ClassicNote(satellite);
   return match;
+}
+
+void SettleLies(Recording& recording) {
+  if (recording.LiesIsFrom != KnownFrom::Default) return;
+  recording.Lies = {!recording.SouthBound && recording.SeenBy.Line.Law != ScanLaw::EvenAngles, false};
 }
 
 ScannerMatch TakeElements(orbit::TSatellite set, const ScannerTable& table, Recording& recording) {
@@ -108,6 +126,12 @@ ScannerMatch TakeElements(orbit::TSatellite set, const ScannerTable& table, Reco
   ScannerMatch match;
   if (recording.ScannerIsFrom == KnownFrom::User) {
     match.SeenBy = recording.SeenBy;
+    match.From = KnownFrom::Default;
+    // What was fitted counts where the satellite carries the scanner.
+    for (const ScannerTable::Flown& one : table.Of(set)) {
+      if (one.Instrument->Name == recording.SeenBy.Name) match = MatchOf(one, recording.FirstColumn);
+    }
+    recording.SeenBy = match.SeenBy;
   } else if (recording.ScannerIsFrom == KnownFrom::Product) {
     // Products tell angles and columns; how fast and how it flies the table knows.
     const ScannerMatch known = MatchScanner(table, set, recording.SeenBy.Line.Columns);
@@ -127,6 +151,7 @@ ScannerMatch TakeElements(orbit::TSatellite set, const ScannerTable& table, Reco
     recording.Offsets = match.Fitted;
     recording.OffsetsAreFrom = match.From;
   }
+  SettleLies(recording);
   // What age costs is counted in the lines of this scanner.
   if (match.Problem.isEmpty()) {
     set.LinesPerMinute =

@@ -19,12 +19,19 @@ struct ScannerMatch {
   double TimeOffsetS = 0;  ///< the table's; for stamps of the satellite's clock
 };
 
+/// What is taken for granted of a satellite that no table of scanners knows; mostly empty.
+QString ClassicNote(const orbit::TSatellite& satellite);
+
 /// For a picture of `columns`; 0 for none, which means a satellite's usual scanner.
 ///
 /// Satellites that the table knows have its scanners. The others are of the time of the old picture format:
 /// families are told by name, angles by FamilyHalfAngle; a family that is not known has 45° to either side,
 /// and a note that says so. Geostationary satellites and METEOR-M spacecraft without an entry have nothing.
 ScannerMatch MatchScanner(const ScannerTable& table, const orbit::TSatellite& satellite, int columns);
+
+/// Where nothing is known of it, pictures are stored as recorders of their kind have them: those of the old
+/// format with north up, all others as received. The recording needs its scanner and its direction.
+void SettleLies(Recording& recording);
 
 /// Gives a recording its element set, and its scanner and attitude where neither the user nor a product file
 /// has told them. Answers what was matched; after a Problem the recording has a set, but no scanner.

@@ -24,12 +24,13 @@ constexpr int kReasonCharacters = 56;
 /// The ways to store a picture, as the user chooses among them.
 struct WayToStore {
   const char* Caption;
-  swath::Stored Lies;
+  std::optional<swath::Stored> Lies;
 };
-constexpr std::array<WayToStore, 4> kWays{{{"As received", {false, false}},
-                                           {"Turned by 180 degrees", {true, false}},
-                                           {"As received, left and right exchanged", {false, true}},
-                                           {"Turned, left and right exchanged", {true, true}}}};
+const std::array<WayToStore, 5> kWays{{{"As pictures of its kind mostly are", std::nullopt},
+                                       {"As received", swath::Stored{false, false}},
+                                       {"Turned by 180 degrees", swath::Stored{true, false}},
+                                       {"As received, left and right exchanged", swath::Stored{false, true}},
+                                       {"Turned, left and right exchanged", swath::Stored{true, true}}}};
 
 }  // namespace
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QStringList>
+#include <optional>
 
 #include "session/form.h"
 #include "swath/recording.h"
@@ -19,8 +20,10 @@ struct PictureDetails {
   int Satellite = -1;      ///< its place in the list
   orbit::TDateTime Start;  ///< UTC of the first line
   QStringList Scanners;
-  int Scanner = -1;  ///< −1: as satellite and width tell
-  swath::Stored Lies;
+  int Scanner = -1;                   ///< −1: as satellite and width tell
+  std::optional<swath::Stored> Lies;  ///< nothing: as pictures of its kind mostly are
+
+  bool operator==(const PictureDetails&) const = default;
 };
 
 /// Asks for it.

@@ -115,6 +115,12 @@ void TPicturePanes::SetZoom(bool isOn) {
   Fit();
 }
 
+void TPicturePanes::SetLevel(bool isOn) {
+  if (isOn == isLevel_) return;
+  isLevel_ = isOn;
+  Fit();
+}
+
 void TPicturePanes::SetOverlaid(bool isOn) {
   if (isOn == isOverlaid_) return;
   isOverlaid_ = isOn;
@@ -168,7 +174,9 @@ void TPicturePanes::Fit() {
       const int whole = FittedWidth(boxes.Picture.width());
       pictureSize = QSize(whole, overlay::FittedMapHeight(picture_.size(), whole));
     } else if (!picture_.isNull()) {
-      const QSize scaledAs = map.isEmpty() ? picture_.size() : map;
+      // A map of other lines may be of other columns, too.
+      const bool isAlike = isLevel_ || isMaking_ || map.width() == picture_.width();
+      const QSize scaledAs = !map.isEmpty() && isAlike ? map : picture_.size();
       pictureSize = QSize(fitted, overlay::FittedPictureHeight(picture_.size(), scaledAs, fitted));
     }
   }

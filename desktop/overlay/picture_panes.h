@@ -33,6 +33,8 @@ class TPicturePanes : public QWidget {
 
   /// Both in their own size instead of fitted to the page.
   void SetZoom(bool isOn);
+  /// Map and picture are of the same lines, and shown at the same scale; otherwise each at its own.
+  void SetLevel(bool isOn);
   /// The picture follows when the map is scrolled.
   void SetScrollBoth(bool isOn) { scrollsBoth_ = isOn; }
   /// The map over the picture; side by side until there are both.
@@ -65,7 +67,8 @@ class TPicturePanes : public QWidget {
   overlay::MapLayer layer_;
   QString mapTitle_, pictureTitle_;
   int shownLines_ = 0;  ///< of the map that is being made
-  bool isMaking_ = false, isZoomed_ = false, scrollsBoth_ = true, isOverlaid_ = false, isMapHidden_ = false;
+  bool isLevel_ = true, isMaking_ = false, isZoomed_ = false, scrollsBoth_ = true, isOverlaid_ = false,
+       isMapHidden_ = false;
   int opacityPercent_ = 50;
   QPoint mapScroll_;  ///< at the last tick
 };

@@ -140,7 +140,7 @@ void TTabSheetGroundPath::TabSheetGroundPathHide() {
 
 void TTabSheetGroundPath::ActiveSatellitesChanged() {
   QString chosen = session_.Active().empty() ? QString() : session_.Active().front().Name;
-  if (session_.Run.Reloading) {
+  if (session_.Run.Reloading || opened_) {
     const QString now = session_.Following().NameNow(ui_.ComboBoxSatForPic->currentText());
     if (session_.Following().IndexOf(now) >= 0 || (guest_ && guest_->Name == now.toStdString())) chosen = now;
   }
@@ -245,6 +245,7 @@ void TTabSheetGroundPath::ComboBoxSatForPicChange() {
 
 void TTabSheetGroundPath::DateTimePickerTimeChange() {
   SetPassTime(session::ChangedMoment(ui_.DateTimePickerDate, ui_.DateTimePickerTime, picture_.Pass()));
+  if (opened_) FlyAsElementsTell();
   LoadPicture();
 }
 
@@ -278,16 +279,27 @@ void TTabSheetGroundPath::TimerLoadTimer() {
   }
 }
 
+QString TTabSheetGroundPath::PicturesFolder() const {
+  const QString last = app::FromCommaText(session_.Settings.RecentPictures.Value).value(0);
+  if (!last.isEmpty()) return QFileInfo(last).path();
+  const QString usual = app::FromCommaText(session_.Settings.ImagePathList.Value).value(0);
+  // The default is of another kind of system.
+  return QFileInfo(usual).isDir() ? usual : QString();
+}
+
+void TTabSheetGroundPath::OpenFolder1Click() {
+  const auto path = Boxes().ChooseFolder(QStringLiteral("Choose the folder that a decoder made of a pass"),
+                                         PicturesFolder());
+  if (path) OpenPath(*path);
+}
+
 void TTabSheetGroundPath::Open1Click() {
   const QStringList filters{
       QStringLiteral("Bitmap files (*.bmp)"), QStringLiteral("JPEG files (*.jpg)"),
       QStringLiteral("Portable Network Graphic files (*.png)"),
       QStringLiteral("Picture files (*.bmp *.jpg *.jpeg *.png *.tif *.tiff product.cbor dataset.json)")};
-  const QString last = app::FromCommaText(session_.Settings.RecentPictures.Value).value(0);
-  const QString usual = app::FromCommaText(session_.Settings.ImagePathList.Value).value(0);
-  const auto path = Boxes().OpenFile(QStringLiteral("Choose a satellite image to load"),
-                                     last.isEmpty() ? usual : QFileInfo(last).path(), filters,
-                                     static_cast<int>(filters.size()) - 1);
+  const auto path = Boxes().OpenFile(QStringLiteral("Choose a satellite image to load"), PicturesFolder(),
+                                     filters, static_cast<int>(filters.size()) - 1);
   if (!path) return;
   OpenPath(*path);
 }
@@ -304,10 +316,15 @@ void TTabSheetGroundPath::EnableControls() {
   if (!isOverlaid) ui_.ButtonFlicker->setChecked(false);
   ui_.Panes->SetMapHidden(ui_.ButtonFlicker->isChecked());
   ui_.ButtonSaveBlend->setEnabled(areBoth);
+  ui_.Panes->SetLevel(MapIsOfPicture());
+  // What the elements tell of a pass nobody has to choose.
+  ui_.ButtonPassDirection->setEnabled(!opened_ || opened_->Known.LiesIsFrom == swath::KnownFrom::Default);
   ui_.Panes->SetOverlaid(isOverlaid);
 }
 
-bool TTabSheetGroundPath::MapIsOfPicture() const { return made_ && picture_.Shows(made_->Request.Picture); }
+bool TTabSheetGroundPath::MapIsOfPicture() const {
+  return made_ && picture_.Shows(made_->Request.Picture) && (!opened_ || opened_->Problem.isEmpty());
+}
 
 void TTabSheetGroundPath::CheckBoxZoomClick() { ui_.Panes->SetZoom(ui_.CheckBoxZoom->isChecked()); }
 
@@ -349,6 +366,10 @@ QString TTabSheetGroundPath::ResultsFile(const QString& ending) const {
 void TTabSheetGroundPath::PrintImageClick() {
   PicturePage page{made_ ? TitleOf(made_->Request) : QFileInfo(picture_.ShownPath()).fileName(),
                    ui_.Panes->Map().Map, ui_.Panes->Picture()};
+  if (ui_.CheckBoxOverlaid->isEnabled() && ui_.CheckBoxOverlaid->isChecked()) {
+    page.Map = QImage();
+    page.Picture = ui_.Panes->Blend();
+  }
   if (page.Map.isNull() && page.Picture.isNull()) {
     Boxes().Message(
         QStringLiteral("There is nothing to print yet. Please load a picture or make a map first."));

@@ -44,10 +44,12 @@ class TTabSheetGroundPath : public session::TTabSheet {
   /// window afterwards, whatever came of it.
   void ButtonGenTopoClick();
   void Open1Click();
+  void OpenFolder1Click();
   void PrintImageClick();
   /// Shows a picture, a decoder's folder, or a file of one, and what it tells of its pass; asks for what is
-  /// not told. `half`: see PictureChannel. Raises FileError with the page as it was.
-  void OpenPath(const QString& path, int half = -1, bool isAsked = false);
+  /// not told, or `isAsked`. False, with the page as it was, when the user does not say; raises FileError
+  /// likewise. `half`: see PictureChannel.
+  bool OpenPath(const QString& path, int half = -1, bool isAsked = false);
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
@@ -83,6 +85,8 @@ class TTabSheetGroundPath : public session::TTabSheet {
   void ButtonFlickerClick();
   void ButtonSaveBlendClick();
 
+  /// Where choosers of pictures begin; empty when nothing is known.
+  QString PicturesFolder() const;
   /// Looks for the picture of a key, in the picture folders if it is no file.
   swath::FoundPicture LookUp(const QString& key);
   /// Looks for the pass's picture, unless one was opened, and shows it.
@@ -102,6 +106,9 @@ class TTabSheetGroundPath : public session::TTabSheet {
                   const std::vector<orbit::TSatellite>& satellites) const;
   std::optional<overlay::PlacedRecording> Place(const overlay::OpenedPicture& opened,
                                                 const orbit::TSatellite& satellite) const;
+  /// Why the user is asked about it; empty when all is told.
+  QString ReasonToAsk(const overlay::OpenedPicture& opened, const std::vector<orbit::TSatellite>& satellites,
+                      int satellite) const;
   void TakeDetails(const PictureDetails& details, const PictureDetails& before,
                    overlay::OpenedPicture& opened) const;
   void TakeOpened(overlay::OpenedPicture opened, const overlay::PlacedRecording& placed,
@@ -111,6 +118,10 @@ class TTabSheetGroundPath : public session::TTabSheet {
   /// The chosen satellite's set that is nearest to a moment; nothing when none is chosen.
   std::optional<orbit::TSatellite> ChosenSet(orbit::TDateTime moment) const;
   void ShowChannels();
+  /// The direction is that of the recording by its elements.
+  void FlyAsElementsTell();
+  /// The duration that has all of a recording's lines, as far as the page goes.
+  int MinutesOf(const swath::Recording& recording) const;
   /// How the page shows a recording's picture and map.
   swath::Stored ShownLies(const swath::Recording& recording) const;
   /// Shows the picture that was read, turned as the user wants it.
@@ -162,9 +173,18 @@ class TTabSheetGroundPath : public session::TTabSheet {
   std::optional<overlay::OpenedPicture>
       opened_;                              ///< the picture that the user named, until another pass is chosen
   std::optional<orbit::TSatellite> guest_;  ///< its satellite, which need not be an active one
-  QImage file_;                             ///< the picture that is seen, as its file has it
-  std::vector<int> marks_;                  ///< lines of it where minute marks begin
-  QString damage_;                          ///< what its title says of it
+  /// What the user has told of the opened pictures.
+  struct Told {
+    QStringList Paths;
+    QString Satellite;
+    std::optional<orbit::TDateTime> Start;
+    QString Scanner;
+    std::optional<swath::Stored> Lies;
+  };
+  std::optional<Told> told_;
+  QImage file_;             ///< the picture that is seen, as its file has it
+  std::vector<int> marks_;  ///< lines of it where minute marks begin
+  QString damage_;          ///< what its title says of it
   TFormPictureDetails* FormPictureDetails;
   bool stopRequested_ = false;
   bool againRequested_ = false;  ///< something changed while the map was being made

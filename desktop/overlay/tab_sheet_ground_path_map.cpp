@@ -42,6 +42,7 @@ std::optional<TTabSheetGroundPath::KnownRecording> TTabSheetGroundPath::Known() 
   const double halfS = ui_.SpinEditPassDuration->value() * orbit::kSecondsPerMinute / 2;
   const auto set = ChosenSet({recording.FirstLine().Days + halfS / orbit::kSecondsPerDay});
   if (!set) return std::nullopt;
+  if (opened_ && overlay::IsOfAnother(*opened_, *set)) overlay::ForgetProduct(recording);
   known.Problem = swath::TakeElements(*set, *scanners_, recording).Problem;
   if (opened_ && !opened_->Problem.isEmpty()) known.Problem = opened_->Problem;
   attitudes_.TakeOwn(recording);
@@ -61,6 +62,10 @@ overlay::OverlayRequest TTabSheetGroundPath::Request() const {
   overlay::OverlayRequest request;
   request.Picture = known->Recording;
   request.DurationMinutes = ui_.SpinEditPassDuration->value();
+  // An opened picture is mapped whole, unless the user wants less.
+  if (opened_ && request.Picture.Rows > 0 && request.DurationMinutes >= MinutesOf(request.Picture)) {
+    request.DurationMinutes = 0;
+  }
   request.Picture.Lies = ShownLies(request.Picture);
   request.Station = session_.Station.Place;
   request.Overlay = ChosenMarks(settings);
@@ -179,10 +184,13 @@ QString TTabSheetGroundPath::TitleOf(const overlay::OverlayRequest& request) con
   const swath::Recording& picture = request.Picture;
   const orbit::TDateTime start = picture.FirstLine();
   const orbit::TDateTime end{start.Days + overlay::MinutesToMake(request) / orbit::kMinutesPerDay};
-  return QStringLiteral("%1  %2-%3 UTC  %4")
-      .arg(QString::fromStdString(picture.Elements->Name), MomentText("yyyy mmm dd  hh:nn:ss", start),
-           MomentText("hh:nn:ss", end),
-           picture.SouthBound ? QStringLiteral("South") : QStringLiteral("North"));
+  QString title = QStringLiteral("%1  %2-%3 UTC  %4")
+                      .arg(QString::fromStdString(picture.Elements->Name),
+                           MomentText("yyyy mmm dd  hh:nn:ss", start), MomentText("hh:nn:ss", end),
+                           picture.SouthBound ? QStringLiteral("South") : QStringLiteral("North"));
+  const QString note =
+      picture.ScannerIsFrom == swath::KnownFrom::Default ? swath::ClassicNote(*picture.Elements) : QString();
+  return note.isEmpty() ? title : title + QStringLiteral("  ") + note;
 }
 
 void TTabSheetGroundPath::ButtonPassDirectionClick() {

@@ -15,6 +15,7 @@
 #include "orbit/model_constants.h"
 #include "session/controls.h"
 #include "session/hourglass.h"
+#include "swath/recording_text.h"
 
 namespace pelorin::desktop {
 namespace {
@@ -72,8 +73,40 @@ std::optional<overlay::PlacedRecording> TTabSheetGroundPath::Place(const overlay
       *scanners_, session_.Station.Place);
 }
 
-void TTabSheetGroundPath::OpenPath(const QString& path, int half, bool isAsked) {
-  if (session_.RefusesWhileMakingMap()) return;
+QString TTabSheetGroundPath::ReasonToAsk(const overlay::OpenedPicture& opened,
+                                         const std::vector<orbit::TSatellite>& satellites,
+                                         int satellite) const {
+  const QString file = QFileInfo(opened.Channel.Path).fileName();
+  if (!opened.HasStart) {
+    return QStringLiteral(
+               "The name %1 does not tell when the picture was received; proposed is when its file was "
+               "written.")
+        .arg(file);
+  }
+  const bool isTold = !opened.Satellite.isEmpty() || !opened.CatalogueNumber.isEmpty();
+  if (satellite < 0 && isTold) {
+    return QStringLiteral(
+               "%1 is a picture of %2, of which there are no elements. Update Keplers... in "
+               "the Options menu gets them.")
+        .arg(file, opened.Satellite.isEmpty() ? opened.CatalogueNumber : opened.Satellite);
+  }
+  // Who names pictures by month and minute chooses the satellite on the page.
+  if (satellite < 0 || (!isTold && opened.Known.LiesIsFrom != swath::KnownFrom::Default)) {
+    return QStringLiteral("%1 does not tell which satellite sent it.").arg(file);
+  }
+  const orbit::TSatellite& sender = satellites[static_cast<std::size_t>(satellite)];
+  const auto placed = Place(opened, sender);
+  if (!placed->Match.Problem.isEmpty()) return opened.Problem.isEmpty() ? placed->Match.Problem : QString();
+  // Stamps are of the pass itself, whoever received it.
+  if (placed->WasInSight || placed->Recording.StartIsFrom == swath::StartFrom::Stamps) return QString();
+  return QStringLiteral("At %1 UTC %2 was out of sight of your station. Are date and time right%3?")
+      .arg(MomentText(placed->Recording.FirstLine()), QString::fromStdString(sender.Name),
+           opened.Name.YearIsKnown ? QString()
+                                   : QStringLiteral(", and the year, which the name does not tell"));
+}
+
+bool TTabSheetGroundPath::OpenPath(const QString& path, int half, bool isAsked) {
+  if (session_.RefusesWhileMakingMap()) return false;
   overlay::OpenedPicture opened;
   {
     const session::Hourglass hourglass;
@@ -83,74 +116,71 @@ void TTabSheetGroundPath::OpenPath(const QString& path, int half, bool isAsked) 
   const QString file = QFileInfo(opened.Channel.Path).fileName();
   const std::vector<orbit::TSatellite> satellites = PictureSatellites(opened);
   int satellite = SatelliteOf(opened, satellites);
-  std::optional<overlay::PlacedRecording> placed;
-  QString reason;
-  if (!opened.HasStart) {
-    reason = QStringLiteral("The name %1 does not tell when the picture was received.").arg(file);
-    opened.Known.Start = picture_.Pass();
-  } else if (satellite < 0) {
-    reason = opened.Satellite.isEmpty()
-                 ? QStringLiteral("%1 does not tell which satellite sent it.").arg(file)
-                 : QStringLiteral(
-                       "%1 is a picture of %2, of which there are no elements. Update Keplers... in "
-                       "the Options menu gets them.")
-                       .arg(file, opened.Satellite);
-  } else {
-    placed = Place(opened, satellites[static_cast<std::size_t>(satellite)]);
-    const QString name = QString::fromStdString(satellites[static_cast<std::size_t>(satellite)].Name);
-    if (!placed->Match.Problem.isEmpty() && opened.Problem.isEmpty()) reason = placed->Match.Problem;
-    // Stamps are of the pass itself, whoever received it.
-    if (!placed->WasInSight && placed->Recording.StartIsFrom != swath::StartFrom::Stamps) {
-      reason =
-          QStringLiteral("At %1 UTC %2 was out of sight of your station. Are date and time right%3?")
-              .arg(MomentText(placed->Recording.FirstLine()), name,
-                   opened.Name.YearIsKnown ? QString()
-                                           : QStringLiteral(", and the year, which the name does not tell"));
-    }
+  QString reason = ReasonToAsk(opened, satellites, satellite);
+  if (!reason.isEmpty() && satellites.empty()) {
+    Boxes().Message(QStringLiteral("There are no satellites yet that could have sent %1. Please get their "
+                                   "elements first: Options, Update Keplers...")
+                        .arg(file));
+    return false;
   }
-  if (isAsked && reason.isEmpty()) reason = QStringLiteral("What is known of %1:").arg(file);
-  if (!reason.isEmpty()) {
-    if (satellites.empty()) {
-      Boxes().Message(QStringLiteral("There are no satellites yet that could have sent %1. Please get their "
-                                     "elements first: Options, Update Keplers...")
-                          .arg(file));
-      return;
-    }
-    PictureDetails details{reason,
-                           {},
-                           satellite,
-                           placed ? placed->Recording.Start : opened.Known.Start,
-                           {},
-                           -1,
-                           placed ? placed->Recording.Lies : opened.Known.Lies};
-    for (const orbit::TSatellite& one : satellites)
-      details.Satellites.append(QString::fromStdString(one.Name));
-    for (const swath::Scanner& one : scanners_->Scanners())
-      details.Scanners.append(QString::fromStdString(one.Name));
-    const PictureDetails before = details;
-    if (!FormPictureDetails->Ask(details)) return;
+
+  PictureDetails own;
+  for (const orbit::TSatellite& one : satellites) own.Satellites.append(QString::fromStdString(one.Name));
+  for (const swath::Scanner& one : scanners_->Scanners())
+    own.Scanners.append(QString::fromStdString(one.Name));
+  own.Satellite = satellite;
+  const auto placed =
+      satellite < 0 ? std::nullopt : Place(opened, satellites[static_cast<std::size_t>(satellite)]);
+  own.Start = placed && opened.HasStart ? placed->Recording.Start : opened.Known.Start;
+  PictureDetails details = own;
+  // What was told of a picture holds for those that were opened with it.
+  const bool isTold = told_ && told_->Paths.contains(opened.Channel.Path);
+  if (isTold) {
+    details.Satellite = static_cast<int>(own.Satellites.indexOf(told_->Satellite));
+    if (told_->Start) details.Start = *told_->Start;
+    details.Scanner = static_cast<int>(own.Scanners.indexOf(told_->Scanner));
+    details.Lies = told_->Lies;
+  }
+  if (isAsked || (!reason.isEmpty() && !(isTold && details.Satellite >= 0))) {
+    if (reason.isEmpty()) reason = QStringLiteral("What is known of %1:").arg(file);
+    details.Reason = isAsked && placed && placed->Match.Problem.isEmpty()
+                         ? swath::DescribeRecording(placed->Recording).join(u'\n')
+                         : reason;
+    if (!FormPictureDetails->Ask(details)) return false;
+    details.Reason.clear();
+  }
+  told_.reset();
+  if (details != own) {
+    TakeDetails(details, own, opened);
     satellite = details.Satellite;
-    TakeDetails(details, before, opened);
-    placed = Place(opened, satellites[static_cast<std::size_t>(satellite)]);
+    const QString scanner = own.Scanners.value(details.Scanner);
+    told_ = {{}, own.Satellites.value(satellite), {}, scanner, details.Lies};
+    if (details.Start != own.Start) told_->Start = details.Start;
+    for (const overlay::PictureChannel& channel : opened.Channels) told_->Paths.append(channel.Path);
   }
+  opened.HasStart = true;
   for (const QString& note : opened.Notes) Boxes().Message(note);
-  if (!placed->Match.Problem.isEmpty()) opened.Problem = placed->Match.Problem;
+  const orbit::TSatellite& sender = satellites[static_cast<std::size_t>(satellite)];
+  const auto settled = Place(opened, sender);
+  if (opened.Problem.isEmpty()) opened.Problem = settled->Match.Problem;
   if (!opened.Problem.isEmpty()) Boxes().Message(opened.Problem);
-  TakeOpened(std::move(opened), *placed, satellites[static_cast<std::size_t>(satellite)]);
+  TakeOpened(std::move(opened), *settled, sender);
+  return true;
 }
 
 void TTabSheetGroundPath::TakeDetails(const PictureDetails& details, const PictureDetails& before,
                                       overlay::OpenedPicture& opened) const {
   swath::Recording& known = opened.Known;
-  if (details.Start != before.Start || !opened.HasStart) {
+  if (details.Start != before.Start) {
     known.Start = details.Start;
     // The dialog asks for the second.
     if (known.StartIsFrom != swath::StartFrom::Stamps) known.StartIsFrom = swath::StartFrom::NameSecond;
   }
-  opened.HasStart = true;
   opened.OtherStarts.clear();
-  known.Lies = details.Lies;
-  known.LiesIsFrom = swath::KnownFrom::User;
+  if (details.Lies) {
+    known.Lies = *details.Lies;
+    known.LiesIsFrom = swath::KnownFrom::User;
+  }
   if (details.Scanner < 0) return;
   const swath::Scanner& scanner = scanners_->Scanners()[static_cast<std::size_t>(details.Scanner)];
   const auto first = swath::FirstColumnOf(scanner.Line, known.Columns);
@@ -181,14 +211,31 @@ void TTabSheetGroundPath::TakeOpened(overlay::OpenedPicture opened, const overla
   known.Start = placed.Recording.Start;
   if (known.StartIsFrom == swath::StartFrom::Stamps) known.OffsetS = placed.Recording.OffsetS;
   picture_.Open(path, known);
-  session_.SetPassDirection(placed.Recording.SouthBound);
-  const double minutes = std::ceil(placed.Recording.LengthS() / orbit::kSecondsPerMinute);
-  session_.SetPassDuration(std::clamp(static_cast<int>(minutes), ui_.SpinEditPassDuration->minimum(),
-                                      ui_.SpinEditPassDuration->maximum()));
+  if (placed.Match.Problem.isEmpty()) {
+    session_.SetPassDirection(placed.Recording.SouthBound);
+    session_.SetPassDuration(MinutesOf(placed.Recording));
+  }
   ShowChannels();
   ShowPass();
   LoadPicture();
   session_.Window.ShowPage(session::Page::GroundPath);
+  ui_.ButtonGenTopo->setFocus();
+}
+
+void TTabSheetGroundPath::FlyAsElementsTell() {
+  const auto known = Known();
+  if (!known || !known->Problem.isEmpty()) return;
+  const swath::Recording& recording = known->Recording;
+  const double halfDays = recording.LengthS() / 2 / orbit::kSecondsPerDay;
+  session_.SetPassDirection(
+      overlay::IsSouthBoundAt(*recording.Elements, {recording.FirstLine().Days + halfDays}));
+}
+
+int TTabSheetGroundPath::MinutesOf(const swath::Recording& recording) const {
+  const double seconds = recording.LengthS() + 1 / recording.SeenBy.RowsPerSecond;
+  const double minutes = std::ceil(seconds / orbit::kSecondsPerMinute);
+  const QSpinBox* spin = ui_.SpinEditPassDuration;
+  return static_cast<int>(std::clamp<double>(minutes, spin->minimum(), spin->maximum()));
 }
 
 void TTabSheetGroundPath::FillSatellites(const QString& chosen) {
@@ -232,7 +279,8 @@ void TTabSheetGroundPath::ComboBoxPictureChannelChange(int index) {
   if (!opened_ || index < 0 || static_cast<std::size_t>(index) >= opened_->Channels.size()) return;
   const overlay::PictureChannel channel = opened_->Channels[static_cast<std::size_t>(index)];
   // What cannot be opened leaves the choice where it was.
-  const bool isOpen = session::Guarded(Boxes(), [&] { OpenPath(channel.Path, channel.Half); });
+  bool isOpen = false;
+  session::Guarded(Boxes(), [&] { isOpen = OpenPath(channel.Path, channel.Half); });
   if (!isOpen) ShowChannels();
 }
 
@@ -262,9 +310,10 @@ swath::Stored TTabSheetGroundPath::ShownLies(const swath::Recording& recording) 
 }
 
 void TTabSheetGroundPath::ShowTurned() {
-  const swath::Recording recording = picture_.ForMap(session_.Pass.SouthBound);
+  const auto known = Known();
+  const swath::Recording recording = known ? known->Recording : picture_.ForMap(session_.Pass.SouthBound);
   if (picture_.ShownPath().isEmpty() || !picture_.Shows(recording)) return;
-  const swath::Stored shown = ShownLies(recording);
+  const swath::Stored shown = known ? ShownLies(recording) : recording.Lies;
   ui_.Panes->SetPicture(overlay::Restored(file_, recording.Lies, shown), picture_.ShownPath());
   ui_.Panes->SetPictureTitle(PictureTitle(recording, shown));
 }

@@ -15,7 +15,7 @@ TTimeCorrectionBox::TTimeCorrectionBox(QWidget* parent)
       ButtonCorrectionReset(
           session::Named(new QPushButton(QStringLiteral("Reset"), this), "ButtonCorrectionReset")) {
   setObjectName(QStringLiteral("GroupBoxTimeCorrection"));
-  constexpr double limit = swath::kOffsetLimitS, step = swath::kOffsetStepS;
+  constexpr double limit = swath::kOffsetLimitS, step = 0.5;
   SpinEditTimeCorrection->setLocale(QLocale::c());
   SpinEditTimeCorrection->setDecimals(1);
   SpinEditTimeCorrection->setRange(-limit, limit);

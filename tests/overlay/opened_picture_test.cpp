@@ -123,7 +123,7 @@ TEST(OpenedPicture, ProductsTellScannerMomentsAndElements) {
   tests::LeaveDecodedPass(folder.path(), start, 400);
   const OpenedPicture opened = OpenPicture(folder.filePath(u"MSU-MR-2.png"_s), SummerTime, Scanners());
   EXPECT_EQ(opened.Channels.size(), 2u);
-  EXPECT_EQ(opened.Channel.Name, u"2"_s);
+  EXPECT_EQ(opened.Channel.Name, u"Channel 2"_s);
   ASSERT_TRUE(opened.OwnSet);
   const auto placed = PlaceRecording(
       opened, [](orbit::TDateTime) { return std::optional<orbit::TSatellite>(); }, swath::ScannerTable(),

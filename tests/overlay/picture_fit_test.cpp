@@ -39,6 +39,8 @@ TEST(PictureFit, MapsAreOfThePicturesSizeOrHaveTheirFrame) {
     EXPECT_EQ(map.Rows, 1800);
   }
   picture.SeenBy = {"LRPT", {1568, 110.1, swath::ScanLaw::EvenAngles}, 6.498};
+  picture.FirstColumn = -10;
+  EXPECT_EQ(MapOf(picture, 10).FirstColumn, 0) << "a channel that begins ten columns late";
   EXPECT_EQ(MapOf(picture, 10).Columns, 1568);
   EXPECT_EQ(MapOf(picture, 10).Rows, 3898);
   picture.Rows = 77;

@@ -176,7 +176,8 @@ TEST(Recording, LinesHaveTheirOwnMoments) {
     EXPECT_NEAR(line.value_or(0), row.Line.value_or(0), 1e-9) << row.Label;
   }
   EXPECT_TRUE(std::isnan(stamped.SecondsOfLine(3)) && std::isnan(stamped.SecondsOfLine(9)));
-  EXPECT_EQ(stamped.LinesOf(1), 9);
+  EXPECT_EQ(stamped.LinesOf(1), 7) << "the gap counts";
+  EXPECT_EQ(stamped.LinesOf(2), 9);
   stamped.LineTimesS = nullptr;
   EXPECT_EQ(stamped.SecondsOfLine(9), 4.5);
   EXPECT_EQ(stamped.LinesOf(15), 1800);

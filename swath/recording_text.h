@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QStringList>
+
+#include "swath/recording.h"
+
+namespace pelorin::swath {
+
+/// What is known of a recording, and from where: a line of its scanner and attitude, one of its begin and of
+/// how it is stored. `byUser` is what to call what the user said. It needs its scanner.
+QStringList DescribeRecording(const Recording& recording, const QString& byUser = QStringLiteral("you"));
+
+}  // namespace pelorin::swath
