@@ -121,13 +121,11 @@ std::optional<GroundPoint> PixelGeometry::GroundOf(PixelPoint pixel) const {
   const double received = recording_.RunsLeft() ? recording_.Columns - 1 - pixel.Column : pixel.Column;
   const double column = received - recording_.FirstColumn;
   const LineShape& shape = recording_.SeenBy.Line;
-  if (!(column >= -0.5 && column <= shape.Columns - 0.5 && line >= -0.5 && line <= recording_.Rows - 0.5)) {
+  if (!(column >= -0.5 && column <= shape.Columns - 0.5 && line >= -0.5 && line <= recording_.Rows - 0.5) ||
+      recording_.Rows < 1) {
     return std::nullopt;
   }
-  const int nearest = static_cast<int>(std::lround(std::clamp(line, 0.0, recording_.Rows - 1.0)));
-  // Between two lines their moments are shared out; a lost neighbour leaves the scanner's rate.
-  const double atNearest = recording_.SecondsOfLine(nearest), share = line - nearest;
-  const double seconds = atNearest + share / recording_.SeenBy.RowsPerSecond;
+  const double seconds = recording_.SecondsAt(line);
   if (!std::isfinite(seconds)) return std::nullopt;
   const Knot knot = At(seconds);
   if (!isClassic_) {

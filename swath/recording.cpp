@@ -47,13 +47,27 @@ std::optional<double> Recording::LineAtSecond(double seconds) const {
   if (next == times.size()) return line + sinceLow;
   const double apart = (times[next] - times[low]) * SeenBy.RowsPerSecond;
   const auto linesApart = static_cast<double>(next - low);
-  if (apart <= linesApart * kGapLines && apart >= linesApart / kGapLines) {
-    return line + sinceLow / apart * linesApart;
-  }
+  if (apart <= linesApart * kGapLines) return line + sinceLow / apart * linesApart;
   const double beforeNext = apart - sinceLow;
   if (sinceLow <= 0.5) return line + sinceLow;
   if (beforeNext <= 0.5) return static_cast<double>(next) - beforeNext;
   return std::nullopt;
+}
+
+double Recording::SecondsAt(double line) const {
+  if (!LineTimesS) return line / SeenBy.RowsPerSecond;
+  const std::vector<double>& times = *LineTimesS;
+  const int last = static_cast<int>(times.size()) - 1;
+  const int nearest = static_cast<int>(std::lround(std::clamp(line, 0.0, std::fmax(last, 0))));
+  const double beyond = line - nearest, atNearest = SecondsOfLine(nearest);
+  if (!(std::fabs(beyond) <= 0.5)) return std::nan("");
+  const int step = beyond < 0 ? -1 : 1;
+  int other = nearest + step;
+  while (other >= 0 && other <= last && std::isnan(SecondsOfLine(other))) other += step;
+  // Between two lines their moments are shared out; a gap leaves the scanner's rate.
+  const double lineS = (SecondsOfLine(other) - atNearest) / (other - nearest);
+  const bool isGap = !(lineS * SeenBy.RowsPerSecond <= kGapLines);
+  return atNearest + beyond * (isGap ? 1 / SeenBy.RowsPerSecond : lineS);
 }
 
 int Recording::LinesOf(double minutes) const {

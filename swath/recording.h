@@ -74,6 +74,8 @@ struct Recording {
   /// The line that was seen so many seconds after FirstLine, with its fraction: −0.5 is the picture's upper
   /// edge, and the picture goes on beyond it. Nothing in a gap.
   std::optional<double> LineAtSecond(double seconds) const;
+  /// LineAtSecond the other way round: NaN where the nearest line was lost, and past the stamps' edges.
+  double SecondsAt(double line) const;
   /// How many lines the first `minutes` have, lost ones between them included.
   int LinesOf(double minutes) const;
 

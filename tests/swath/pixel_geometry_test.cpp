@@ -108,11 +108,13 @@ TEST(PixelGeometry, PixelsAndGroundPointsAreEachOthersInverse) {
       recording.Columns = kUsualLineWidth;
     }
     if (turn % 4 == 0) {
-      // Lines 150 … 449 were lost, lines 500 and on came three minutes late.
+      // Lines 150 … 449 were lost, lines 500 and on came three minutes late, every other one is late a
+      // little.
       std::vector<double> times;
       for (int line = 0; line < recording.Rows; ++line) {
-        times.push_back(line >= 150 && line < 450 ? std::nan("")
-                                                  : line / scanner.RowsPerSecond + (line >= 500 ? 180 : 0));
+        times.push_back(line >= 150 && line < 450
+                            ? std::nan("")
+                            : (line + line % 2 * 0.4) / scanner.RowsPerSecond + (line >= 500 ? 180 : 0));
       }
       recording.LineTimesS = std::make_shared<const std::vector<double>>(times);
     }
@@ -138,6 +140,9 @@ TEST(PixelGeometry, PixelsAndGroundPointsAreEachOthersInverse) {
         ASSERT_TRUE(back) << column << ' ' << line;
         ASSERT_NEAR(back->Column, pixel.Column, 0.01) << line;
         ASSERT_NEAR(back->Row, pixel.Row, 0.01) << line;
+        const auto between = geometry.GroundOf({pixel.Column, pixel.Row + 0.35});
+        ASSERT_TRUE(between) << column << ' ' << line;
+        ASSERT_NEAR(geometry.PixelOf(*between).value_or(pixel).Row, pixel.Row + 0.35, 0.01) << line;
         const auto i = static_cast<std::size_t>(column);
         ASSERT_NEAR(ground.SouthMin[i], (90 - seen->LatitudeDeg) * 60, 0.53) << column << ' ' << line;
         ASSERT_TRUE(ground.EastMin[i] >= 0 && ground.EastMin[i] < kMinutesOfTurn);
@@ -148,6 +153,7 @@ TEST(PixelGeometry, PixelsAndGroundPointsAreEachOthersInverse) {
     EXPECT_FALSE(geometry.GroundOf({-1, 5}) && geometry.GroundOf({recording.Columns - 0.4, 5}));
   }
   EXPECT_GE(lost, 1);
+  EXPECT_FALSE(PixelGeometry(Of(satellite, kinds[0].first, satellite.Epoch, 0)).GroundOf({400, -0.5}));
 }
 
 TEST(Recording, LinesHaveTheirOwnMoments) {
