@@ -326,9 +326,11 @@ std::optional<PlacedRecording> PlaceRecording(const OpenedPicture& opened, const
     PlacedRecording placed{opened.Known, {}, true};
     swath::Recording& recording = placed.Recording;
     recording.Start = start;
-    const auto near = NearestSet(opened.OwnSet, sets(start), start);
+    const auto listed = sets(start);
+    const bool isOther = listed && IsOfAnother(opened, *listed);
+    const auto near = isOther ? listed : NearestSet(opened.OwnSet, listed, start);
     if (!near) return std::nullopt;
-    if (IsOfAnother(opened, *near)) ForgetProduct(recording);
+    if (isOther) ForgetProduct(recording);
     placed.Match = swath::TakeElements(*near, scanners, recording);
     recording.Satellite = QString::fromStdString(near->Name);
     if (!placed.Match.Problem.isEmpty()) return placed;

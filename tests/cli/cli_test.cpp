@@ -184,6 +184,10 @@ TEST_F(Cli, APictureTellsItsMapByItself) {
     const char* ErrHas;
   } rows[] = {
       {"--picture HERE/pass", {1568, 400}, "1568 columns of 110.6 degrees, by the product file; roll 2.3"},
+      {"--pass 20220223173104 --satellite METEOR_M2 --picture HERE/pass",
+       {1568, 400},
+       "Begin: 2022 Feb 23, 17:33:12 UTC, by the stamps of its lines"},
+      {"--picture HERE/pass --satellite NOAA_19", QSize(0, 0), "fits no scanner of NOAA 19"},
       {"--picture HERE/pass --roll 0", {1568, 400}, "roll 0, pitch 0, yaw 2.4, by the options"},
       {"--picture HERE/NOAA-19-20220223-093442Z.png", {2048, 64}, "Scanner: AVHRR HRPT, 2048 columns"},
       {"--picture HERE/NOAA-18-20220223-093442Z.png", QSize(0, 0), "fits no scanner of NOAA 18"},

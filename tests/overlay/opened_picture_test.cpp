@@ -138,6 +138,20 @@ TEST(OpenedPicture, ProductsTellScannerMomentsAndElements) {
   EXPECT_EQ(recording.OffsetS, 0.2);
   EXPECT_FALSE(recording.Lies.Turned) << "decoders leave pictures as they are received";
   EXPECT_TRUE(IsOf(opened, *opened.OwnSet));
+
+  // Another satellite has another scanner; one that stands still has none, and nobody waits for its rise.
+  for (const char* other : {"NOAA 12", "EUTELSAT 1-F1"}) {
+    const auto wrong = PlaceRecording(
+        opened, [&](orbit::TDateTime) { return std::optional(tests::ReferenceSatellite(other)); }, Scanners(),
+        orbit::ObserverFromDegrees(50, -120, 0));
+    EXPECT_TRUE(wrong && !wrong->Match.Problem.isEmpty()) << other;
+  }
+  const auto rewidened = [&](int columns) {
+    QImage(columns, 400, QImage::Format_Grayscale8).save(folder.filePath(u"MSU-MR-1.png"_s));
+    return OpenPicture(folder.filePath(u"MSU-MR-1.png"_s), SummerTime, Scanners()).Problem;
+  };
+  EXPECT_TRUE(rewidened(784).contains(u"784 columns, but its product 1568"_s));
+  EXPECT_EQ(rewidened(1568), QString());
   EXPECT_THROW(OpenPicture(folder.filePath(u"missing.png"_s), SummerTime, Scanners()), files::FileError);
 
   files::ReplaceFile(folder.filePath(u"product.cbor"_s), "damaged");

@@ -134,6 +134,7 @@ TEST(PictureOfPass, OffsetsAreLearntFromNamesWithSecondsForTheirSatellite) {
   picture.SetOffset(12);
   picture.SetSatellite(u"NOAA 15"_s);
   EXPECT_EQ(picture.OffsetS(), 12) << "found by eye, it is about the picture, whoever sent it";
+  picture.SetSatellite(u"NOAA 15"_s);
   Recording stamped = ToSecond("202302010000");
   stamped.StartIsFrom = StartFrom::Stamps;
   stamped.OffsetS = 1;
@@ -141,6 +142,11 @@ TEST(PictureOfPass, OffsetsAreLearntFromNamesWithSecondsForTheirSatellite) {
     picture.Open(u"x/MSU-MR-1.png"_s, stamped);
     picture.Seek({picture.OpenedPath(), 0});
     EXPECT_EQ(picture.OffsetS(), expected) << "the product's, until the user has another";
+    picture.Open(u"x/METEOR_20230201_000000.png"_s, ToSecond("20230201000000"));
+    picture.Seek({picture.OpenedPath(), 0});
+    picture.Open(u"x/MSU-MR-1.png"_s, stamped);
+    picture.Seek({picture.OpenedPath(), 0});
+    EXPECT_EQ(picture.OffsetS(), expected) << "whatever the same second was named by before";
     picture.ResetOffset();
     EXPECT_EQ(picture.OffsetS(), 1) << "and back to that";
     picture.SetOffset(0);

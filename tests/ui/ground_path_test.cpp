@@ -259,18 +259,33 @@ TEST_F(GroundPathTest, ADecodersPassLiesUnderItsMapAtOnce) {
   EXPECT_EQ(Written(u"ovl.bmp"_s), turned.mirrored(true, true)) << "the map is turned with the picture";
   EXPECT_EQ(Text("LabelPictureTitle"), u"Picture: MSU-MR-1.png  from 17:33:12 UTC, north-bound"_s);
 
+  Form->Shared().Activate(u"NOAA 20"_s);
+  EXPECT_EQ(Text("ComboBoxSatForPic"), u"METEOR M2"_s) << "who becomes active has nothing to do with it";
+  InDialog("ButtonDetails", [this](QDialog&) {
+    EXPECT_TRUE(Text("LabelReason").contains(u"by the product file"_s));
+    Find<QTimeEdit>("StartTime")->setTime(QTime(17, 34, 12));
+    Find<QComboBox>("ComboBoxStored")->setCurrentIndex(2);
+    Find<QPushButton>("ButtonOK")->click();
+  });
   Find<QComboBox>("ComboBoxPictureChannel")->setCurrentIndex(1);
+  EXPECT_EQ(Text("LabelPictureTitle"), u"Picture: MSU-MR-2.png  from 17:34:12 UTC, north-bound"_s)
+      << "what was told holds for all that were opened together";
+  files::ReplaceFile(pass + u"/MSU-MR_corrected.png"_s, files::ReadFile(pass + u"/MSU-MR-1.png"_s));
+  Open(u"METEOR-M2_pass/MSU-MR_corrected.png"_s);
+  EXPECT_TRUE(Boxes.Take().value(0).contains(u"stretched"_s));
+  EXPECT_FALSE(Find("CheckBoxOverlaid")->isEnabled()) << "no map can lie on it";
+  Open(u"METEOR-M2_pass/MSU-MR-2.png"_s);
   EXPECT_EQ(PictureShown(), u"MSU-MR-2.png"_s);
   Open(u"cut/product.cbor"_s);
   EXPECT_EQ(Boxes.Take().size(), 1);
   EXPECT_EQ(PictureShown(), u"MSU-MR-2.png"_s) << "the page is as it was";
   auto* recent = Find<QMenu>("MenuOpenRecent");
   Q_EMIT recent->aboutToShow();
-  ASSERT_EQ(recent->actions().size(), 2);
-  EXPECT_EQ(recent->actions().at(1)->text(),
+  ASSERT_EQ(recent->actions().size(), 3);
+  EXPECT_EQ(recent->actions().at(2)->text(),
             QFileInfo(Path(u"."_s)).canonicalFilePath().section(u'/', -1) + u"/METEOR-M2_pass/MSU-MR-1.png"_s)
       << "instruments' folders are called alike";
-  recent->actions().at(1)->trigger();
+  recent->actions().at(2)->trigger();
   EXPECT_EQ(PictureShown(), u"MSU-MR-1.png"_s);
   Pick(7, 51);
   EXPECT_FALSE(Find("ComboBoxPictureChannel")->isVisible()) << "another pass is looked for in the folders";
