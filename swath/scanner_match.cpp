@@ -50,6 +50,12 @@ ScannerMatch MatchOf(const ScannerTable::Flown& flown, int firstColumn) {
   return match;
 }
 
+/// The classic law stands in a table because somebody wants the old maps, whatever decoders say of zones.
+bool WantsSphere(const orbit::TSatellite& set, const ScannerTable& table, const Recording& recording) {
+  return recording.SeenBy.Line.Law == ScanLaw::Zones &&
+         MatchScanner(table, set, recording.Columns).SeenBy.Line.Law == ScanLaw::ZonesSphere;
+}
+
 /// By the stamps of its lines; six where there are none, as most have.
 double RowsPerSecondOf(const Recording& recording) {
   constexpr double usual = 6;
@@ -132,7 +138,7 @@ ScannerMatch TakeElements(orbit::TSatellite set, const ScannerTable& table, Reco
       if (one.Instrument->Name == recording.SeenBy.Name) match = MatchOf(one, recording.FirstColumn);
     }
     recording.SeenBy = match.SeenBy;
-  } else if (recording.ScannerIsFrom == KnownFrom::Product) {
+  } else if (recording.ScannerIsFrom == KnownFrom::Product && !WantsSphere(set, table, recording)) {
     // Products tell angles and columns; how fast and how it flies the table knows.
     const ScannerMatch known = MatchScanner(table, set, recording.SeenBy.Line.Columns);
     recording.SeenBy.RowsPerSecond =

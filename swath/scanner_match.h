@@ -34,7 +34,8 @@ ScannerMatch MatchScanner(const ScannerTable& table, const orbit::TSatellite& sa
 void SettleLies(Recording& recording);
 
 /// Gives a recording its element set, and its scanner and attitude where neither the user nor a product file
-/// has told them. Answers what was matched; after a Problem the recording has a set, but no scanner.
+/// has told them; a product's zones give way to the table's on a sphere. Answers what was matched; after a
+/// Problem the recording has a set, but no scanner.
 ScannerMatch TakeElements(orbit::TSatellite set, const ScannerTable& table, Recording& recording);
 
 }  // namespace pelorin::swath

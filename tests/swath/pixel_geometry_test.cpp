@@ -237,5 +237,21 @@ TEST(ScannerMatch, SatelliteAndWidthTellTheScanner) {
                   .Problem.contains(QLatin1StringView("is geostationary")));
 }
 
+TEST(ScannerMatch, AUsersOldMapsLieUnderPicturesOfProductsToo) {
+  const TSatellite satellite = tests::ReferenceSatellite("NOAA 19", "swath-elements.2li");
+  for (const ScanLaw law : {ScanLaw::Zones, ScanLaw::ZonesSphere}) {
+    ScannerTable table;
+    table.Add(R"({"scanners": [{"name": "My APT", "mode": "APT", "columns": 909, "angle": 111, "law": ")" +
+                  std::string(NameOf(law)) +
+                  R"(", "rows_per_second": 2, "satellites": [{"number": 33591}]}]})",
+              "mine.json");
+    Recording recording = Of(satellite, kInstruments.at("AVHRR APT"), satellite.Epoch, 100);
+    recording.ScannerIsFrom = KnownFrom::Product;
+    EXPECT_EQ(TakeElements(satellite, table, recording).Problem, QString());
+    EXPECT_EQ(recording.SeenBy.Line.Law, law);
+    EXPECT_EQ(recording.SeenBy.Line.AngleDeg, law == ScanLaw::Zones ? 110.74 : 111);
+  }
+}
+
 }  // namespace
 }  // namespace pelorin::swath
