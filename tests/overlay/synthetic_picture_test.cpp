@@ -144,8 +144,9 @@ double Alike(const PlacedRecording& placed, const QImage& picture, const std::ar
     return image.pixel(recording.RunsLeft() ? image.width() - 1 - received : received,
                        recording.RowOfLine(line));
   };
+  const int begin = std::max(1, -own.FirstColumn);
   for (int line = 1; line + 1 < own.Rows; line += 3) {
-    for (int column = 1; column + 1 < own.SeenBy.Line.Columns; column += 7, ++all) {
+    for (int column = begin; column + 1 < own.SeenBy.Line.Columns; column += 7, ++all) {
       const QRgb seen = at(own, picture, column, line);
       same += qRed(seen) == qRed(at(map, maps[0].Map, column + columnsOn, line + linesOn)) &&
               qGreen(seen) == qGreen(at(map, maps[1].Map, column + columnsOn, line + linesOn));
@@ -153,6 +154,10 @@ double Alike(const PlacedRecording& placed, const QImage& picture, const std::ar
   }
   return static_cast<double>(same) / all;
 }
+
+/// What decoders do to a channel. A shifted one lacks what lies before its first column and row.
+enum class Kept { Whole, Inverted, Shifted };
+constexpr int kColumnsShifted = 10, kRowsShifted = 8;
 
 enum class Told { ByName, ByNameTurned, ByProduct, ByStampsOfEight };
 
@@ -190,20 +195,30 @@ json GeometryOf(const swath::Instrument& scanner, const swath::Attitude& off, do
   return geometry;
 }
 
-void PutProduct(const QTemporaryDir& folder, const char* picture, const json& geometry) {
+void PutProduct(const QTemporaryDir& folder, const char* picture, Kept kept, json geometry) {
   const bool isOfPackets = geometry.contains("interpolate_timestamps");
+  json image{{"file", picture}, {"name", "1"}};
+  if (kept == Kept::Shifted) image["transform"] = {{"bx", kColumnsShifted}, {"by", kRowsShifted}};
+  geometry["invert_scan"] = kept == Kept::Inverted;
   const auto bytes = json::to_cbor({{"instrument", isOfPackets ? "msu_mr" : "avhrr_3"},
                                     {"type", "image"},
-                                    {"images", {{{"file", picture}, {"name", "1"}}}},
+                                    {"images", json::array({image})},
                                     {"projection_cfg", geometry}});
   files::ReplaceFile(
       folder.filePath(u"product.cbor"_s),
       QByteArray(reinterpret_cast<const char*>(bytes.data()), static_cast<qsizetype>(bytes.size())));
 }
 
+/// With the elements of the days in which its pictures were looked at.
+orbit::TSatellite SatelliteOf(const std::string& name) {
+  return name == "METEOR-M2 4" ? tests::ReferenceSatellite(name, "swath-elements.2li")
+                               : tests::DemonstrationSatellite(name);
+}
+
 /// A moment at which the satellite flies south, or north.
 orbit::TDateTime WhenBound(const orbit::TSatellite& satellite, bool south) {
-  orbit::TDateTime moment = orbit::MakeDateTime(2022, 2, 23, 8, 0, 7);
+  orbit::TDateTime moment{std::floor(orbit::DateTimeOfJulianDate(satellite.Epoch).Days) +
+                          (8 * 3600 + 7) / 86400.0};
   const auto northKmS = [&] {
     return orbit::SatelliteStateKm(satellite, orbit::JulianDateOfDateTime(moment)).Velocity.z;
   };
@@ -220,20 +235,24 @@ TEST(SyntheticPicture, LiesUnderItsMap) {
     Told How;
     bool IsSouthBound;
     const char* Name;
+    Kept As = Kept::Whole;
   } rows[] = {
       {"AVHRR APT", "NOAA 19", Told::ByProduct, true, "APT-A.png"},
       {"AVHRR APT", "NOAA 15", Told::ByNameTurned, false, "mmddhhnnss.png"},
       {"AVHRR HRPT", "NOAA 18", Told::ByName, true, "NOAA-18-yyyymmdd-hhnnss.png"},
       {"AVHRR AHRPT", "METOP-B", Told::ByProduct, false, "AVHRR-2.png"},
       {"MSU-MR LRPT", "METEOR M2", Told::ByStampsOfEight, true, "MSU-MR-1.png"},
+      {"MSU-MR LRPT", "METEOR-M2 4", Told::ByName, true, "METEOR-M2-4_yyyymmdd_hhnnss.png"},
+      {"MSU-MR LRPT", "METEOR-M2 4", Told::ByStampsOfEight, false, "MSU-MR-2.png", Kept::Inverted},
+      {"MSU-MR LRPT", "METEOR-M2 4", Told::ByStampsOfEight, true, "MSU-MR-3.png", Kept::Shifted},
       {"MSU-MR HRPT", "METEOR M2-2", Told::ByName, false, "METEOR-M2-2_yyyymmdd_hhnnss.png"},
       {"VIRR AHRPT", "FENGYUN 3B", Told::ByName, true, "FY-3B_yyyymmdd_hhnnss.png"},
   };
   std::set<std::string> seen;
   for (const auto& row : rows) {
-    SCOPED_TRACE(std::string(row.Scanner) + ' ' + row.Set);
+    SCOPED_TRACE(std::string(row.Scanner) + ' ' + row.Set + ' ' + row.Name);
     seen.insert(row.Scanner);
-    const orbit::TSatellite satellite = tests::DemonstrationSatellite(row.Set);
+    const orbit::TSatellite satellite = SatelliteOf(row.Set);
     const auto flown = table.Of(satellite);
     const auto one = std::ranges::find(flown, row.Scanner, [](const auto& f) { return f.Instrument->Name; });
     ASSERT_NE(one, flown.end());
@@ -251,6 +270,8 @@ TEST(SyntheticPicture, LiesUnderItsMap) {
     // Some recorders cut a little of the frame with the image, and turn it north up.
     if (row.How == Told::ByNameTurned)
       file = file.copy(-6, 0, file.width() + 6, file.height()).mirrored(true, true);
+    if (row.As == Kept::Inverted) file = file.mirrored(true, false);
+    if (row.As == Kept::Shifted) file = file.copy(file.rect().adjusted(kColumnsShifted, kRowsShifted, 0, 0));
 
     const QTemporaryDir folder;
     const QString path = folder.filePath(QString::fromStdString(orbit::FormatDateTime(row.Name, start)));
@@ -259,7 +280,7 @@ TEST(SyntheticPicture, LiesUnderItsMap) {
     ASSERT_TRUE(stored.open(QFile::ReadWrite) &&
                 stored.setFileTime(QDateTime({2022, 3, 1}, {12, 0}), QFile::FileModificationTime));
     stored.close();
-    if (isProduct) PutProduct(folder, row.Name, GeometryOf(scanner, off, lateS, row.How, stamps));
+    if (isProduct) PutProduct(folder, row.Name, row.As, GeometryOf(scanner, off, lateS, row.How, stamps));
 
     const OpenedPicture opened = OpenPicture(
         isProduct ? folder.path() : path, [](int) { return ClockOffsets(); }, table);
