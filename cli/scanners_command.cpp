@@ -19,6 +19,21 @@ void RunScanners(const QStringList& list) {
       list);
   const bool json = arguments.WantsJson();
   const swath::ScannerTable scanners = KnownScanners();
+  std::vector<swath::ScannerTable::Flown> flown;
+  if (arguments.Has(QStringLiteral("satellite"))) {
+    const QString wanted = arguments.Text(QStringLiteral("satellite"));
+    orbit::TSatellite satellite;
+    satellite.SetIdentity(wanted.toStdString(), "");
+    satellite.CatalogueNumber = wanted.toStdString();
+    flown = scanners.Of(satellite);
+    if (flown.empty()) throw Failure(QStringLiteral("No scanner of %1 is known").arg(wanted));
+  } else {
+    static const swath::Carrier none;
+    for (const swath::Scanner& scanner : scanners.Scanners()) {
+      if (scanner.Carriers.empty()) flown.push_back({&scanner, &none});
+      for (const swath::Carrier& carrier : scanner.Carriers) flown.push_back({&scanner, &carrier});
+    }
+  }
   Table table(
       {QStringLiteral("scanner"), QStringLiteral("mode"), QStringLiteral("columns"),
        QStringLiteral("angle_deg"), QStringLiteral("law"), QStringLiteral("rows_per_second"),
@@ -26,7 +41,9 @@ void RunScanners(const QStringList& list) {
        QStringLiteral("frequencies_mhz"), QStringLiteral("roll_deg"), QStringLiteral("pitch_deg"),
        QStringLiteral("yaw_deg"), QStringLiteral("time_s"), QStringLiteral("mark_second")},
       json);
-  const auto add = [&](const swath::Scanner& scanner, const swath::Carrier& carrier) {
+  for (const swath::ScannerTable::Flown& one : flown) {
+    const swath::Scanner& scanner = *one.Instrument;
+    const swath::Carrier& carrier = *one.Satellite;
     QStringList frequencies;
     for (const double frequency : carrier.FrequenciesMHz)
       frequencies.append(QString::number(frequency, 'f', 4));
@@ -38,20 +55,6 @@ void RunScanners(const QStringList& list) {
                frequencies.join(u' '), Cell(carrier.Offsets.RollDeg, 3), Cell(carrier.Offsets.PitchDeg, 3),
                Cell(carrier.Offsets.YawDeg, 3), Cell(carrier.TimeOffsetS, 2),
                carrier.MarkSecond ? Cell(*carrier.MarkSecond, 1) : Cell(std::string())});
-  };
-  if (arguments.Has(QStringLiteral("satellite"))) {
-    const QString wanted = arguments.Text(QStringLiteral("satellite"));
-    orbit::TSatellite satellite;
-    satellite.SetIdentity(wanted.toStdString(), "");
-    satellite.CatalogueNumber = wanted.toStdString();
-    const auto flown = scanners.Of(satellite);
-    if (flown.empty()) throw Failure(QStringLiteral("No scanner of %1 is known").arg(wanted));
-    for (const swath::ScannerTable::Flown& one : flown) add(*one.Instrument, *one.Satellite);
-  } else {
-    for (const swath::Scanner& scanner : scanners.Scanners()) {
-      if (scanner.Carriers.empty()) add(scanner, {});
-      for (const swath::Carrier& carrier : scanner.Carriers) add(scanner, carrier);
-    }
   }
   table.Finish();
 }

@@ -6,6 +6,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
 
 #include "app/registry_store.h"
 #include "app/settings.h"
@@ -72,6 +73,7 @@ TEST_F(Cli, WrongUseAndFailuresHaveTheirOwnStatus) {
               {"track --elements DEMO --satellite NOAA_19 --from 2022-02-23T25:00:00", 2, "no such time"},
               {"track --elements DEMO --satellite NOAA_19 --from 2022-02-23T00:00:00 --step 0", 2, "--step"},
               {"scan --satellite NOAA_19", 2, "--height"},
+              {"scanners --satellite ISS", 1, "No scanner of ISS is known"},
               {"OVERLAY", 2, "either --start or --pass"},
               {"OVERLAY --start 2022 --results HERE", 2, "not a start"},
               {"OVERLAY --start 20220223093200 --minutes 99", 2, "--minutes"},
@@ -190,6 +192,9 @@ TEST_F(Cli, APictureTellsItsMapByItself) {
       {"--picture HERE/pass --satellite NOAA_19", QSize(0, 0), "fits no scanner of NOAA 19"},
       {"--picture HERE/pass --roll 0", {1568, 400}, "roll 0, pitch 0, yaw 2.4, by the options"},
       {"--picture HERE/NOAA-19-20220223-093442Z.png", {2048, 64}, "Scanner: AVHRR HRPT, 2048 columns"},
+      {"--picture HERE/NOAA-19-20220223-093442Z.png --stored turned-mirrored",
+       {2048, 64},
+       "stored turned by 180 degrees, left and right exchanged, by the options"},
       {"--picture HERE/NOAA-18-20220223-093442Z.png", QSize(0, 0), "fits no scanner of NOAA 18"},
       {"--picture HERE/cut", QSize(0, 0), "product.cbor"},
       {"--picture HERE/party.png --satellite NOAA_19", QSize(0, 0), "does not tell when it was received"},
@@ -320,6 +325,28 @@ TEST_F(Cli, ScansAndLinesTellTheGeometry) {
   EXPECT_TRUE(line[1].startsWith(u"-454,"_s));
   // South-bound over the British Isles: positive positions lie east.
   EXPECT_GT(line[909].section(u',', 2).toDouble(), line[1].section(u',', 2).toDouble());
+
+  // Rows of the reference table.
+  const std::string seen = "line --elements " PELORIN_TEST_DATA
+                           "/swath-elements.2li --satellite METEOR-M2_4 --scanner MSU-MR_LRPT --from ";
+  const struct {
+    const char *options, *column, *latitude, *longitude;
+  } rows[] = {
+      {"2461274.059140 --roll 1.76 --pitch -0.29 --yaw 0.67", "446,", "35.97327", "-156.55534"},
+      {"2461274.339050 --roll 0.95 --pitch -0.2 --yaw 2.5", "919,", "42.38650", "110.01096"},
+      {"2461274.339050", "165,", "43.81646", "97.98529"},
+  };
+  for (const auto& row : rows) {
+    const QStringList columns =
+        Run(seen + row.options).Lines().filter(QRegularExpression(u'^' + QLatin1StringView(row.column)));
+    ASSERT_EQ(columns.size(), 1) << row.options;
+    EXPECT_NEAR(columns[0].section(u',', 1, 1).toDouble(), std::stod(row.latitude), 1e-5);
+    EXPECT_NEAR(columns[0].section(u',', 2).toDouble(), std::stod(row.longitude), 1e-5);
+  }
+  const QStringList scanners = Run("scanners --satellite NOAA_19").Lines();
+  EXPECT_EQ(scanners.filter(u"AVHRR APT,APT,909,110.74,zones,2.000,"_s).size(), 1)
+      << scanners.join(u'\n').toStdString();
+  EXPECT_EQ(scanners.size(), 3);
 }
 
 }  // namespace
