@@ -5,6 +5,7 @@
 #include <cctype>
 #include <cmath>
 #include <functional>
+#include <limits>
 #include <stdexcept>
 
 #include "files/file_error.h"
@@ -240,19 +241,25 @@ LineShape ScannerTable::Flown::Line() const {
 }
 
 std::vector<ScannerTable::Flown> ScannerTable::Of(const orbit::TSatellite& satellite) const {
-  std::vector<Flown> byNumber, byName;
+  // Entries with a number alone are of a name, too, that another entry of that number tells.
+  std::vector<std::string> numbers;
   std::size_t most = 1;
+  std::vector<Flown> flown;
   for (const Scanner& scanner : scanners_) {
     for (const Carrier& carrier : scanner.Carriers) {
-      if (carrier.CatalogueNumber == satellite.CatalogueKey()) byNumber.push_back({&scanner, &carrier});
-      const std::size_t letters = Accounted(satellite.Name, carrier);
+      flown.push_back({&scanner, &carrier});
+      const bool isNumbered = carrier.CatalogueNumber == satellite.CatalogueKey();
+      const std::size_t letters =
+          isNumbered ? std::numeric_limits<std::size_t>::max() : Accounted(satellite.Name, carrier);
       if (letters < most) continue;
-      if (letters > most) byName.clear();
+      if (letters > most) numbers.clear();
       most = letters;
-      byName.push_back({&scanner, &carrier});
+      numbers.push_back(carrier.CatalogueNumber);
     }
   }
-  std::vector<Flown>& flown = byNumber.empty() ? byName : byNumber;
+  std::erase_if(flown, [&](const Flown& one) {
+    return std::ranges::find(numbers, one.Satellite->CatalogueNumber) == numbers.end();
+  });
   std::ranges::stable_sort(flown, std::greater(), [](const Flown& one) { return one.Satellite->Table; });
   return flown;
 }

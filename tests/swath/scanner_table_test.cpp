@@ -153,6 +153,7 @@ TEST(ScannerTable, EntriesOfLaterTablesWinAndTheOthersStay) {
     };
     EXPECT_EQ(first("NOAA 15", "25338"), row.noaa15) << row.label;
     EXPECT_EQ(first("NOAA 19", "33591"), row.noaa19) << row.label;
+    EXPECT_EQ(first("NOAA 19", "99999"), row.noaa19) << row.label << ", whose name another entry tells";
   }
 }
 
