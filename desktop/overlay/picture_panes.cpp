@@ -57,9 +57,7 @@ TPicturePanes::TPicturePanes(QWidget* parent)
   setObjectName(QStringLiteral("PicturePanes"));
   ScrollBoxTopo = NewScrollBox("ScrollBoxTopo", ImageTopo, this);
   ScrollBoxPicture = NewScrollBox("ScrollBoxPicture", ImagePicture, this);
-  ImageTopo->SetEmptyText(
-      QStringLiteral("No map yet.\n\nChoose the satellite and the time at which the pass began, then press "
-                     "\"Make map\". The pass list of the Setup page fills in both."));
+  ShowWhatToDo();
   ImagePicture->SetEmptyText(
       QStringLiteral("No picture yet.\n\n\"Load picture\" looks in the picture folders of the Setup page for "
                      "one that is named by the time of the pass; File > Open... takes any."));
@@ -69,8 +67,18 @@ TPicturePanes::TPicturePanes(QWidget* parent)
   TimerSyncScroll->start(syncMs);
 }
 
+void TPicturePanes::ShowWhatToDo() {
+  ImageTopo->SetEmptyText(
+      picture_.isNull()
+          ? QStringLiteral(
+                "No map yet.\n\nChoose the satellite and the time at which the pass began, then press "
+                "\"Make map\". The pass list of the Setup page fills in both.")
+          : QStringLiteral("No map yet.\n\nPress \"Make map\" to see what lies below the picture."));
+}
+
 void TPicturePanes::SetPicture(const QImage& picture, const QString& path) {
   picture_ = picture;
+  ShowWhatToDo();
   ImagePicture->setToolTip(path);
   ShowPictureSide();
   Fit();

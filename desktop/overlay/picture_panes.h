@@ -53,6 +53,8 @@ class TPicturePanes : public QWidget {
 
  private:
   void TimerSyncScrollTimer();
+  /// On the map's side, until there is one.
+  void ShowWhatToDo();
   bool ShowsBlend() const;
   void ShowPictureSide();
   void FitTitles();

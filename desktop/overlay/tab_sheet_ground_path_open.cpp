@@ -28,6 +28,31 @@ QString MomentText(orbit::TDateTime moment) {
 
 }  // namespace
 
+QString TTabSheetGroundPath::PicturesFolder() const {
+  const QString last = app::FromCommaText(session_.Settings.RecentPictures.Value).value(0);
+  if (!last.isEmpty()) return QFileInfo(last).path();
+  const QString usual = app::FromCommaText(session_.Settings.ImagePathList.Value).value(0);
+  // The default is of another kind of system.
+  return QFileInfo(usual).isDir() ? usual : QString();
+}
+
+void TTabSheetGroundPath::OpenFolder1Click() {
+  const auto path = Boxes().ChooseFolder(QStringLiteral("Choose the folder that a decoder made of a pass"),
+                                         PicturesFolder());
+  if (path) OpenPath(*path);
+}
+
+void TTabSheetGroundPath::Open1Click() {
+  const QStringList filters{
+      QStringLiteral("Bitmap files (*.bmp)"), QStringLiteral("JPEG files (*.jpg)"),
+      QStringLiteral("Portable Network Graphic files (*.png)"),
+      QStringLiteral("Picture files (*.bmp *.jpg *.jpeg *.png *.tif *.tiff product.cbor dataset.json)")};
+  const auto path = Boxes().OpenFile(QStringLiteral("Choose a satellite image to load"), PicturesFolder(),
+                                     filters, static_cast<int>(filters.size()) - 1);
+  if (!path) return;
+  OpenPath(*path);
+}
+
 overlay::ClockOffsets TTabSheetGroundPath::LocalClock(int year) const {
   const app::YearOffsets local = session_.TimeZone.OffsetsIn(year);
   return {local.StandardMinutes, local.DaylightMinutes};
