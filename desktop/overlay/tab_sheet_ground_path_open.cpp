@@ -335,9 +335,10 @@ swath::Stored TTabSheetGroundPath::ShownLies(const swath::Recording& recording) 
 }
 
 void TTabSheetGroundPath::ShowTurned() {
+  if (picture_.ShownPath().isEmpty()) return;
   const auto known = Known();
   const swath::Recording recording = known ? known->Recording : picture_.ForMap(session_.Pass.SouthBound);
-  if (picture_.ShownPath().isEmpty() || !picture_.Shows(recording)) return;
+  if (!picture_.Shows(recording)) return;
   const swath::Stored shown = known ? ShownLies(recording) : recording.Lies;
   ui_.Panes->SetPicture(overlay::Restored(file_, recording.Lies, shown), picture_.ShownPath());
   ui_.Panes->SetPictureTitle(PictureTitle(recording, shown));
