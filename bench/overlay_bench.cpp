@@ -16,6 +16,7 @@
 
 namespace {
 
+using namespace pelorin::lines;
 using namespace pelorin::overlay;
 namespace orbit = pelorin::orbit;
 namespace swath = pelorin::swath;
