@@ -103,7 +103,7 @@ void MakeMaps(benchmark::State& state, const Pass& pass) {
 }
 
 void MapOfFifteenMinutes(benchmark::State& state) { MakeMaps(state, Pass()); }
-BENCHMARK(MapOfFifteenMinutes)->Unit(benchmark::kMillisecond);
+BENCHMARK(MapOfFifteenMinutes)->UseRealTime()->Unit(benchmark::kMillisecond);
 
 /// A picture of one of today's scanners.
 void SetPicture(int columns, int rows, swath::Recording& picture) {
@@ -120,7 +120,7 @@ void MapOfPicture(benchmark::State& state) {
   pass.request.DurationMinutes = 0;
   MakeMaps(state, pass);
 }
-BENCHMARK(MapOfPicture)->Args({1568, 5000})->Args({2048, 6000})->Unit(benchmark::kMillisecond);
+BENCHMARK(MapOfPicture)->Args({1568, 5000})->Args({2048, 6000})->UseRealTime()->Unit(benchmark::kMillisecond);
 
 /// 2,048 by 6,000 pixels from the Laptev Sea over Scandinavia to the Alps: few pictures have more coasts.
 swath::Recording BusyPicture() {
