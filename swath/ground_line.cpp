@@ -58,7 +58,7 @@ struct LineBuffers {
 // Machines of the last ten years work on four points at a time; which code runs is decided when the program
 // starts.
 #if defined(__x86_64__) && defined(__linux__) && defined(__GNUC__) && !defined(__clang__) && \
-    !defined(__SANITIZE_ADDRESS__)
+    !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
 #define PELORIN_VECTOR_UNITS [[gnu::target_clones("default", "avx2")]]
 #else
 #define PELORIN_VECTOR_UNITS
