@@ -107,8 +107,8 @@ class TTabSheetGroundPath : public session::TTabSheet {
   std::optional<overlay::PlacedRecording> Place(const overlay::OpenedPicture& opened,
                                                 const orbit::TSatellite& satellite) const;
   /// Why the user is asked about it; empty when all is told.
-  QString ReasonToAsk(const overlay::OpenedPicture& opened, const std::vector<orbit::TSatellite>& satellites,
-                      int satellite) const;
+  QString ReasonToAsk(const overlay::OpenedPicture& opened,
+                      const std::optional<overlay::PlacedRecording>& placed) const;
   void TakeDetails(const PictureDetails& details, const PictureDetails& before,
                    overlay::OpenedPicture& opened) const;
   void TakeOpened(overlay::OpenedPicture opened, const overlay::PlacedRecording& placed,

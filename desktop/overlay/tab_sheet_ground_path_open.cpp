@@ -99,8 +99,7 @@ std::optional<overlay::PlacedRecording> TTabSheetGroundPath::Place(const overlay
 }
 
 QString TTabSheetGroundPath::ReasonToAsk(const overlay::OpenedPicture& opened,
-                                         const std::vector<orbit::TSatellite>& satellites,
-                                         int satellite) const {
+                                         const std::optional<overlay::PlacedRecording>& placed) const {
   const QString file = QFileInfo(opened.Channel.Path).fileName();
   if (!opened.HasStart) {
     return QStringLiteral(
@@ -109,23 +108,22 @@ QString TTabSheetGroundPath::ReasonToAsk(const overlay::OpenedPicture& opened,
         .arg(file);
   }
   const bool isTold = !opened.Satellite.isEmpty() || !opened.CatalogueNumber.isEmpty();
-  if (satellite < 0 && isTold) {
+  if (!placed && isTold) {
     return QStringLiteral(
                "%1 is a picture of %2, of which there are no elements. Update Keplers... in "
                "the Options menu gets them.")
         .arg(file, opened.Satellite.isEmpty() ? opened.CatalogueNumber : opened.Satellite);
   }
   // Who names pictures by month and minute chooses the satellite on the page.
-  if (satellite < 0 || (!isTold && opened.Known.LiesIsFrom != swath::KnownFrom::Default)) {
+  if (!placed || (!isTold && opened.Known.LiesIsFrom != swath::KnownFrom::Default)) {
     return QStringLiteral("%1 does not tell which satellite sent it.").arg(file);
   }
-  const orbit::TSatellite& sender = satellites[static_cast<std::size_t>(satellite)];
-  const auto placed = Place(opened, sender);
   if (!placed->Match.Problem.isEmpty()) return opened.Problem.isEmpty() ? placed->Match.Problem : QString();
   // Stamps are of the pass itself, whoever received it.
   if (placed->WasInSight || placed->Recording.StartIsFrom == swath::StartFrom::Stamps) return QString();
-  return QStringLiteral("At %1 UTC %2 was out of sight of your station. Are date and time right%3?")
-      .arg(MomentText(placed->Recording.FirstLine()), QString::fromStdString(sender.Name),
+  return QStringLiteral(
+             "At %1 UTC %2 was out of sight of your station. Are satellite, date and time right%3?")
+      .arg(MomentText(placed->Recording.FirstLine()), placed->Recording.Satellite,
            opened.Name.YearIsKnown ? QString()
                                    : QStringLiteral(", and the year, which the name does not tell"));
 }
@@ -141,7 +139,9 @@ bool TTabSheetGroundPath::OpenPath(const QString& path, int half, bool isAsked) 
   const QString file = QFileInfo(opened.Channel.Path).fileName();
   const std::vector<orbit::TSatellite> satellites = PictureSatellites(opened);
   int satellite = SatelliteOf(opened, satellites);
-  QString reason = ReasonToAsk(opened, satellites, satellite);
+  const auto placed =
+      satellite < 0 ? std::nullopt : Place(opened, satellites[static_cast<std::size_t>(satellite)]);
+  QString reason = ReasonToAsk(opened, placed);
   if (!reason.isEmpty() && satellites.empty()) {
     Boxes().Message(QStringLiteral("There are no satellites yet that could have sent %1. Please get their "
                                    "elements first: Options, Update Keplers...")
@@ -154,14 +154,14 @@ bool TTabSheetGroundPath::OpenPath(const QString& path, int half, bool isAsked) 
   for (const swath::Scanner& one : scanners_->Scanners())
     own.Scanners.append(QString::fromStdString(one.Name));
   own.Satellite = satellite;
-  const auto placed =
-      satellite < 0 ? std::nullopt : Place(opened, satellites[static_cast<std::size_t>(satellite)]);
   own.Start = placed && opened.HasStart ? placed->Recording.Start : opened.Known.Start;
   PictureDetails details = own;
   // What was told of a picture holds for those that were opened with it.
   const bool isTold = told_ && told_->Paths.contains(opened.Channel.Path);
   if (isTold) {
-    details.Satellite = static_cast<int>(own.Satellites.indexOf(told_->Satellite));
+    // Its elements may be gone since.
+    const auto toldSatellite = static_cast<int>(own.Satellites.indexOf(told_->Satellite));
+    if (toldSatellite >= 0) details.Satellite = toldSatellite;
     if (told_->Start) details.Start = *told_->Start;
     details.Scanner = static_cast<int>(own.Scanners.indexOf(told_->Scanner));
     details.Lies = told_->Lies;
