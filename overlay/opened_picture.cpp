@@ -341,7 +341,8 @@ std::optional<PlacedRecording> PlaceRecording(const OpenedPicture& opened, const
                                   recording.LengthS() / 2 / orbit::kSecondsPerDay};
     recording.SouthBound = IsSouthBoundAt(*recording.Elements, middle);
     swath::SettleLies(recording);
-    placed.WasInSight = WasInSight(recording, station);
+    // Stamps are of the pass itself, whoever received it.
+    placed.WasInSight = recording.StartIsFrom == swath::StartFrom::Stamps || WasInSight(recording, station);
     if (placed.WasInSight) return placed;
     if (!first) first = placed;
   }

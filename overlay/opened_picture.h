@@ -79,8 +79,8 @@ QImage Restored(const QImage& picture, swath::Stored from, swath::Stored to);
 struct PlacedRecording {
   swath::Recording Recording;
   swath::ScannerMatch Match;  ///< its Problem says why there is no scanner
-  /// The satellite was above the station's horizon then, or what elements of another month tell of that is
-  /// not known.
+  /// The satellite was above the station's horizon then; or that is not asked, since the lines are stamped,
+  /// or not known, since the elements are of another month.
   bool WasInSight = true;
 };
 

@@ -119,8 +119,7 @@ QString TTabSheetGroundPath::ReasonToAsk(const overlay::OpenedPicture& opened,
     return QStringLiteral("%1 does not tell which satellite sent it.").arg(file);
   }
   if (!placed->Match.Problem.isEmpty()) return opened.Problem.isEmpty() ? placed->Match.Problem : QString();
-  // Stamps are of the pass itself, whoever received it.
-  if (placed->WasInSight || placed->Recording.StartIsFrom == swath::StartFrom::Stamps) return QString();
+  if (placed->WasInSight) return QString();
   return QStringLiteral(
              "At %1 UTC %2 was out of sight of your station. Are satellite, date and time right%3?")
       .arg(MomentText(placed->Recording.FirstLine()), placed->Recording.Satellite,
