@@ -1,5 +1,6 @@
 #include "swath/ground_line.h"
 
+#include <algorithm>
 #include <cmath>
 #include <span>
 
@@ -102,6 +103,18 @@ void SeeClassicLine(const Vector& p, const Vector& n, const double* distances, c
   }
 }
 
+/// Distances of a line that stands so many columns later; beyond the ends they go on as within the last two.
+ScanDistances Shifted(const ScanDistances& distances, double columns) {
+  ScanDistances shifted;
+  for (std::size_t i = 0; i < distances.size(); ++i) {
+    const double from = static_cast<double>(i) - columns;
+    const auto left = static_cast<std::size_t>(std::clamp(from, 0.0, kScanPositions - 2.0));
+    shifted[i] =
+        distances[left] + (from - static_cast<double>(left)) * (distances[left + 1] - distances[left]);
+  }
+  return shifted;
+}
+
 PELORIN_VECTOR_UNITS
 void RoundLine(const double* south, const double* east, std::size_t columns, std::int32_t* southMin,
                std::int32_t* eastMin) {
@@ -122,7 +135,7 @@ GroundLineFinder::GroundLineFinder(const Recording& recording)
   const auto columns = static_cast<std::size_t>(shape.Columns);
   const double roll = orbit::Radians(recording_.Offsets.RollDeg);
   for (int column = 0; column < shape.Columns; ++column) {
-    const double angle = ColumnAngle(shape, column) + roll;
+    const double angle = ColumnAngle(shape, column - recording_.ShiftColumns) + roll;
     cos_.push_back(std::cos(angle));
     sin_.push_back(std::sin(angle));
   }
@@ -133,6 +146,7 @@ GroundLineFinder::GroundLineFinder(const Recording& recording)
 void GroundLineFinder::FollowHeight(double heightKm) {
   if (std::fabs(heightKm - distancesFor_) <= kHeightTolerance) return;
   distances_ = ScanDistancesFor(recording_.SeenBy.Line.AngleDeg / 2, heightKm);
+  if (recording_.ShiftColumns != 0) distances_ = Shifted(distances_, recording_.ShiftColumns);
   distancesFor_ = heightKm;
 }
 

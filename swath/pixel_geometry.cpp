@@ -119,9 +119,10 @@ PixelGeometry::Knot PixelGeometry::At(double seconds) const {
 std::optional<GroundPoint> PixelGeometry::GroundOf(PixelPoint pixel) const {
   const double line = recording_.Lies.Turned ? recording_.Rows - 1 - pixel.Row : pixel.Row;
   const double received = recording_.RunsLeft() ? recording_.Columns - 1 - pixel.Column : pixel.Column;
-  const double column = received - recording_.FirstColumn;
+  const double column = received - recording_.FirstColumn - recording_.ShiftColumns;
   const LineShape& shape = recording_.SeenBy.Line;
-  if (!(column >= -0.5 && column <= shape.Columns - 0.5 && line >= -0.5 && line <= recording_.Rows - 0.5) ||
+  const double cut = received - recording_.FirstColumn;
+  if (!(cut >= -0.5 && cut <= shape.Columns - 0.5 && line >= -0.5 && line <= recording_.Rows - 0.5) ||
       recording_.Rows < 1) {
     return std::nullopt;
   }
@@ -197,7 +198,7 @@ std::optional<PixelPoint> PixelGeometry::PixelOf(const GroundPoint& ground) cons
     if (!column) continue;
     const auto line = recording_.LineAtSecond(*seconds);
     if (!line) return std::nullopt;
-    const double received = *column + recording_.FirstColumn;
+    const double received = *column + recording_.FirstColumn + recording_.ShiftColumns;
     return PixelPoint{recording_.RunsLeft() ? recording_.Columns - 1 - received : received,
                       recording_.Lies.Turned ? recording_.Rows - 1 - *line : *line};
   }

@@ -61,6 +61,8 @@ struct Recording {
 
   int Rows = 0, Columns = 0;  ///< of the picture; 0 while there is none
   int FirstColumn = 0;        ///< of a received line: where the scanner's column 0 is
+  /// How many columns later than that it really is: lines are not always cut where they should be.
+  double ShiftColumns = 0;
   Stored Lies;
   KnownFrom LiesIsFrom = KnownFrom::Default;
   bool SouthBound = true;  ///< the satellite moves south

@@ -103,6 +103,7 @@ TEST(PixelGeometry, PixelsAndGroundPointsAreEachOthersInverse) {
                              static_cast<int>(3000 * scanner.RowsPerSecond));
     recording.Offsets = attitude;
     recording.Lies = {turn % 2 == 1, turn % 3 == 0};
+    recording.ShiftColumns = turn % 5 * 0.7;
     if (scanner.Line.Law != ScanLaw::EvenAngles) {
       recording.FirstColumn = kImageBegin;
       recording.Columns = kUsualLineWidth;
