@@ -14,13 +14,14 @@ constexpr double kGapLines = 1.5;
 }  // namespace
 
 double Recording::SecondsOfLine(int line) const {
-  if (!LineTimesS) return line / SeenBy.RowsPerSecond;
+  if (!LineTimesS) return line / SeenBy.RowsPerSecond * SecondLength();
   return line >= 0 && line < static_cast<int>(LineTimesS->size())
-             ? (*LineTimesS)[static_cast<std::size_t>(line)]
+             ? (*LineTimesS)[static_cast<std::size_t>(line)] * SecondLength()
              : std::nan("");
 }
 
 std::optional<double> Recording::LineAtSecond(double seconds) const {
+  seconds /= SecondLength();
   if (!LineTimesS) return seconds * SeenBy.RowsPerSecond;
   // Lost lines have no place in the order: the next one that was seen stands for them.
   const std::vector<double>& times = *LineTimesS;
@@ -55,7 +56,7 @@ std::optional<double> Recording::LineAtSecond(double seconds) const {
 }
 
 double Recording::SecondsAt(double line) const {
-  if (!LineTimesS) return line / SeenBy.RowsPerSecond;
+  if (!LineTimesS) return line / SeenBy.RowsPerSecond * SecondLength();
   const std::vector<double>& times = *LineTimesS;
   const int last = static_cast<int>(times.size()) - 1;
   const int nearest = static_cast<int>(std::lround(std::clamp(line, 0.0, std::fmax(last, 0))));
@@ -65,9 +66,10 @@ double Recording::SecondsAt(double line) const {
   int other = nearest + step;
   while (other >= 0 && other <= last && std::isnan(SecondsOfLine(other))) other += step;
   // Between two lines their moments are shared out; a gap leaves the scanner's rate.
+  const double usualS = SecondLength() / SeenBy.RowsPerSecond;
   const double lineS = (SecondsOfLine(other) - atNearest) / (other - nearest);
-  const bool isGap = !(lineS * SeenBy.RowsPerSecond <= kGapLines);
-  return atNearest + beyond * (isGap ? 1 / SeenBy.RowsPerSecond : lineS);
+  const bool isGap = !(lineS <= kGapLines * usualS);
+  return atNearest + beyond * (isGap ? usualS : lineS);
 }
 
 int Recording::LinesOf(double minutes) const {
@@ -79,7 +81,8 @@ int Recording::LinesOf(double minutes) const {
     return lines;
   }
   // A hundredth of a line is less than any clock knows.
-  return static_cast<int>(std::floor(minutes * orbit::kSecondsPerMinute * SeenBy.RowsPerSecond + 0.01));
+  const double seconds = minutes * orbit::kSecondsPerMinute / SecondLength();
+  return static_cast<int>(std::floor(seconds * SeenBy.RowsPerSecond + 0.01));
 }
 
 double Recording::LengthS() const {

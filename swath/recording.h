@@ -58,6 +58,9 @@ struct Recording {
   /// When each line was seen, seconds after Start, increasing; NaN for a line that was lost. Null when lines
   /// follow each other at the scanner's rate.
   std::shared_ptr<const std::vector<double>> LineTimesS;
+  /// By how much the clock that paced the lines ran slow, in millionths: what it calls a second lasts
+  /// 1 + DriftPpm / 1e6. A sound card's is off by some tens.
+  double DriftPpm = 0;
 
   int Rows = 0, Columns = 0;  ///< of the picture; 0 while there is none
   int FirstColumn = 0;        ///< of a received line: where the scanner's column 0 is
@@ -87,6 +90,10 @@ struct Recording {
   int RowOfLine(int line) const { return Lies.Turned ? Rows - 1 - line : line; }
   /// The received lines' columns run from right to left in the file.
   bool RunsLeft() const { return Lies.Turned != Lies.Mirrored; }
+
+ private:
+  /// True seconds in one of the clock that paced the lines.
+  double SecondLength() const { return 1 + DriftPpm * 1e-6; }
 };
 
 /// Both begin at the same second, by their recorders' clocks.

@@ -104,6 +104,7 @@ TEST(PixelGeometry, PixelsAndGroundPointsAreEachOthersInverse) {
     recording.Offsets = attitude;
     recording.Lies = {turn % 2 == 1, turn % 3 == 0};
     recording.ShiftColumns = turn % 5 * 0.7;
+    recording.DriftPpm = turn % 5 == 0 ? 0 : 800 * (turn % 5 - 2.5);
     if (scanner.Line.Law != ScanLaw::EvenAngles) {
       recording.FirstColumn = kImageBegin;
       recording.Columns = kUsualLineWidth;
@@ -185,7 +186,17 @@ TEST(Recording, LinesHaveTheirOwnMoments) {
   EXPECT_TRUE(std::isnan(stamped.SecondsOfLine(3)) && std::isnan(stamped.SecondsOfLine(9)));
   EXPECT_EQ(stamped.LinesOf(1), 7) << "the gap counts";
   EXPECT_EQ(stamped.LinesOf(2), 9);
+  // Far more than any clock drifts: a second lasts two, a line one.
+  stamped.DriftPpm = 1e6;
+  EXPECT_EQ(stamped.SecondsOfLine(7), 120);
+  EXPECT_NEAR(stamped.LineAtSecond(119.6).value_or(0), 6.6, 1e-9);
+  EXPECT_NEAR(stamped.SecondsAt(6.6), 119.6, 1e-9);
+  EXPECT_EQ(stamped.LinesOf(1.95), 7);
   stamped.LineTimesS = nullptr;
+  EXPECT_EQ(stamped.SecondsOfLine(9), 9);
+  EXPECT_EQ(stamped.LineAtSecond(9), 9);
+  EXPECT_EQ(stamped.LinesOf(15), 900);
+  stamped.DriftPpm = 0;
   EXPECT_EQ(stamped.SecondsOfLine(9), 4.5);
   EXPECT_EQ(stamped.LinesOf(15), 1800);
 }
