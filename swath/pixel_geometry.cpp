@@ -45,6 +45,11 @@ constexpr double kClassicStepKm = 2;
 
 }  // namespace
 
+PixelPoint InFile(const Recording& recording, PixelPoint received) {
+  return {recording.RunsLeft() ? recording.Columns - 1 - received.Column : received.Column,
+          recording.Lies.Turned ? recording.Rows - 1 - received.Row : received.Row};
+}
+
 PixelGeometry::PixelGeometry(const Recording& recording)
     : recording_(recording), isClassic_(recording.SeenBy.Line.Law == ScanLaw::ZonesSphere) {
   firstS_ = -kMarginS;
@@ -117,11 +122,9 @@ PixelGeometry::Knot PixelGeometry::At(double seconds) const {
 }
 
 std::optional<GroundPoint> PixelGeometry::GroundOf(PixelPoint pixel) const {
-  const double line = recording_.Lies.Turned ? recording_.Rows - 1 - pixel.Row : pixel.Row;
-  const double received = recording_.RunsLeft() ? recording_.Columns - 1 - pixel.Column : pixel.Column;
-  const double column = received - recording_.FirstColumn - recording_.ShiftColumns;
+  const auto [received, line] = InFile(recording_, pixel);
+  const double cut = received - recording_.FirstColumn, column = cut - recording_.ShiftColumns;
   const LineShape& shape = recording_.SeenBy.Line;
-  const double cut = received - recording_.FirstColumn;
   if (!(cut >= -0.5 && cut <= shape.Columns - 0.5 && line >= -0.5 && line <= recording_.Rows - 0.5) ||
       recording_.Rows < 1) {
     return std::nullopt;
@@ -199,8 +202,7 @@ std::optional<PixelPoint> PixelGeometry::PixelOf(const GroundPoint& ground) cons
     const auto line = recording_.LineAtSecond(*seconds);
     if (!line) return std::nullopt;
     const double received = *column + recording_.FirstColumn + recording_.ShiftColumns;
-    return PixelPoint{recording_.RunsLeft() ? recording_.Columns - 1 - received : received,
-                      recording_.Lies.Turned ? recording_.Rows - 1 - *line : *line};
+    return InFile(recording_, {received, *line});
   }
   return std::nullopt;
 }

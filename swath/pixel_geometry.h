@@ -15,6 +15,10 @@ struct PixelPoint {
   double Column, Row;
 };
 
+/// Where a place in the lines of a recording, as they were received, lies in its file; and the other way
+/// round, for to turn twice is not to turn.
+PixelPoint InFile(const Recording& recording, PixelPoint received);
+
 /// Where the pixels of a recording lie on the ground, and the places of the ground in it. Both directions
 /// agree within a hundredth of a pixel.
 ///
