@@ -26,6 +26,7 @@ enum class KnownFrom {
   Name,     ///< the name of its file
   Product,  ///< the product file beside it
   User,
+  Alignment,  ///< the picture's own coasts
 };
 
 /// How a picture lies in its file, compared with how it was received: first line on top, first column at the

@@ -13,6 +13,8 @@ QString SourceOf(KnownFrom known, const QString& byUser) {
       return QStringLiteral("the product file");
     case KnownFrom::User:
       return byUser;
+    case KnownFrom::Alignment:
+      return QStringLiteral("an alignment");
     case KnownFrom::Default:
       break;
   }

@@ -20,6 +20,9 @@ QString TitleOf(const swath::Recording* recording) {
     case swath::KnownFrom::User:
       from = QStringLiteral("yours");
       break;
+    case swath::KnownFrom::Alignment:
+      from = QStringLiteral("by its alignment");
+      break;
     case swath::KnownFrom::Product:
       from = QStringLiteral("from the product file");
       break;
