@@ -166,7 +166,7 @@ void CorrectClock(const Arguments& arguments, swath::Recording& recording) {
   recording.OffsetS = learnt.value_or(recording.OffsetS);
   if (recording.OffsetS == 0) return;
   Say(QStringLiteral("Time correction: %1 s, %2")
-          .arg(recording.OffsetS, 0, 'f', 1)
+          .arg(swath::OffsetText(recording.OffsetS))
           .arg(learnt ? QStringLiteral("the settings' clock of ") + recording.Satellite
                : recording.OffsetsAreFrom == swath::KnownFrom::Product
                    ? QStringLiteral("from the product file")

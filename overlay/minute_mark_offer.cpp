@@ -47,7 +47,7 @@ std::optional<MinuteMarkOffer> OfferByMarks(const std::vector<int>& lines,
   const auto later =
       picture::ClockOffsetFromMarks(rows, rate, secondOfStart, recording.SeenBy.MarkSecond.value_or(0));
   if (!later) return std::nullopt;
-  MinuteMarkOffer offer{0, swath::ToOffsetStep(*later), recording.SeenBy.MarkSecond.has_value()};
+  MinuteMarkOffer offer{0, std::round(*later * 10) / 10, recording.SeenBy.MarkSecond.has_value()};
   const bool isCut = recording.StartIsFrom == swath::StartFrom::NameMinute && recording.OffsetS == 0;
   if (isCut && offer.LaterS < -kMostLateS) offer.LaterS += orbit::kSecondsPerMinute;
   offer.OffsetS = swath::ToOffsetStep(recording.OffsetS + offer.LaterS);

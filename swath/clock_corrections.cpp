@@ -19,7 +19,14 @@ QString ClockOf(const Recording& recording) {
 }  // namespace
 
 double ToOffsetStep(double seconds) {
-  return std::clamp(std::round(seconds / kOffsetStepS) * kOffsetStepS, -kOffsetLimitS, kOffsetLimitS);
+  // A whole number of steps by division: the nearest number there is, as if it had been typed.
+  return std::clamp(std::round(seconds / kOffsetStepS) / (1 / kOffsetStepS), -kOffsetLimitS, kOffsetLimitS);
+}
+
+QString OffsetText(double seconds) {
+  QString text = QString::number(seconds, 'f', 2);
+  if (text.endsWith(u'0')) text.chop(1);
+  return text;
 }
 
 ClockCorrections::ClockCorrections(const QString& saved) {
@@ -45,7 +52,7 @@ void ClockCorrections::Forget(const Recording& recording) { clocks_.erase(ClockO
 QString ClockCorrections::Saved() const {
   QStringList entries;
   for (const auto& [satellite, seconds] : clocks_) {
-    entries.append(satellite + u'=' + QString::number(seconds, 'f', 1));
+    entries.append(satellite + u'=' + OffsetText(seconds));
   }
   return entries.join(u';');
 }

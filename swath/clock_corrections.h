@@ -7,8 +7,9 @@
 
 namespace pelorin::swath {
 
-/// The range and the step of a recording's offset, in seconds. Half a second is a line.
-inline constexpr double kOffsetLimitS = 900, kOffsetStepS = 0.1;
+/// The range and the step of a recording's offset, in seconds. The quickest scanners send six lines and a
+/// half in one.
+inline constexpr double kOffsetLimitS = 900, kOffsetStepS = 0.01;
 
 /// What the recorder's clock was off, remembered for each satellite, since passes of one satellite are
 /// recorded the same way. It is learnt from recordings whose start is known to the second, and apart from
@@ -41,5 +42,8 @@ class ClockCorrections {
 
 /// Brought into the range and to a whole step.
 double ToOffsetStep(double seconds);
+
+/// With one decimal, and a second one where there is something to tell: "-3.0", "12.34".
+QString OffsetText(double seconds);
 
 }  // namespace pelorin::swath

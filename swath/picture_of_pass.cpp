@@ -13,6 +13,7 @@ void PictureOfPass::SetSatellite(const QString& name) {
   Recording next = recording_;
   next.Satellite = name;
   next.OffsetS = UsualOffsetS();
+  next.ShiftColumns = next.DriftPpm = 0;
   TakeUp(next);
   if (isShown) shown_->Satellite = name;
 }
@@ -81,8 +82,15 @@ void PictureOfPass::SetOffset(double seconds) {
   corrections_.Learn(recording_);
 }
 
+void PictureOfPass::SetCut(double shiftColumns, double driftPpm) {
+  recording_.ShiftColumns = shiftColumns;
+  recording_.DriftPpm = driftPpm;
+}
+
 void PictureOfPass::ResetOffset() {
   recording_.OffsetS = UsualOffsetS();
+  const Recording usual = opened_ ? opened_->Known : Recording();
+  SetCut(usual.ShiftColumns, usual.DriftPpm);
   corrections_.Forget(recording_);
 }
 
@@ -109,6 +117,10 @@ void PictureOfPass::TakeUp(Recording next) {
       isStamped(next) != isStamped(last) || (isOfClock && next.Satellite != last.Satellite);
   const bool isKept = BeginTogether(last, next) && !isOtherClock;
   next.OffsetS = isKept ? last.OffsetS : corrections_.OffsetOf(next).value_or(next.OffsetS);
+  if (isKept) {
+    next.ShiftColumns = last.ShiftColumns;
+    next.DriftPpm = last.DriftPpm;
+  }
   recording_ = next;
 }
 

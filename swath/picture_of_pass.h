@@ -53,11 +53,14 @@ class PictureOfPass {
 
   /// The user has fitted the recording that is looked for; the offset is brought to what is possible.
   void SetOffset(double seconds);
+  /// What the user has found of how its lines were cut and paced (Recording's ShiftColumns and DriftPpm): it
+  /// is this recording's alone, and goes with it.
+  void SetCut(double shiftColumns, double driftPpm);
   double OffsetS() const { return recording_.OffsetS; }
   /// What the offset is without the user's doing: the opened picture's, by its product file or the table of
   /// scanners, or 0.
   double UsualOffsetS() const { return opened_ ? opened_->Known.OffsetS : 0; }
-  /// Goes back to that, and remembers nothing of its clock.
+  /// Goes back to that, and remembers nothing of its clock and cut.
   void ResetOffset();
   QString SavedCorrections() const { return corrections_.Saved(); }
 

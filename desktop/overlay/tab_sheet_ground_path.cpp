@@ -107,7 +107,7 @@ void TTabSheetGroundPath::ShowPass() {
   }
   session::TurnPicker(ui_.DateTimePickerDate, picture_.Pass());
   session::TurnPicker(ui_.DateTimePickerTime, picture_.Pass());
-  ui_.GroupBoxTimeCorrection->SetSeconds(picture_.OffsetS(), picture_.UsualOffsetS());
+  ui_.GroupBoxTimeCorrection->ShowOf(picture_.ForMap(session_.Pass.SouthBound), picture_.UsualOffsetS());
   ShowFit();
 }
 

@@ -8,16 +8,37 @@
 #include "swath/clock_corrections.h"
 
 namespace pelorin::desktop {
+namespace {
+
+/// Shows hundredths of a second where there are any.
+class TOffsetSpinBox : public QDoubleSpinBox {
+ public:
+  using QDoubleSpinBox::QDoubleSpinBox;
+
+ protected:
+  QString textFromValue(double seconds) const override { return swath::OffsetText(seconds); }
+};
+
+QString TitleOf(const swath::Recording& recording) {
+  QString title = QStringLiteral(" Time correction");
+  if (recording.ShiftColumns != 0) {
+    title += QStringLiteral(", %1 columns").arg(recording.ShiftColumns, 0, 'f', 1);
+  }
+  if (recording.DriftPpm != 0) title += QStringLiteral(", %1 ppm").arg(recording.DriftPpm, 0, 'f', 0);
+  return title + u' ';
+}
+
+}  // namespace
 
 TTimeCorrectionBox::TTimeCorrectionBox(QWidget* parent)
-    : QGroupBox(QStringLiteral(" Time correction "), parent),
-      SpinEditTimeCorrection(session::Named(new QDoubleSpinBox(this), "SpinEditTimeCorrection")),
+    : QGroupBox(TitleOf({}), parent),
+      SpinEditTimeCorrection(session::Named(new TOffsetSpinBox(this), "SpinEditTimeCorrection")),
       ButtonCorrectionReset(
           session::Named(new QPushButton(QStringLiteral("Reset"), this), "ButtonCorrectionReset")) {
   setObjectName(QStringLiteral("GroupBoxTimeCorrection"));
   constexpr double limit = swath::kOffsetLimitS, step = 0.5;
   SpinEditTimeCorrection->setLocale(QLocale::c());
-  SpinEditTimeCorrection->setDecimals(1);
+  SpinEditTimeCorrection->setDecimals(2);
   SpinEditTimeCorrection->setRange(-limit, limit);
   SpinEditTimeCorrection->setSingleStep(step);
   SpinEditTimeCorrection->setSuffix(QStringLiteral(" s"));
@@ -28,7 +49,7 @@ TTimeCorrectionBox::TTimeCorrectionBox(QWidget* parent)
   connect(SpinEditTimeCorrection, &QDoubleSpinBox::valueChanged, this, &TTimeCorrectionBox::Changed);
 
   connect(ButtonCorrectionReset, &QPushButton::clicked, this, &TTimeCorrectionBox::ResetWanted);
-  SetSeconds(0, 0);
+  ShowOf({}, 0);
 
   const std::initializer_list<QWidget*> controls{
       NewStep(QStringLiteral("-10"), "ButtonCorrectionMinus10", -10),
@@ -64,14 +85,14 @@ QPushButton* TTimeCorrectionBox::NewStep(const QString& caption, const char* nam
   return button;
 }
 
-void TTimeCorrectionBox::SetSeconds(double seconds, double usual) {
+void TTimeCorrectionBox::ShowOf(const swath::Recording& recording, double usual) {
   const QSignalBlocker quiet(SpinEditTimeCorrection);
-  SpinEditTimeCorrection->setValue(seconds);
-  session::Hinted(
-      ButtonCorrectionReset,
-      usual == 0
-          ? QStringLiteral("No correction")
-          : QStringLiteral("Back to %1 s, which this satellite's own clock is off").arg(usual, 0, 'f', 1));
+  SpinEditTimeCorrection->setValue(recording.OffsetS);
+  setTitle(TitleOf(recording));
+  session::Hinted(ButtonCorrectionReset,
+                  usual == 0 ? QStringLiteral("No correction")
+                             : QStringLiteral("Back to %1 s, which this satellite's own clock is off")
+                                   .arg(swath::OffsetText(usual)));
 }
 
 }  // namespace pelorin::desktop

@@ -3,19 +3,22 @@
 #include <QDoubleSpinBox>
 #include <QGroupBox>
 
+#include "swath/recording.h"
+
 class QPushButton;
 
 namespace pelorin::desktop {
 
-/// Seconds that are added to the pass's start, with buttons for steps by eye.
+/// Seconds that are added to the pass's start, with buttons for steps by eye. Its title tells what else the
+/// user has found of the recording's clock and cut.
 class TTimeCorrectionBox : public QGroupBox {
   Q_OBJECT
 
  public:
   explicit TTimeCorrectionBox(QWidget* parent);
 
-  /// What is added, and what is without the user's doing; tells nobody.
-  void SetSeconds(double seconds, double usual);
+  /// Shows what is added for a recording, and what is without the user's doing; tells nobody.
+  void ShowOf(const swath::Recording& recording, double usual);
 
  Q_SIGNALS:
   /// The user wants another correction.

@@ -111,11 +111,18 @@ TEST(PictureOfPass, OffsetsAreLearntFromNamesWithSecondsForTheirSatellite) {
   PictureOfPass picture = NewPass("202202230751");
   EXPECT_EQ(picture.OffsetS(), 0) << "the start is known to the minute only";
   picture.SetOffset(41);
+  picture.SetCut(2.5, -60);
+  const auto cut = [&picture] {
+    return std::pair(picture.ForMap(true).ShiftColumns, picture.ForMap(true).DriftPpm);
+  };
+  const std::pair found{2.5, -60.0}, none{0.0, 0.0};
   picture.Seek({u"p/02230751V.png"_s, 0});
   EXPECT_EQ(picture.OffsetS(), 41) << "the same minute, now from a name";
+  EXPECT_EQ(cut(), found);
   picture.Open(u"x/0223075142V.png"_s, ToSecond("20220223075142"));
   picture.Seek({picture.OpenedPath(), 0});
   EXPECT_EQ(picture.OffsetS(), 2.5) << "what the clock is off";
+  EXPECT_EQ(cut(), none) << "another recording is cut and paced as it is";
   picture.SetPass(At("202102230751"));
   EXPECT_EQ(picture.OpenedPath(), u"x/0223075142V.png"_s) << "of another year, which its name does not tell";
   picture.Seek({picture.OpenedPath(), 0});
@@ -123,8 +130,10 @@ TEST(PictureOfPass, OffsetsAreLearntFromNamesWithSecondsForTheirSatellite) {
   picture.SetPass(At("202202230751"));
   picture.Seek({picture.OpenedPath(), 0});
   picture.SetOffset(4.52);
+  picture.SetCut(2.5, -60);
   picture.SetSatellite(u"METEOR=M 2"_s);
   EXPECT_EQ(picture.OffsetS(), 0) << "another clock";
+  EXPECT_EQ(cut(), none);
   picture.SetOffset(-5000);
   picture.Seek({u"p/02230751I.png"_s, 0});
   EXPECT_EQ(picture.OffsetS(), -900) << "another channel of the same recording, named without the second";
@@ -153,7 +162,7 @@ TEST(PictureOfPass, OffsetsAreLearntFromNamesWithSecondsForTheirSatellite) {
     picture.SetPass(At("202202231432"));
   }
   PictureOfPass later(picture.SavedCorrections() + u";junk;NOAA 18=x;NOAA 15=1e999"_s);
-  EXPECT_EQ(later.SavedCorrections(), u"METEOR=M 2=-900.0;NOAA 15 (stamps)=0.0;NOAA 19=4.5"_s)
+  EXPECT_EQ(later.SavedCorrections(), u"METEOR=M 2=-900.0;NOAA 15 (stamps)=0.0;NOAA 19=4.52"_s)
       << "and nothing of what was by eye";
 }
 
