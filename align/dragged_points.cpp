@@ -136,8 +136,8 @@ std::optional<PixelPoint> DraggedPoints::LineAt(PixelPoint at, ScreenScale scale
       from = to;
     }
   };
-  for (const PixelLine& line : lines_.Shores) look(line);
-  for (const PixelLine& line : lines_.Borders) look(line);
+  for (const PixelLine& line : lines_->Shores) look(line);
+  for (const PixelLine& line : lines_->Borders) look(line);
   return nearest;
 }
 
@@ -175,7 +175,7 @@ void DraggedPoints::DragTo(PixelPoint at) {
   drag_->HasMoved = true;
   now_.Points[drag_->Point].Pixel = {at.Column + drag_->FromPointer.Column, at.Row + drag_->FromPointer.Row};
   fit_ = FollowPoints(recording_, movable_->Near(), now_.Points, now_.Third, drag_->LeftOut);
-  lines_ = movable_->In(fit_.Fitted);
+  lines_ = std::make_shared<const MovedLines>(movable_->In(fit_.Fitted));
 }
 
 void DraggedPoints::Drop() {
@@ -247,7 +247,7 @@ void DraggedPoints::Settle() {
   if (!movable_ || !movable_->IsGoodFor(fit_.Fitted)) {
     movable_ = std::make_unique<MovableLines>(fit_.Fitted, file_);
   }
-  lines_ = movable_->In(fit_.Fitted);
+  lines_ = std::make_shared<const MovedLines>(movable_->In(fit_.Fitted));
 }
 
 }  // namespace pelorin::align

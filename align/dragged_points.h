@@ -30,7 +30,7 @@ class DraggedPoints {
   /// Of the points, in their order.
   const PointFit& Fit() const { return fit_; }
   /// As the fitted recording shows them.
-  const MovedLines& Lines() const { return lines_; }
+  const std::shared_ptr<const MovedLines>& Lines() const { return lines_; }
   /// What is fitted and what came of it, in a sentence or two.
   QString Told() const;
 
@@ -91,7 +91,7 @@ class DraggedPoints {
   std::optional<Drag> drag_;
   PointFit fit_;
   std::unique_ptr<MovableLines> movable_;
-  MovedLines lines_;
+  std::shared_ptr<const MovedLines> lines_;  ///< made anew with every step
 };
 
 }  // namespace pelorin::align

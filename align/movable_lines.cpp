@@ -9,7 +9,58 @@
 namespace pelorin::align {
 
 using lines::PixelLine;
+using swath::PixelPoint;
 using swath::Recording;
+
+namespace {
+
+/// Coasts have some twenty points in a pixel of the old format: too many to follow the mouse. So far beside
+/// its place a line may run for fewer; islands that are smaller are left out.
+constexpr double kThinPixels = 0.25;
+
+double BesideStep(const PixelPoint& place, const PixelPoint& from, const PixelPoint& to) {
+  const double dx = to.Column - from.Column, dy = to.Row - from.Row, length = std::hypot(dx, dy);
+  const double x = place.Column - from.Column, y = place.Row - from.Row;
+  // A closed line is measured from where it begins.
+  return length < kThinPixels ? std::hypot(x, y) : std::fabs(x * dy - y * dx) / length;
+}
+
+/// With as few points as do (Ramer, 1972; Douglas and Peucker, 1973).
+PixelLine Thinned(const PixelLine& line) {
+  std::vector<bool> isKept(line.size(), false);
+  isKept.front() = isKept.back() = true;
+  std::vector<std::pair<std::size_t, std::size_t>> steps{{0, line.size() - 1}};
+  while (!steps.empty()) {
+    const auto [from, to] = steps.back();
+    steps.pop_back();
+    double most = kThinPixels;
+    std::size_t farthest = from;
+    for (std::size_t i = from + 1; i < to; ++i) {
+      const double beside = BesideStep(line[i], line[from], line[to]);
+      if (beside <= most) continue;
+      most = beside;
+      farthest = i;
+    }
+    if (farthest == from) continue;
+    isKept[farthest] = true;
+    steps.emplace_back(from, farthest);
+    steps.emplace_back(farthest, to);
+  }
+  PixelLine thinned;
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    if (isKept[i]) thinned.push_back(line[i]);
+  }
+  const bool isSpeck = thinned.size() == 2 && BesideStep(thinned[1], thinned[0], thinned[0]) < kThinPixels;
+  return isSpeck ? PixelLine() : thinned;
+}
+
+/// Not in the frame beside the scanner's columns.
+bool IsOfScanner(const Recording& recording, PixelPoint pixel) {
+  const double column = swath::InFile(recording, pixel).Column - recording.FirstColumn;
+  return column >= -0.5 && column <= recording.SeenBy.Line.Columns - 0.5;
+}
+
+}  // namespace
 
 MovableLines::MovableLines(const Recording& base, const lines::FineLines& file) : base_(base), near_(base) {
   const lines::MapLines map = lines::MapLinesOf(near_.WholePass(), &file, {});
@@ -21,9 +72,11 @@ MovableLines::MovableLines(const Recording& base, const lines::FineLines& file) 
 std::vector<MovableLines::SeenLine> MovableLines::SeenOf(const std::vector<PixelLine>& lines) const {
   std::vector<SeenLine> seen;
   for (const PixelLine& line : lines) {
+    const PixelLine thinned = Thinned(line);
+    if (thinned.size() < 2) continue;
     SeenLine& added = seen.emplace_back();
-    added.reserve(line.size());
-    for (const swath::PixelPoint& place : line) added.push_back(near_.At(place));
+    added.reserve(thinned.size());
+    for (const PixelPoint& place : thinned) added.push_back(near_.At(place));
   }
   return seen;
 }
@@ -43,7 +96,8 @@ std::vector<PixelLine> MovableLines::Moved(const std::vector<SeenLine>& lines,
   };
   for (const SeenLine& line : lines) {
     for (const Sighting& place : line) {
-      if (const auto pixel = near_.PixelIn(place, corrected)) {
+      const auto pixel = near_.PixelIn(place, corrected);
+      if (pixel && IsOfScanner(corrected, *pixel)) {
         part.push_back(*pixel);
       } else {
         end();

@@ -83,6 +83,8 @@ void TFormMain::FormCreate() {
   ui_.MenuOverlayLinesOnly->setVisible(ground_.Sources.HasMaster());
   ground_.Scanners = LoadScanners(session, programFolder_);
   TabSheetGroundPath->SetSources(ground_.Sources.Borrowed(), ground_.Scanners);
+  OpenFineLines(ground_, programFolder_);
+  TabSheetGroundPath->SetLines(ground_.Lines ? &*ground_.Lines : nullptr, ground_.NoLines);
   TabSheetFlight->SetSources(ground_.Sources.Borrowed(), ground_.Scanners);
 
   TabSheetSetup->Passes().StartFirstList();

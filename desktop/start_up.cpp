@@ -121,6 +121,16 @@ void ConnectTopography(session::Session& session, GroundData& data, const TellSt
                           [&session](const QString& text) { session.Boxes.Message(text); });
 }
 
+void OpenFineLines(GroundData& data, const QString& programFolder) {
+  data.NoLines = QStringLiteral("Coastlines.dat, which has the coasts, was not found; install it again.");
+  try {
+    const QString path = app::FindDataFile(QStringLiteral("Coastlines.dat"), programFolder);
+    if (!path.isEmpty()) data.Lines = lines::FineLines::Open(path);
+  } catch (const files::FileError& error) {
+    data.NoLines = error.Text();
+  }
+}
+
 void OpenMaster(session::Session& session, GroundData& data, const QString& programFolder,
                 const TellStatus& tellStatus) {
   const overlay::MasterFolders folders{.Users = app::UserDataFolder(),

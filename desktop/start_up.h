@@ -3,7 +3,9 @@
 #include <QString>
 #include <functional>
 #include <future>
+#include <optional>
 
+#include "lines/fine_lines.h"
 #include "map/backdrop.h"
 #include "overlay/map_sources.h"
 #include "session/session.h"
@@ -22,6 +24,8 @@ struct GroundData {
   map::Backdrop Backdrop;
   overlay::MapSources Sources;
   swath::ScannerTable Scanners;
+  std::optional<lines::FineLines> Lines;
+  QString NoLines;  ///< for the user, why there are none
 };
 
 /// Makes the default folders for elements and results that the settings still name and that are missing.
@@ -55,6 +59,9 @@ map::Backdrop TakeBackdrop(session::Session& session, std::future<map::Backdrop>
 
 /// Opens the topography file, or takes the user's own bitmap for the ground; says when there is neither.
 void ConnectTopography(session::Session& session, GroundData& data, const TellStatus& tellStatus);
+
+/// Opens the fine coasts, quietly: whoever needs them tells why they cannot be had.
+void OpenFineLines(GroundData& data, const QString& programFolder);
 
 /// Opens the overlay master; makes it before if there is none that is valid, or one of other coasts.
 void OpenMaster(session::Session& session, GroundData& data, const QString& programFolder,

@@ -45,6 +45,9 @@ class TPicturePanes : public QWidget {
   /// The picture with the map over it; null until there are both.
   QImage Blend() const;
 
+  /// Of the picture's side, where marks are drawn; the map lies there, too, when it is laid over the picture.
+  TPictureView* PictureSide() const { return ImagePicture; }
+
   /// Sizes and places everything anew.
   void Fit();
 

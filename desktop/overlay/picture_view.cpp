@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace pelorin::desktop {
 TPictureView::TPictureView(QWidget* parent) : QWidget(parent) { setAutoFillBackground(true); }
@@ -17,6 +18,7 @@ void TPictureView::SetEmptyText(const QString& text) {
 void TPictureView::SetPicture(const QImage& picture) {
   if (!isBeingMade_ && picture.cacheKey() == picture_.cacheKey()) return;
   picture_ = picture;
+  below_ = {};
   isBeingMade_ = false;
   setAttribute(Qt::WA_OpaquePaintEvent, !picture.isNull());
   update();
@@ -26,6 +28,14 @@ void TPictureView::SetLayer(const overlay::MapLayer& layer, int opacityPercent) 
   if (layer.Map.isNull() && layer_.Map.isNull()) return;
   layer_ = layer;
   opacityPercent_ = opacityPercent;
+  below_ = {};
+  update();
+}
+
+void TPictureView::SetMarks(PictureMarks marks) {
+  if (marks.IsEmpty() && marks_.IsEmpty()) return;
+  marks_ = std::move(marks);
+  if (marks_.IsEmpty()) below_ = {};
   update();
 }
 
@@ -42,6 +52,7 @@ void TPictureView::TakeRows(const QImage& source, int first, int end) {
     std::memcpy(picture_.scanLine(row), source.constScanLine(row),
                 static_cast<std::size_t>(std::min(picture_.bytesPerLine(), source.bytesPerLine())));
   }
+  below_ = {};
   const double scale = static_cast<double>(height()) / picture_.height();
   const int top = static_cast<int>(first * scale) - 1, bottom = static_cast<int>(end * scale) + 1;
   update(0, top, width(), bottom - top + 1);
@@ -92,6 +103,28 @@ void TPictureView::paintEvent(QPaintEvent* event) {
     return;
   }
   const QRect seen = event->rect() & rect();
+  if (marks_.IsEmpty()) return PaintPicture(painter, seen);
+  PaintBelowMarks(painter, seen);
+  PaintMarks(painter, marks_, Scale(), seen);
+}
+
+void TPictureView::resizeEvent(QResizeEvent*) { below_ = {}; }
+
+void TPictureView::PaintBelowMarks(QPainter& painter, const QRect& seen) {
+  // To scale a picture takes longer than to draw all lines.
+  if (below_.isNull() || !belowIs_.contains(seen)) {
+    belowIs_ = visibleRegion().boundingRect() | seen;
+    const double ratio = devicePixelRatioF();
+    below_ = QImage(belowIs_.size() * ratio, QImage::Format_RGB32);
+    below_.setDevicePixelRatio(ratio);
+    QPainter below(&below_);
+    below.translate(-belowIs_.topLeft());
+    PaintPicture(below, belowIs_);
+  }
+  painter.drawImage(belowIs_.topLeft(), below_);
+}
+
+void TPictureView::PaintPicture(QPainter& painter, const QRect& seen) const {
   const bool isSmaller = width() * devicePixelRatioF() < picture_.width();
   if (isSmaller && !isBeingMade_) {
     PaintSmaller(painter, seen);

@@ -15,6 +15,7 @@
 
 #include "desktop/overlay/attitude_box.h"
 #include "desktop/overlay/form_picture_details.h"
+#include "desktop/overlay/hand_fit.h"
 #include "desktop/overlay/overlay_choices.h"
 #include "desktop/overlay/picture_panes.h"
 #include "desktop/overlay/picture_print.h"
@@ -52,6 +53,7 @@ TTabSheetGroundPath::TTabSheetGroundPath(session::Session& session, QWidget* par
       FormPictureDetails(new TFormPictureDetails(session, this)) {
   setObjectName(QStringLiteral("TabSheetGroundPath"));
   ui_.Build(this);
+  hand_ = new THandFit(session.Boxes, ui_.Panes->PictureSide(), ui_.HandFitBar, this);
   ui_.CheckBoxNorthUp->setChecked(session.Settings.NorthUp.Value);
   using Page = TTabSheetGroundPath;
   Handle(this, &TTabSheet::Shown, this, &Page::TabSheetGroundPathShow);
@@ -74,6 +76,9 @@ TTabSheetGroundPath::TTabSheetGroundPath(session::Session& session, QWidget* par
   Handle(ui_.ButtonMinuteMarks, &QPushButton::clicked, this, &Page::ButtonMinuteMarksClick);
   Handle(ui_.GroupBoxAttitude, &TAttitudeBox::Changed, this, &Page::AttitudeChanged);
   Handle(ui_.GroupBoxAttitude, &TAttitudeBox::ResetWanted, this, &Page::AttitudeReset);
+  Handle(ui_.ButtonFitByHand, &QPushButton::clicked, this, &Page::ButtonFitByHandClick);
+  Handle(hand_, &THandFit::Taken, this, &Page::HandFitTaken);
+  Handle(hand_, &THandFit::Cancelled, this, &Page::HandFitCancelled);
   Handle(ui_.CheckBoxZoom, &QCheckBox::toggled, this, &Page::CheckBoxZoomClick);
   Handle(ui_.CheckBoxScrollBoth, &QCheckBox::toggled, this, &Page::CheckBoxScrollBothClick);
   Handle(ui_.SliderOpacity, &QSlider::valueChanged, this, &Page::SliderOpacityChange);
@@ -93,6 +98,11 @@ void TTabSheetGroundPath::SetSources(const overlay::OverlaySources& sources,
                                      const swath::ScannerTable& scanners) {
   sources_ = sources;
   scanners_ = &scanners;
+}
+
+void TTabSheetGroundPath::SetLines(const lines::FineLines* lines, const QString& problem) {
+  lines_ = lines;
+  noLines_ = problem;
 }
 
 void TTabSheetGroundPath::SetPassTime(orbit::TDateTime moment) {
@@ -282,6 +292,7 @@ void TTabSheetGroundPath::TimerLoadTimer() {
 // ------------------------------------------------------------------------------------- both of them
 
 void TTabSheetGroundPath::EnableControls() {
+  ShowHandFit();
   const bool areBoth = MapIsOfPicture() && !IsBusy();
   const bool isOverlaid = areBoth && ui_.CheckBoxOverlaid->isChecked();
   ui_.CheckBoxOverlaid->setEnabled(areBoth);
@@ -293,7 +304,8 @@ void TTabSheetGroundPath::EnableControls() {
   ui_.ButtonSaveBlend->setEnabled(areBoth);
   ui_.Panes->SetLevel(MapIsOfPicture());
   // What the elements tell of a pass nobody has to choose.
-  ui_.ButtonPassDirection->setEnabled(!opened_ || opened_->Known.LiesIsFrom == swath::KnownFrom::Default);
+  ui_.ButtonPassDirection->setEnabled(!hand_->IsOn() &&
+                                      (!opened_ || opened_->Known.LiesIsFrom == swath::KnownFrom::Default));
   ui_.Panes->SetOverlaid(isOverlaid);
 }
 
@@ -368,6 +380,9 @@ void TTabSheetGroundPath::PrintImageClick() {
 }
 
 void TTabSheetGroundPath::keyPressEvent(QKeyEvent* event) {
+  bool isTaken = false;
+  session::Guarded(Boxes(), [&] { isTaken = hand_->TakeKey(*event); });
+  if (isTaken) return;
   if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) ui_.ButtonGenTopo->click();
   if (event->key() == Qt::Key_Escape) stopRequested_ = true;
   TTabSheet::keyPressEvent(event);

@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "desktop/overlay/tab_sheet_ground_path_layout.h"
+#include "lines/fine_lines.h"
 #include "overlay/minute_mark_offer.h"
 #include "overlay/opened_picture.h"
 #include "overlay/overlay_generator.h"
@@ -15,6 +16,7 @@ namespace pelorin::desktop {
 
 struct PictureDetails;
 class TFormPictureDetails;
+class THandFit;
 
 /// The page on which the received picture of a pass lies beside its map.
 class TTabSheetGroundPath : public session::TTabSheet {
@@ -25,6 +27,10 @@ class TTabSheetGroundPath : public session::TTabSheet {
 
   /// What maps are made from; borrowed for the page's life.
   void SetSources(const overlay::OverlaySources& sources, const swath::ScannerTable& scanners);
+
+  /// The coasts that can be drawn over pictures; borrowed for the page's life. Null where there are none, for
+  /// a reason that the user is told.
+  void SetLines(const lines::FineLines* lines, const QString& problem);
 
   /// Turns both pickers to a moment, cut to the minute, and looks for no picture.
   void SetPassTime(orbit::TDateTime moment);
@@ -77,6 +83,9 @@ class TTabSheetGroundPath : public session::TTabSheet {
   void ButtonMinuteMarksClick();
   void AttitudeChanged(const swath::Attitude& attitude);
   void AttitudeReset();
+  void ButtonFitByHandClick();
+  void HandFitTaken(const swath::Recording& fitted);
+  void HandFitCancelled();
   void TimerSaveResultsTimer();
   void CheckBoxZoomClick();
   void CheckBoxScrollBothClick();
@@ -142,6 +151,13 @@ class TTabSheetGroundPath : public session::TTabSheet {
   void ShowFit();
   /// Remembers what the user has fitted, and lets the map follow.
   void TakeFit();
+  /// A recording that was fitted to the picture: the one that is looked for is corrected like it.
+  void TakeFitted(const swath::Recording& fitted);
+  /// The recording of the picture that is seen, as it is shown, and why it cannot be fitted by hand.
+  KnownRecording ForHandFit() const;
+  void ShowHandFit();
+  /// What is fitted by hand must be what is seen.
+  void EndHandFitOfAnother();
 
   /// The map that the page is set to make now. Raises OverlayError where none can be made.
   overlay::OverlayRequest Request() const;
@@ -168,6 +184,8 @@ class TTabSheetGroundPath : public session::TTabSheet {
   TabSheetGroundPathLayout ui_;
   overlay::OverlaySources sources_;
   const swath::ScannerTable* scanners_ = nullptr;
+  const lines::FineLines* lines_ = nullptr;
+  QString noLines_;  ///< why not
   swath::PictureOfPass picture_;
   swath::AttitudeCorrections attitudes_;
   std::optional<overlay::OpenedPicture>
@@ -186,6 +204,7 @@ class TTabSheetGroundPath : public session::TTabSheet {
   std::vector<int> marks_;  ///< lines of it where minute marks begin
   QString damage_;          ///< what its title says of it
   TFormPictureDetails* FormPictureDetails;
+  THandFit* hand_;
   bool stopRequested_ = false;
   bool againRequested_ = false;  ///< something changed while the map was being made
   std::optional<MadeMap> made_;  ///< the map that is seen

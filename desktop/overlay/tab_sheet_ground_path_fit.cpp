@@ -25,6 +25,8 @@ std::optional<overlay::MinuteMarkOffer> TTabSheetGroundPath::Offer() const {
 
 void TTabSheetGroundPath::ShowFit() {
   if (!isVisible()) return;
+  EndHandFitOfAnother();
+  ShowHandFit();
   const auto known = Known();
   ui_.GroupBoxAttitude->ShowOf(known && known->Problem.isEmpty() ? &known->Recording : nullptr);
   const auto offer = Offer();

@@ -13,10 +13,12 @@
 #include <QShortcut>
 #include <QSlider>
 #include <QSpinBox>
+#include <QStyle>
 #include <QTimer>
 #include <QVBoxLayout>
 
 #include "desktop/overlay/attitude_box.h"
+#include "desktop/overlay/hand_fit_bar.h"
 #include "desktop/overlay/overlay_choices.h"
 #include "desktop/overlay/picture_panes.h"
 #include "desktop/overlay/time_correction_box.h"
@@ -156,9 +158,20 @@ QHBoxLayout* BuildPictureRow(TabSheetGroundPathLayout& ui, QWidget* page) {
 QHBoxLayout* BuildFitRow(TabSheetGroundPathLayout& ui, QWidget* page) {
   ui.GroupBoxAttitude = new TAttitudeBox(page);
   ui.GroupBoxTimeCorrection = new TTimeCorrectionBox(page);
+  ui.ButtonFitByHand = Named(new QPushButton(QStringLiteral("Fit by hand (F7)"), page), "ButtonFitByHand");
+  ui.ButtonFitByHand->setCheckable(true);
+  ui.ButtonFitByHand->setAutoDefault(false);
+  auto* fitByHand = new QShortcut(Qt::Key_F7, page);
+  QObject::connect(fitByHand, &QShortcut::activated, ui.ButtonFitByHand, &QPushButton::click);
+  // Level with the controls of the boxes beside it.
+  auto* beside = new QVBoxLayout;
+  beside->addStretch(1);
+  beside->addWidget(ui.ButtonFitByHand);
+  beside->addSpacing(page->style()->pixelMetric(QStyle::PM_LayoutBottomMargin));
   auto* row = new QHBoxLayout;
   row->addWidget(ui.GroupBoxAttitude);
   row->addStretch(1);
+  row->addLayout(beside);
   row->addWidget(ui.GroupBoxTimeCorrection);
   return row;
 }
@@ -217,6 +230,8 @@ void TabSheetGroundPathLayout::Build(QWidget* page) {
   rows->addLayout(BuildPictureRow(*this, page));
   rows->addLayout(BuildFitRow(*this, page));
   rows->addLayout(BuildViewRow(*this, page));
+  HandFitBar = new THandFitBar(page);
+  rows->addWidget(HandFitBar);
   Panes = new TPicturePanes(page);
   rows->addWidget(Panes, 1);
   TimerLoad = NewOneShot("TimerLoad", 500, page);

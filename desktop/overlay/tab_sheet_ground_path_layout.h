@@ -20,6 +20,7 @@ class TTimePicker;
 namespace pelorin::desktop {
 
 class TAttitudeBox;
+class THandFitBar;
 class TPicturePanes;
 class TTimeCorrectionBox;
 
@@ -40,6 +41,8 @@ struct TabSheetGroundPathLayout {
   QPushButton* ButtonMinuteMarks;  ///< seen while there is an offer
   TAttitudeBox* GroupBoxAttitude;
   TTimeCorrectionBox* GroupBoxTimeCorrection;
+  QPushButton* ButtonFitByHand;
+  THandFitBar* HandFitBar;
 
   QCheckBox *CheckBoxZoom, *CheckBoxScrollBoth, *CheckBoxNorthUp, *CheckBoxOverlaid;
   QSlider* SliderOpacity;

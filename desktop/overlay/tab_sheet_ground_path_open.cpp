@@ -341,6 +341,7 @@ void TTabSheetGroundPath::ShowTurned() {
   const swath::Stored shown = known ? ShownLies(recording) : recording.Lies;
   ui_.Panes->SetPicture(overlay::Restored(file_, recording.Lies, shown), picture_.ShownPath());
   ui_.Panes->SetPictureTitle(PictureTitle(recording, shown));
+  EndHandFitOfAnother();
 }
 
 }  // namespace pelorin::desktop

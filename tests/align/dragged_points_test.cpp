@@ -34,7 +34,7 @@ const lines::FineLines& Coasts() {
 
 /// Somewhere on a line, well inside, so many columns from the left at least.
 PixelPoint OnALine(const DraggedPoints& points, double fromColumn, double fromRow) {
-  for (const lines::PixelLine& line : points.Lines().Shores) {
+  for (const lines::PixelLine& line : points.Lines()->Shores) {
     for (const PixelPoint& place : line) {
       const bool isRight = place.Column > fromColumn && place.Column < fromColumn + 250;
       if (isRight && place.Row > fromRow && place.Row < fromRow + 200) return place;

@@ -1,0 +1,112 @@
+#include "desktop/overlay/picture_marks.h"
+
+#include <QPainter>
+#include <QRect>
+#include <QSize>
+#include <algorithm>
+#include <cmath>
+
+namespace pelorin::desktop {
+namespace {
+
+constexpr QRgb kEdge = 0xC0000000, kShore = 0xFFFFE94A, kBorder = 0xFFFF9A3C, kPoint = 0xFF38E8FF,
+               kLeftOut = 0xFFB4B4B4;
+
+/// The parts of lines that are seen, in the view's pixels, without points that no screen tells apart.
+class SeenParts {
+ public:
+  SeenParts(const std::vector<lines::PixelLine>& lines, const ViewScale& scale, const QRectF& seen) {
+    for (const lines::PixelLine& line : lines) Add(line, scale, seen);
+  }
+
+  void Paint(QPainter& painter) const {
+    std::size_t begin = 0;
+    for (const std::size_t end : ends_) {
+      painter.drawPolyline(&places_[begin], static_cast<int>(end - begin));
+      begin = end;
+    }
+  }
+
+ private:
+  void Add(const lines::PixelLine& line, const ViewScale& scale, const QRectF& seen) {
+    constexpr double leastStep = 0.7;
+    QPointF last = scale.OnView(line.front());
+    places_.push_back(last);
+    for (std::size_t i = 1; i < line.size(); ++i) {
+      const QPointF place = scale.OnView(line[i]);
+      const bool isBeside =
+          std::max(last.x(), place.x()) < seen.left() || std::min(last.x(), place.x()) > seen.right() ||
+          std::max(last.y(), place.y()) < seen.top() || std::min(last.y(), place.y()) > seen.bottom();
+      const double step = std::abs(place.x() - last.x()) + std::abs(place.y() - last.y());
+      if (isBeside) {
+        End();
+      } else if (step < leastStep && i + 1 < line.size()) {
+        continue;
+      }
+      places_.push_back(place);
+      last = place;
+    }
+    End();
+  }
+
+  void End() {
+    const std::size_t begin = ends_.empty() ? 0 : ends_.back();
+    if (places_.size() < begin + 2) {
+      places_.resize(begin);
+    } else {
+      ends_.push_back(places_.size());
+    }
+  }
+
+  std::vector<QPointF> places_;
+  std::vector<std::size_t> ends_;  ///< of the parts
+};
+
+void PaintLines(QPainter& painter, const SeenParts& parts, QRgb colour) {
+  // Thin lines are many times quicker than broad ones.
+  painter.setRenderHint(QPainter::Antialiasing, false);
+  painter.setPen(QPen(QColor::fromRgba(kEdge), 1));
+  for (const QPointF& beside : {QPointF(-1, 0), QPointF(1, 0), QPointF(0, -1), QPointF(0, 1)}) {
+    painter.translate(beside);
+    parts.Paint(painter);
+    painter.translate(-beside);
+  }
+  painter.setPen(QPen(QColor::fromRgba(colour), 1));
+  parts.Paint(painter);
+}
+
+void PaintPoint(QPainter& painter, const PictureMarks::Point& point, QPointF at) {
+  const double radius = point.IsChosen ? 6 : 4;
+  const QColor colour = QColor::fromRgba(point.IsLeftOut ? kLeftOut : kPoint), edge = QColor::fromRgba(kEdge);
+  painter.setBrush(Qt::NoBrush);
+  for (const auto& [pen, width] : {std::pair{edge, 4.0}, std::pair{colour, point.IsChosen ? 2.5 : 1.6}}) {
+    painter.setPen(QPen(pen, width));
+    painter.drawEllipse(at, radius, radius);
+  }
+  if (point.Text.isEmpty()) return;
+  const QSizeF size = painter.fontMetrics().size(Qt::TextSingleLine, point.Text) + QSizeF(6, 2);
+  const QRectF box(at + QPointF(radius + 4, -size.height() / 2), size);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(edge);
+  painter.drawRoundedRect(box, 3, 3);
+  painter.setPen(colour);
+  painter.drawText(box, Qt::AlignCenter, point.Text);
+}
+
+}  // namespace
+
+ViewScale::ViewScale(const QSize& picture, const QSize& view)
+    : across_(static_cast<double>(view.width()) / std::max(1, picture.width())),
+      down_(static_cast<double>(view.height()) / std::max(1, picture.height())) {}
+
+void PaintMarks(QPainter& painter, const PictureMarks& marks, const ViewScale& scale, const QRect& seen) {
+  const QRectF near = QRectF(seen).adjusted(-2, -2, 2, 2);
+  if (marks.Lines) {
+    PaintLines(painter, SeenParts(marks.Lines->Borders, scale, near), kBorder);
+    PaintLines(painter, SeenParts(marks.Lines->Shores, scale, near), kShore);
+  }
+  painter.setRenderHint(QPainter::Antialiasing);
+  for (const PictureMarks::Point& point : marks.Points) PaintPoint(painter, point, scale.OnView(point.At));
+}
+
+}  // namespace pelorin::desktop
