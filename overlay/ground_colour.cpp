@@ -52,13 +52,7 @@ void GroundColours::ColourLine(const swath::GroundLine& line, std::span<std::uin
   BaseRow row;
   for (std::size_t i = 0; i < colours.size(); ++i) {
     const int southMin = line.SouthMin[i], eastMin = line.EastMin[i];
-    std::uint8_t index = kBackground;
-    if (master_) {
-      // The master's pixels stand for the points at their middle: the nearest one counts.
-      const int masterRow = std::min(MasterPixels(southMin), kMasterHeight - 1);
-      const int column = MasterPixels(swath::MinutesFromDateLine(eastMin));
-      index = master_->Row(masterRow)[column < kMasterWidth ? column : 0];
-    }
+    const std::uint8_t index = master_ ? master_->IndexAt(southMin, eastMin) : std::uint8_t{kBackground};
     indices[i] = index;
     const bool covered = (marks_ == Marks::All && index != kBackground) ||
                          (marks_ == Marks::Lines && (index == kBoundary || index == kGrid));

@@ -1,11 +1,14 @@
 #pragma once
 
 #include <QString>
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 
 #include "files/mapped_file.h"
+#include "overlay/overlay_master.h"
 #include "picture/indexed_bitmap.h"
+#include "swath/ground_line.h"
 
 namespace pelorin::overlay {
 
@@ -18,6 +21,12 @@ class MasterView {
 
   /// 0 is the northmost row; 0 … 3959.
   const std::uint8_t* Row(int row) const;
+  /// The pixel at a ground point; those stand for the points at their middle: the nearest one counts.
+  std::uint8_t IndexAt(int southMin, int eastMin) const {
+    const int row = std::min(MasterPixels(southMin), kMasterHeight - 1);
+    const int column = MasterPixels(swath::MinutesFromDateLine(eastMin));
+    return Row(row)[column < kMasterWidth ? column : 0];
+  }
   /// Colour of each index as the file has it, 0x00RRGGBB.
   const picture::ColourTable& Colours() const { return colours_; }
   /// The tag of the `Countries.dat` that it was drawn from; 0 when it was not drawn by this program.

@@ -1,0 +1,273 @@
+#include "align/picture_alignment.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "align/coarse_search.h"
+#include "align/fine_land.h"
+#include "align/sample_mesh.h"
+#include "orbit/scalar_math.h"
+
+namespace pelorin::align {
+namespace {
+
+/// A place that is told apart from others needs so many windows with coasts.
+constexpr int kLeastCoastWindows = 8;
+/// Most of what is seen changes from sample to sample.
+constexpr double kMostNoise = 0.5;
+/// Of the blur that both get, samples.
+constexpr double kPictureBlur = 0.8, kLandBlur = 1;
+
+/// How large each is thought to be.
+MoveDoubts DoubtsFor(const swath::Recording& recording) {
+  const double unknown = std::numeric_limits<double>::infinity();
+  switch (recording.SeenBy.Line.Law) {
+    case swath::ScanLaw::Zones:
+      return {unknown, 3, 0.4, 0.6};
+    case swath::ScanLaw::ZonesSphere:
+      return {unknown, 12, 0, 0};
+    case swath::ScanLaw::EvenAngles:
+      // A shift is a roll.
+      break;
+  }
+  return {unknown, 0, 0.7, 0.6};
+}
+
+/// What a coarse place means for the recording.
+Moves MovesTo(const CoarsePlace& place, const SampleMesh& mesh, const swath::Recording& recording) {
+  Moves moves;
+  moves.TimeS = place.TimeS;
+  if (TurnsWithAttitude(recording)) {
+    constexpr std::size_t yaw = 3;
+    const Frame frame = Frame::OfSamples(mesh);
+    const double row = frame.Rows / 2;
+    const auto ends = MovesOf(frame, {{0, row}, {frame.Columns - 1.0, row}});
+    const double rowsByDegree = (ends[1].Rows[yaw] - ends[0].Rows[yaw]) / 2;
+    if (rowsByDegree != 0) moves.YawDeg = -place.YawCells * SampleMesh::kPerCell / rowsByDegree;
+  }
+  moves.RollDeg = place.Across.RollDeg;
+  if (place.Across.UniformCells != 0) {
+    const swath::LineShape& line = recording.SeenBy.Line;
+    double columns = 0, angle = 0;
+    for (int x = 0; x < mesh.Columns(); ++x) {
+      const double from = mesh.ScannerColumn(x);
+      const double to = mesh.ScannerColumn(x + place.Across.UniformCells * SampleMesh::kPerCell);
+      columns += (to - from) / mesh.Columns();
+      angle += (swath::ColumnAngle(line, to) - swath::ColumnAngle(line, from)) / mesh.Columns();
+    }
+    if (line.Law == swath::ScanLaw::EvenAngles) {
+      moves.RollDeg += orbit::Degrees(angle);
+    } else {
+      moves.ShiftColumns -= columns;
+    }
+  }
+  return moves;
+}
+
+double Rounded(double value) {
+  constexpr double step = 100;
+  return std::round(value * step) / step;
+}
+
+/// What is remembered, and shown.
+swath::Recording Rounded(swath::Recording recording) {
+  recording.OffsetS = Rounded(recording.OffsetS);
+  recording.ShiftColumns = Rounded(recording.ShiftColumns);
+  recording.Offsets.RollDeg = Rounded(recording.Offsets.RollDeg);
+  recording.Offsets.YawDeg = Rounded(recording.Offsets.YawDeg);
+  return recording;
+}
+
+Moves Together(const Moves& a, const Moves& b) {
+  return {a.TimeS + b.TimeS, a.ShiftColumns + b.ShiftColumns, a.RollDeg + b.RollDeg, a.YawDeg + b.YawDeg};
+}
+
+struct FineStep {
+  FineFit Fit;
+  WindowLayout Layout;
+};
+
+class Aligning {
+ public:
+  Aligning(const swath::Recording& recording, std::span<const QImage> channels, const Ground& ground,
+           const AfterStep& afterStep)
+      : recording_(recording), ground_(ground), afterStep_(afterStep) {
+    for (const QImage& channel : channels) {
+      if (channel.width() == recording.Columns && channel.height() == recording.Rows) {
+        pictures_.push_back(MedianOfNine(ReceivedGrey(channel, recording)));
+      }
+    }
+  }
+
+  PictureAlignment Align(const SearchRange& range) {
+    PictureAlignment result;
+    result.Aligned = recording_;
+    if (recording_.Rows < 2 || recording_.Columns < 2 || pictures_.empty()) {
+      return NotFound(result, NotFoundFor::TooSmall);
+    }
+    const SampleMesh mesh(recording_);
+    std::vector<PictureCells> cells;
+    double noise = 0, most = 0;
+    for (const GreyPlane& picture : pictures_) {
+      cells.push_back(CellsOf(mesh.Resampled(picture)));
+      noise += cells.back().NoiseShare / static_cast<double>(pictures_.size());
+      for (const std::int16_t cell : cells.back().Contrast.Values) most = std::max(most, std::fabs(cell));
+    }
+    if (most == 0 && cells.front().Contrast.Values.size() > 0) return NotFound(result, NotFoundFor::OneColour);
+    const auto coarse = SearchAlong(mesh, cells, ground_.SurfacesOf, range.TimeS,
+                                    [this](double share) { return afterStep_(0.5 * share); });
+    if (!coarse) {
+      if (afterStep_(0.5)) return NotFound(result, NotFoundFor::TooSmall);
+      result.Is = Finding::Stopped;
+      return result;
+    }
+    result.ChancePeaks = coarse->ChancePeaks;
+    result.HalvesAgree = coarse->HalvesAgree;
+    if (!coarse->IsSure()) return NotFound(result, WhyNot(*coarse, noise));
+    result.Is = Finding::Roughly;
+    result.Aligned = Rounded(Moved(recording_, {coarse->TimeS, 0, 0, 0}));
+    if (ground_.Shores && !Refine(MovesTo(*coarse, mesh, recording_), result)) {
+      result = {};
+      result.Aligned = recording_;
+      result.Is = Finding::Stopped;
+    }
+    return result;
+  }
+
+ private:
+  static PictureAlignment NotFound(PictureAlignment& result, NotFoundFor reason) {
+    result.Is = Finding::NotFound;
+    result.Reason = reason;
+    return result;
+  }
+
+  NotFoundFor WhyNot(const CoarsePlace& place, double noise) const {
+    if (place.CoastWindows < kLeastCoastWindows * static_cast<int>(pictures_.size())) {
+      return NotFoundFor::FewCoasts;
+    }
+    if (noise > kMostNoise) return NotFoundFor::Noise;
+    if (place.IsAtEnd) return NotFoundFor::AtTheEnd;
+    return place.HalvesAgree ? NotFoundFor::Clouds : NotFoundFor::HalvesApart;
+  }
+
+  /// By samples, which are alike for all scanners, and then by the picture's own pixels. False when it was
+  /// ended.
+  bool Refine(const Moves& coarse, PictureAlignment& result) {
+    const FineStep first = BySamples(coarse);
+    if (!afterStep_(0.75)) return false;
+    result.Gate = first.Fit.Gate;
+    if (result.Gate < kClearGate) return true;
+    Moves moves = Together(coarse, first.Fit.Found);
+    const FineStep last = ByPixels(moves);
+    if (!afterStep_(1)) return false;
+    moves = Together(moves, last.Fit.Found);
+    result.Is = Finding::Found;
+    result.Aligned = Rounded(Moved(recording_, moves));
+    for (const WindowResidual& window : last.Fit.Windows) {
+      result.Windows.push_back(InFile(window, last.Layout));
+    }
+    return true;
+  }
+
+  FineStep BySamples(const Moves& already) const {
+    const SampleMesh mesh(Moved(recording_, already));
+    std::vector<Plane> contrasts;
+    GreyPlane seen;
+    for (const GreyPlane& picture : pictures_) {
+      SampleMesh::Samples samples = mesh.Resampled(picture);
+      contrasts.push_back(Contrast(samples.Grey, samples.Seen, 1));
+      seen = std::move(samples.Seen);
+    }
+    return Fit(Frame::OfSamples(mesh), contrasts, seen, {}, already);
+  }
+
+  FineStep ByPixels(const Moves& already) const {
+    const Frame frame = Frame::OfPixels(Moved(recording_, already));
+    const double scale = std::clamp(recording_.SeenBy.RowsPerSecond * SampleMesh::kRowS, 1.0, 3.0);
+    WindowLayout layout;
+    layout.Rows = static_cast<int>(layout.Rows * std::sqrt(scale));
+    layout.Columns = static_cast<int>(layout.Columns * std::sqrt(scale));
+    GreyPlane seen(frame.Columns, frame.Rows);
+    for (int row = 0; row < frame.Rows; ++row) {
+      if (!std::isfinite(recording_.SecondsOfLine(row))) continue;
+      for (int x = 0; x < frame.Columns; ++x) {
+        const double column = frame.ScannerColumn(x);
+        seen.Row(row)[x] = column > -0.5 && column < recording_.SeenBy.Line.Columns - 0.5;
+      }
+    }
+    std::vector<Plane> contrasts;
+    for (const GreyPlane& picture : pictures_) {
+      Plane grey(picture.Columns, picture.Rows);
+      std::copy(picture.Values.begin(), picture.Values.end(), grey.Values.begin());
+      contrasts.push_back(Contrast(grey, seen, scale));
+    }
+    return Fit(frame, contrasts, seen, layout, already);
+  }
+
+  static Plane Contrast(const Plane& grey, const GreyPlane& seen, double scale) {
+    constexpr int half = 32;
+    constexpr double leastSd = 3;
+    return LocalContrast(Blurred(grey, kPictureBlur), seen, static_cast<int>(half * scale), leastSd);
+  }
+
+  FineStep Fit(const Frame& frame, const std::vector<Plane>& contrasts, const GreyPlane& seen,
+               const WindowLayout& layout, const Moves& already) const {
+    const int margin = std::max(layout.RowReach, layout.ColumnReach);
+    const Plane land = Blurred(LandIn(frame, margin, *ground_.Shores, ground_.SurfacesOf), kLandBlur);
+    const auto windows = WindowsWithCoasts(contrasts, seen, land, margin, layout);
+    return {FitWindows(frame, windows, DoubtsFor(recording_), already), layout};
+  }
+
+  VotingWindow InFile(const WindowResidual& window, const WindowLayout& layout) const {
+    const bool isTurned = recording_.Lies.Turned, runsLeft = recording_.RunsLeft();
+    VotingWindow in;
+    in.Middle = {runsLeft ? recording_.Columns - 1 - window.Middle.Column : window.Middle.Column,
+                 isTurned ? recording_.Rows - 1 - window.Middle.Row : window.Middle.Row};
+    in.HalfColumns = layout.Columns / 2.0;
+    in.HalfRows = layout.Rows / 2.0;
+    // What the map has farther on than it should, the picture has before.
+    in.MisfitColumns = runsLeft ? window.Columns : -window.Columns;
+    in.MisfitRows = isTurned ? window.Rows : -window.Rows;
+    in.Votes = window.Votes;
+    return in;
+  }
+
+  swath::Recording recording_;
+  std::vector<GreyPlane> pictures_;  ///< as received
+  const Ground& ground_;
+  const AfterStep& afterStep_;
+};
+
+}  // namespace
+
+QString TextOf(NotFoundFor reason) {
+  switch (reason) {
+    case NotFoundFor::Nothing:
+      break;
+    case NotFoundFor::TooSmall:
+      return QStringLiteral("The picture is too small to be recognised by its coasts.");
+    case NotFoundFor::OneColour:
+      return QStringLiteral("The picture shows nothing: it is of one colour.");
+    case NotFoundFor::FewCoasts:
+      return QStringLiteral("There are too few coasts below this pass.");
+    case NotFoundFor::Noise:
+      return QStringLiteral("The picture is too noisy for its coasts to be recognised.");
+    case NotFoundFor::Clouds:
+      return QStringLiteral(
+          "No coasts are recognised: clouds hide them, or satellite or time are not those of the picture.");
+    case NotFoundFor::HalvesApart:
+      return QStringLiteral(
+          "Parts of the picture would lie at different places: clouds hide its coasts, or satellite or time "
+          "are not those of the picture.");
+    case NotFoundFor::AtTheEnd:
+      return QStringLiteral("The picture seems to lie beyond what was searched: its time is too far off.");
+  }
+  return {};
+}
+
+PictureAlignment AlignPicture(const swath::Recording& recording, std::span<const QImage> channels,
+                              const Ground& ground, const SearchRange& range, const AfterStep& afterStep) {
+  return Aligning(recording, channels, ground, afterStep).Align(range);
+}
+
+}  // namespace pelorin::align
