@@ -34,7 +34,8 @@ CellPlane Reversed(const CellPlane& strip) {
 double ChancePeaksOf(double height, std::vector<float> sample, int places) {
   constexpr double quantile = 0.9;
   if (sample.empty()) return places;
-  const auto at = sample.begin() + static_cast<std::ptrdiff_t>(quantile * static_cast<double>(sample.size() - 1));
+  const auto at =
+      sample.begin() + static_cast<std::ptrdiff_t>(quantile * static_cast<double>(sample.size() - 1));
   std::nth_element(sample.begin(), at, sample.end());
   const double high{*at};
   double above = 0;
@@ -48,8 +49,8 @@ double ChancePeaksOf(double height, std::vector<float> sample, int places) {
   if (count == 0 || !(above > 0)) return height > high ? 0 : places;
   // Neighbouring places are one peak.
   constexpr double placesInPeak = 3;
-  return std::min<double>(places, places / placesInPeak * (1 - quantile) *
-                                      std::exp(-(height - high) / (above / count)));
+  return std::min<double>(
+      places, places / placesInPeak * (1 - quantile) * std::exp(-(height - high) / (above / count)));
 }
 
 }  // namespace
@@ -67,7 +68,8 @@ VoteGrid GridFor(const swath::Recording& recording, const SampleMesh& mesh) {
   VoteGrid grid;
   std::vector<AcrossMove> uniform;
   for (int move = -kMostUniformCells; move <= kMostUniformCells; ++move) {
-    uniform.push_back({static_cast<double>(move), 0, std::vector<double>(static_cast<std::size_t>(cells), move)});
+    uniform.push_back(
+        {static_cast<double>(move), 0, std::vector<double>(static_cast<std::size_t>(cells), move)});
   }
   grid.Across.push_back(uniform);
   const bool turns = TurnsWithAttitude(recording);
@@ -97,9 +99,8 @@ std::optional<CoarsePlace> SearchAlong(const SampleMesh& mesh, std::span<const P
                                        const AfterStep& afterStep) {
   const int reach = static_cast<int>(std::ceil(std::max(rangeS, kLeastStripS) / kCellS));
   const int allowed = static_cast<int>(std::floor(rangeS / kCellS));
-  const int rows = pictures.empty() ? 0 : pictures.front().Contrast.Rows;
-  const CellPlane strip =
-      CoastStrip(mesh, surfacesOf, -reach * SampleMesh::kPerCell, rows + 2 * reach);
+  const int rows = pictures.front().Contrast.Rows;
+  const CellPlane strip = CoastStrip(mesh, surfacesOf, -reach * SampleMesh::kPerCell, rows + 2 * reach);
   if (!afterStep(0.25)) return std::nullopt;
   const VoteGrid grid = GridFor(mesh.Evenly(0, 1), mesh);
   const auto votesIn = [&](const CellPlane& ground, double from) {

@@ -4,8 +4,8 @@
 #include <span>
 
 #include "align/coast_votes.h"
-#include "swath/surface.h"
 #include "align/sample_mesh.h"
+#include "swath/surface.h"
 
 namespace pelorin::align {
 
@@ -23,7 +23,7 @@ struct CoarsePlace {
   bool IsSure() const;
 };
 
-/// Searches `rangeS` either way. Nothing when the picture is too small for it, or the work was ended.
+/// Searches `rangeS` either way. Nothing when the work was ended.
 std::optional<CoarsePlace> SearchAlong(const SampleMesh& mesh, std::span<const PictureCells> pictures,
                                        const swath::SurfaceOfLine& surfacesOf, double rangeS,
                                        const AfterStep& afterStep);

@@ -12,7 +12,8 @@ double Square(double value) { return value * value; }
 
 }  // namespace
 
-CellPlane CoastStrip(const SampleMesh& mesh, const swath::SurfaceOfLine& surfaceOf, int firstRow, int cellRows) {
+CellPlane CoastStrip(const SampleMesh& mesh, const swath::SurfaceOfLine& surfaceOf, int firstRow,
+                     int cellRows) {
   constexpr int perCell = SampleMesh::kPerCell;
   const int rows = cellRows * perCell;
   const swath::Recording even = mesh.Evenly(firstRow, rows);
@@ -26,9 +27,9 @@ CellPlane CoastStrip(const SampleMesh& mesh, const swath::SurfaceOfLine& surface
   }
   CellPlane strip(mesh.Columns() / perCell, cellRows);
   for (int row = 0; row < rows; ++row) {
-    finder.Find(orbit::JulianDateOfMoment(
-                    {even.FirstLine().Days + even.SecondsOfLine(row) / orbit::kSecondsPerDay}),
-                line);
+    finder.Find(
+        orbit::JulianDateOfMoment({even.FirstLine().Days + even.SecondsOfLine(row) / orbit::kSecondsPerDay}),
+        line);
     surfaceOf(line, surfaces);
     std::int16_t* cells = strip.Row(row / perCell);
     for (std::size_t x = 0; x < columns.size(); ++x) {

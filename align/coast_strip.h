@@ -1,7 +1,7 @@
 #pragma once
 
-#include "swath/surface.h"
 #include "align/sample_mesh.h"
+#include "swath/surface.h"
 
 /// The coarse view of picture and ground: cells of four by four samples, 2 s by 13 km.
 namespace pelorin::align {
@@ -13,7 +13,8 @@ using CellPlane = Raster<std::int16_t>;
 inline constexpr int kAllLand = 16;
 
 /// What the satellite would have seen from row `firstRow` of the mesh on, for so many cells.
-CellPlane CoastStrip(const SampleMesh& mesh, const swath::SurfaceOfLine& surfaceOf, int firstRow, int cellRows);
+CellPlane CoastStrip(const SampleMesh& mesh, const swath::SurfaceOfLine& surfaceOf, int firstRow,
+                     int cellRows);
 
 /// A picture as cells: its local contrast, ±kMostContrast.
 struct PictureCells {

@@ -152,7 +152,6 @@ class Voting {
   std::vector<const AcrossMove*> moves_;  ///< of all families
   int reach_ = 0;                         ///< farthest move across, in cells
   std::array<Floats, 2> votes_;           ///< by half; of each way, by shift
-  int windows_ = 0;
   std::vector<Window> seen_;              ///< those with contrast
 
   int blocks_ = 0, begin_ = 0;  ///< blocks in a row, and the column where they begin
@@ -220,7 +219,6 @@ void Voting::Vote(const CellPlane& picture, const Window& window) {
     }
   }
   const double variance = kWindowCells * squares - sum * sum;
-  ++windows_;
   if (variance < kLeastContrast * kLeastContrast * kWindowCells * kWindowCells) return;
   seen_.push_back(window);
 
@@ -237,8 +235,8 @@ void Voting::Vote(const CellPlane& picture, const Window& window) {
                                Products(window.Row, column + kBlockColumns, move),
                                Products(window.Row + kBlockRows, column, move),
                                Products(window.Row + kBlockRows, column + kBlockColumns, move)};
-    const Likeness found = Compare(products, strip_.WindowsFrom(from), window.Row, shifts_, sum, variance,
-                                   votesOf(move));
+    const Likeness found =
+        Compare(products, strip_.WindowsFrom(from), window.Row, shifts_, sum, variance, votesOf(move));
     likeness.Sum += found.Sum;
     likeness.Count += found.Count;
   }
@@ -306,7 +304,8 @@ Floats Voting::Smoothed(int half, const Way& way) const {
 ShiftVotes Voting::Result(int first, int last) {
   ShiftVotes result;
   result.Best.assign(Shifts(), 0);
-  result.Windows = windows_;
+  // Where no window has a coast nothing votes.
+  result.Peak = {first, 0, *moves_.front(), 0};
   Way best{};
   for (std::size_t yaw = 0; yaw < grid_.YawCells.size(); ++yaw) {
     const auto trust = static_cast<float>(1 - kYawDoubt * std::fabs(grid_.YawCells[yaw]));
@@ -331,25 +330,22 @@ ShiftVotes Voting::Result(int first, int last) {
         static_cast<int>(std::max_element(votes.begin() + from, votes.begin() + end) - votes.begin());
   }
   for (const Window& window : seen_) {
-    const int middle = window.MiddleColumn();
-    const double cells = result.Peak.Across.CellsOfColumn[static_cast<std::size_t>(middle)];
-    const int column = window.Column + static_cast<int>(std::lround(cells));
-    if (column < 0 || column + kWindowColumns > strip_.Columns()) continue;
-    const auto row = static_cast<std::size_t>(window.Row + result.Peak.Shift);
-    if (strip_.WindowsFrom(column).Variance[row] > kLeastVariance) ++result.CoastWindows;
+    const auto row = static_cast<std::size_t>(window.Row + (first + last) / 2);
+    if (strip_.WindowsFrom(window.Column).Variance[row] > kLeastVariance) ++result.CoastWindows;
   }
   return result;
 }
 
 }  // namespace
 
+bool HasWindows(const PictureCells& picture) {
+  return picture.Contrast.Rows >= kWindowRows && picture.Contrast.Columns >= kWindowColumns;
+}
+
 std::optional<ShiftVotes> VotesInStrip(std::span<const PictureCells> pictures, const CellPlane& strip,
                                        const VoteGrid& grid, int first, int last,
                                        const AfterStep& afterStep) {
-  if (pictures.empty()) return std::nullopt;
-  const CellPlane& any = pictures.front().Contrast;
-  const int shifts = strip.Rows - any.Rows + 1;
-  if (any.Rows < kWindowRows || any.Columns < kWindowColumns || shifts < 1) return std::nullopt;
+  const int shifts = strip.Rows - pictures.front().Contrast.Rows + 1;
   Voting voting(strip, grid, shifts);
   double done = 0;
   for (const PictureCells& picture : pictures) {

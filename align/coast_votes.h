@@ -7,8 +7,8 @@
 
 #include "align/coast_strip.h"
 
-/// Where a picture lies in the strip of ground that its satellite passed over: windows of the picture are laid
-/// on every place of the strip, and vote for the places where a coast in the strip shows in them.
+/// Where a picture lies in the strip of ground that its satellite passed over: windows of the picture are
+/// laid on every place of the strip, and vote for the places where a coast in the strip shows in them.
 namespace pelorin::align {
 
 /// A line that stands otherwise than it should.
@@ -41,16 +41,19 @@ struct ShiftVotes {
   VotePeak Peak;            ///< within the shifts that are allowed
   /// Where the two halves of the windows, those of a chess board, have their peaks near it.
   int HalfShifts[2] = {0, 0};
-  /// Windows that have a coast of the strip in them at the peak, and those of the picture in all.
-  int CoastWindows = 0, Windows = 0;
+  /// Windows of the picture that have a coast of the strip in them in the middle of what is allowed.
+  int CoastWindows = 0;
 };
+
+/// Whether a picture is large enough for a window.
+bool HasWindows(const PictureCells& picture);
 
 /// Called with the share of the work that is done, 0 … 1; false ends the work.
 using AfterStep = std::function<bool(double share)>;
 
-/// The votes for all shifts at which the picture lies wholly in the strip, of one or more pictures of the same
-/// lines. `first` … `last` are those that are allowed. Nothing when the work was ended, the picture is smaller
-/// than a window, or longer than the strip.
+/// The votes for all shifts at which the picture lies wholly in the strip, of one or more pictures of the
+/// same lines, which have windows. `first` … `last` are those that are allowed. Nothing when the work was
+/// ended.
 std::optional<ShiftVotes> VotesInStrip(std::span<const PictureCells> pictures, const CellPlane& strip,
                                        const VoteGrid& grid, int first, int last, const AfterStep& afterStep);
 

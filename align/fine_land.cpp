@@ -22,9 +22,7 @@ struct Crossing {
 
 void AddCrossings(const std::vector<lines::PixelLine>& shores, int margin, int lineCount,
                   std::vector<Crossing>& crossings) {
-  const auto lineAt = [margin](double row) {
-    return (row + 0.5 + margin) * kLinesPerRow - 0.5;
-  };
+  const auto lineAt = [margin](double row) { return (row + 0.5 + margin) * kLinesPerRow - 0.5; };
   for (const lines::PixelLine& shore : shores) {
     for (std::size_t i = 1; i < shore.size(); ++i) {
       const double from = lineAt(shore[i - 1].Row), to = lineAt(shore[i].Row);
@@ -64,9 +62,9 @@ class CoarseRows {
   void Take(int row) {
     const double seconds = frame_.Recording.SecondsOfLine(row);
     if (!std::isfinite(seconds)) return;
-    finder_.Find(orbit::JulianDateOfMoment(
-                     {frame_.Recording.FirstLine().Days + seconds / orbit::kSecondsPerDay}),
-                 line_);
+    finder_.Find(
+        orbit::JulianDateOfMoment({frame_.Recording.FirstLine().Days + seconds / orbit::kSecondsPerDay}),
+        line_);
     surfaceOf_(line_, surfaces_);
     for (std::size_t x = 0; x < scannerColumns_.size(); ++x) {
       const swath::Surface surface = surfaces_[scannerColumns_[x]];
@@ -103,8 +101,8 @@ class LandLine {
       isLand = false;
       from = 0;
       for (const Crossing* crossing = begin; crossing != end; ++crossing) {
-        const float to = std::clamp(crossing->X + 0.5F + static_cast<float>(margin_), from,
-                                    static_cast<float>(columns_));
+        const float to =
+            std::clamp(crossing->X + 0.5F + static_cast<float>(margin_), from, static_cast<float>(columns_));
         add(from, to);
         from = to;
         isLand = !isLand;

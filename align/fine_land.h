@@ -2,12 +2,12 @@
 
 #include <functional>
 
-#include "swath/surface.h"
 #include "align/plane.h"
 #include "align/sample_mesh.h"
 #include "lines/fine_lines.h"
 #include "swath/pixel_geometry.h"
 #include "swath/recording.h"
+#include "swath/surface.h"
 
 namespace pelorin::align {
 

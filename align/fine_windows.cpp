@@ -12,9 +12,6 @@ namespace {
 /// Land or water that stands out less (standard deviation) is no coast.
 constexpr double kLeastCoast = 0.15;
 constexpr double kLeastContrast = 0.05;
-constexpr double kMostVote = 1.2;
-/// A vote counts as far as it is so many times more than the window's mean.
-constexpr double kBackgrounds = 2;
 /// The products of so many moves are made at once.
 constexpr int kLane = 32;
 
@@ -90,9 +87,7 @@ struct Place {
 class Comparing {
  public:
   Comparing(const Plane& land, int margin, const WindowLayout& layout)
-      : layout_(layout),
-        margin_(margin),
-        land_(land.Columns + kLane, land.Rows) {
+      : layout_(layout), margin_(margin), land_(land.Columns + kLane, land.Rows) {
     for (int y = 0; y < land.Rows; ++y) std::copy_n(land.Row(y), land.Columns, land_.Row(y));
   }
 
@@ -103,7 +98,8 @@ class Comparing {
     int count = 0;
     // Every other sample tells as much.
     for (int y = 0; y < rows; y += 2) {
-      const float* land = land_.Row(margin_ + row - layout_.RowReach + y) + margin_ + column - layout_.ColumnReach;
+      const float* land =
+          land_.Row(margin_ + row - layout_.RowReach + y) + margin_ + column - layout_.ColumnReach;
       for (int x = 0; x < columns; x += 2) {
         const double value{land[x]};
         sum += value;
@@ -148,13 +144,13 @@ class Comparing {
           if (box.Variance < kLeastCoast * kLeastCoast * samples) continue;
           const double together = double{products[static_cast<std::size_t>(j)]} - sum * box.Sum / samples;
           const double square = std::min(together * together / (variance * box.Variance), 0.999);
-          const double vote = std::min(-std::log1p(-square), kMostVote);
+          const double vote = std::min(-std::log1p(-square), layout_.MostVote);
           votes.Row(i)[first + j] = vote;
           all += vote;
         }
       }
     }
-    const double background = kBackgrounds * all / static_cast<double>(votes.Values.size());
+    const double background = layout_.Backgrounds * all / static_cast<double>(votes.Values.size());
     bool standsOut = false;
     for (double& vote : votes.Values) {
       vote = std::max(vote - background, 0.0);
@@ -227,9 +223,9 @@ std::vector<FineWindow> WindowsWithCoasts(std::span<const Plane> contrasts, cons
   for (const Place& place : places) {
     Raster<double> votes = comparing.Votes(contrasts[place.Picture], place.Row, place.Column);
     if (votes.Values.empty()) continue;
-    windows.emplace_back(swath::PixelPoint{place.Column + (layout.Columns - 1) / 2.0,
-                                           place.Row + (layout.Rows - 1) / 2.0},
-                         std::move(votes));
+    windows.emplace_back(
+        swath::PixelPoint{place.Column + (layout.Columns - 1) / 2.0, place.Row + (layout.Rows - 1) / 2.0},
+        std::move(votes));
   }
   return windows;
 }

@@ -10,9 +10,12 @@
 namespace pelorin::align {
 
 struct WindowLayout {
-  int Rows = 40, Columns = 56;  ///< of a window; neighbours share half of each other
+  int Rows = 40, Columns = 56;          ///< of a window; neighbours share half of each other
   int RowReach = 14, ColumnReach = 12;  ///< how far the land is moved
-  int Most = 400;                       ///< windows; those with most of a coast are taken
+  /// A vote counts as far as it is so many times more than the window's mean.
+  double Backgrounds = 2;
+  double MostVote = 1.2;  ///< of one window
+  int Most = 400;         ///< windows; those with most of a coast are taken
 };
 
 /// The votes of a window for moves of the land, a cubic spline between whole ones.
@@ -34,8 +37,8 @@ class FineWindow {
   Raster<double> votes_, spline_;
 };
 
-/// The windows of pictures of a frame that have a coast in them and vote for something. `land` has a margin of
-/// `margin` samples, which is both reaches at least. `contrasts` are as large as the frame, `seen` alike.
+/// The windows of pictures of a frame that have a coast in them and vote for something. `land` has a margin
+/// of `margin` samples, which is both reaches at least. `contrasts` are as large as the frame, `seen` alike.
 std::vector<FineWindow> WindowsWithCoasts(std::span<const Plane> contrasts, const GreyPlane& seen,
                                           const Plane& land, int margin, const WindowLayout& layout);
 

@@ -13,8 +13,8 @@ namespace {
 
 /// A place that is told apart from others needs so many windows with coasts.
 constexpr int kLeastCoastWindows = 8;
-/// Most of what is seen changes from sample to sample.
-constexpr double kMostNoise = 0.5;
+/// Pure noise has some 0.3 when its median was taken.
+constexpr double kMostNoise = 0.27;
 /// Of the blur that both get, samples.
 constexpr double kPictureBlur = 0.8, kLandBlur = 1;
 
@@ -113,11 +113,11 @@ class Aligning {
       noise += cells.back().NoiseShare / static_cast<double>(pictures_.size());
       for (const std::int16_t cell : cells.back().Contrast.Values) most = std::max(most, std::fabs(cell));
     }
-    if (most == 0 && cells.front().Contrast.Values.size() > 0) return NotFound(result, NotFoundFor::OneColour);
+    if (!HasWindows(cells.front())) return NotFound(result, NotFoundFor::TooSmall);
+    if (most == 0) return NotFound(result, NotFoundFor::OneColour);
     const auto coarse = SearchAlong(mesh, cells, ground_.SurfacesOf, range.TimeS,
                                     [this](double share) { return afterStep_(0.5 * share); });
     if (!coarse) {
-      if (afterStep_(0.5)) return NotFound(result, NotFoundFor::TooSmall);
       result.Is = Finding::Stopped;
       return result;
     }
@@ -187,6 +187,10 @@ class Aligning {
     WindowLayout layout;
     layout.Rows = static_cast<int>(layout.Rows * std::sqrt(scale));
     layout.Columns = static_cast<int>(layout.Columns * std::sqrt(scale));
+    // Where the place is known already, no window need be kept from deciding it.
+    layout.MostVote = 4;
+    // Small pixels: a coast's votes reach as far as the land is moved.
+    layout.Backgrounds /= scale;
     GreyPlane seen(frame.Columns, frame.Rows);
     for (int row = 0; row < frame.Rows; ++row) {
       if (!std::isfinite(recording_.SecondsOfLine(row))) continue;

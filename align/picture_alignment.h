@@ -9,10 +9,10 @@
 
 #include "align/coast_votes.h"
 #include "align/fine_fit.h"
-#include "swath/surface.h"
 #include "lines/fine_lines.h"
 #include "swath/pixel_geometry.h"
 #include "swath/recording.h"
+#include "swath/surface.h"
 
 /// A picture finds its place by its coasts.
 namespace pelorin::align {
@@ -33,13 +33,13 @@ enum class Finding {
 /// Why nothing was found.
 enum class NotFoundFor {
   Nothing,
-  TooSmall,    ///< fewer lines or columns than a coast needs
-  OneColour,   ///< the picture shows nothing
-  FewCoasts,   ///< the satellite passed over sea, or over land
-  Noise,       ///< what the picture shows is mostly noise
-  Clouds,      ///< no place stands out
-  HalvesApart, ///< one does, but half of the picture would rather lie elsewhere
-  AtTheEnd,    ///< the best place is at the end of what was searched
+  TooSmall,     ///< fewer lines or columns than a coast needs
+  OneColour,    ///< the picture shows nothing
+  FewCoasts,    ///< the satellite passed over sea, or over land
+  Noise,        ///< what the picture shows is mostly noise
+  Clouds,       ///< no place stands out
+  HalvesApart,  ///< one does, but half of the picture would rather lie elsewhere
+  AtTheEnd,     ///< the best place is at the end of what was searched
 };
 
 /// For the user, what is wrong and what could be done: a sentence or two.
