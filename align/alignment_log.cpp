@@ -7,6 +7,7 @@
 #include "align/log_columns.h"
 #include "files/atomic_file.h"
 #include "files/csv.h"
+#include "files/file_error.h"
 #include "files/folder_lock.h"
 #include "files/read_file.h"
 
@@ -145,32 +146,44 @@ AlignmentLog::Content AlignmentLog::Read(const QString& path) {
   return content;
 }
 
-void AlignmentLog::Refresh() {
+void AlignmentLog::Refresh() const {
   const QFileInfo file(path_);
   const qint64 bytes = file.exists() ? file.size() : -1;
   const QDateTime written = file.lastModified();
   if (bytes == bytes_ && written == written_) return;
-  const Content content = Read(path_);
-  rows_.clear();
-  for (const Content::Line& line : content.Lines) {
-    if (line.Alignment) rows_.push_back(*line.Alignment);
-  }
-  note_ = content.NoteOn(path_);
   bytes_ = bytes;
   written_ = written;
+  rows_.clear();
+  note_.clear();
+  wasRead_ = true;
+  try {
+    const Content content = Read(path_);
+    for (const Content::Line& line : content.Lines) {
+      if (line.Alignment) rows_.push_back(*line.Alignment);
+    }
+    note_ = content.NoteOn(path_);
+  } catch (const files::FileError& error) {
+    note_ = error.Text();
+    wasRead_ = false;
+  }
 }
 
-const std::vector<LoggedAlignment>& AlignmentLog::Rows() {
+const std::vector<LoggedAlignment>& AlignmentLog::Rows() const {
   Refresh();
   return rows_;
 }
 
-QString AlignmentLog::Note() {
+bool AlignmentLog::WasRead() const {
+  Refresh();
+  return wasRead_;
+}
+
+QString AlignmentLog::Note() const {
   Refresh();
   return note_;
 }
 
-const LoggedAlignment* AlignmentLog::Find(const LoggedAlignment& picture) {
+const LoggedAlignment* AlignmentLog::Find(const LoggedAlignment& picture) const {
   Refresh();
   const auto found = std::find_if(rows_.rbegin(), rows_.rend(),
                                   [&](const LoggedAlignment& row) { return IsSamePicture(row, picture); });
@@ -199,7 +212,8 @@ void AlignmentLog::Change(const std::function<void(Content&)>& change) {
   Content content = Read(path_);
   change(content);
   files::ReplaceFile(path_, content.Bytes());
-  bytes_ = -1;
+  // Two changes may fall into one tick of the file system's clock.
+  written_ = QDateTime();
 }
 
 }  // namespace pelorin::align

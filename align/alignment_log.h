@@ -25,14 +25,17 @@ class AlignmentLog {
 
   const QString& Path() const { return path_; }
 
-  /// As the file has them now, whoever wrote it; valid until the next call. Raises FileError when there is a
-  /// file that cannot be read.
-  const std::vector<LoggedAlignment>& Rows();
-  /// What of the file was passed over, for the user, in one text; empty when all is understood.
-  QString Note();
+  /// As the file has them now, whoever wrote it; valid until the next call. None when there is no file, or
+  /// one that cannot be read.
+  const std::vector<LoggedAlignment>& Rows() const;
+  /// There is no file, or it was read; otherwise Note tells why not.
+  bool WasRead() const;
+  /// What of the file was passed over, or why all of it, for the user, in one text; empty when all is
+  /// understood.
+  QString Note() const;
   /// The alignment of a picture, the last if there are several; null when it was never aligned. Valid until
   /// the next call.
-  const LoggedAlignment* Find(const LoggedAlignment& picture);
+  const LoggedAlignment* Find(const LoggedAlignment& picture) const;
 
   /// In place of what the log had of the same picture, of which the columns that are not ours are kept.
   /// Raises FileError; the log is then as it was.
@@ -44,14 +47,15 @@ class AlignmentLog {
   struct Content;
   static Content Read(const QString& path);
   void Change(const std::function<void(Content&)>& change);
-  void Refresh();
+  void Refresh() const;
 
   QString path_;
-  std::vector<LoggedAlignment> rows_;
-  QString note_;
-  /// Of the file that they are from.
-  qint64 bytes_ = -1;
-  QDateTime written_;
+  /// What was read last, and of which file.
+  mutable std::vector<LoggedAlignment> rows_;
+  mutable QString note_;
+  mutable bool wasRead_ = true;
+  mutable qint64 bytes_ = -1;
+  mutable QDateTime written_;
 };
 
 }  // namespace pelorin::align

@@ -42,12 +42,6 @@ double MedianBy(const std::vector<LoggedAlignment>& some, double (*number)(const
   return MedianOf(std::move(numbers));
 }
 
-QString AngleText(double degrees) {
-  // −0.00 is no angle.
-  const double rounded = std::round(degrees * 100) / 100 + 0.0;
-  return QString::number(rounded, 'f', 2).replace(u'-', QChar(0x2212)) + QChar(0xB0);
-}
-
 template <class Words>
 QString TipOf(const QString& heading, const std::vector<LoggedAlignment>& of, Words words) {
   QStringList lines{heading};
@@ -113,6 +107,12 @@ std::optional<AttitudeMedian> OfferAttitude(std::span<const LoggedAlignment> log
   return isNews ? median : std::nullopt;
 }
 
+QString AngleText(double degrees) {
+  // −0.00 is no angle.
+  const double rounded = std::round(degrees * 100) / 100 + 0.0;
+  return QString::number(rounded, 'f', 2).replace(u'-', QChar(0x2212)) + QChar(0xB0);
+}
+
 QString SecondsText(double seconds) {
   const double rounded = std::round(seconds * 10) / 10 + 0.0;
   const QString sign = rounded > 0 ? QStringLiteral("+") : rounded < 0 ? QString(QChar(0x2212)) : QString();
@@ -131,6 +131,28 @@ QString TextOf(const AttitudeMedian& median) {
   return QStringLiteral("Attitude: take roll %1, yaw %2, the median of %3")
       .arg(AngleText(median.RollDeg), AngleText(median.YawDeg))
       .arg(median.Of.size());
+}
+
+QString TextOf(const LoggedAlignment& before) {
+  return QStringLiteral("Aligned before: %1, %2").arg(SecondsText(before.ClockS), WordsOf(before.How));
+}
+
+QString TipOf(const LoggedAlignment& before) {
+  QStringList lines{
+      QStringLiteral("This picture was aligned %1; press to let it lie so again:").arg(WordsOf(before.How)),
+      QStringLiteral("time %1, roll %2, pitch %3, yaw %4")
+          .arg(SecondsText(before.ClockS), AngleText(before.Offsets.RollDeg),
+               AngleText(before.Offsets.PitchDeg), AngleText(before.Offsets.YawDeg))};
+  if (before.ShiftColumns != 0)
+    lines.append(QStringLiteral("%1 columns across").arg(before.ShiftColumns, 0, 'f', 1));
+  if (before.DriftPpm != 0)
+    lines.append(QStringLiteral("its clock slow by %1 ppm").arg(before.DriftPpm, 0, 'f', 0));
+  if (before.Accepted.Days != 0) {
+    lines.append(
+        QStringLiteral("accepted %1")
+            .arg(QString::fromStdString(orbit::FormatDateTime("yyyy mmm dd hh:nn UTC", before.Accepted))));
+  }
+  return lines.join(u'\n');
 }
 
 QString TipOf(const ClockMedian& median) {

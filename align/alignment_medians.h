@@ -54,7 +54,14 @@ QString TextOf(const AttitudeMedian& median);
 QString TipOf(const ClockMedian& median);
 QString TipOf(const AttitudeMedian& median);
 
+/// "Aligned before: +1.3 s, by its coasts".
+QString TextOf(const LoggedAlignment& before);
+/// All of it, a line each.
+QString TipOf(const LoggedAlignment& before);
+
 /// "+1.3 s".
 QString SecondsText(double seconds);
+/// "−0.12°".
+QString AngleText(double degrees);
 
 }  // namespace pelorin::align

@@ -73,15 +73,15 @@ swath::Recording Aligned(swath::Recording recording, const LoggedAlignment& logg
   return recording;
 }
 
-bool LiesAsAligned(const swath::Recording& recording, const LoggedAlignment& logged) {
+bool LiesAlike(const LoggedAlignment& one, const LoggedAlignment& other) {
   constexpr double same = 0.002;  // of a second, a column, a degree
   constexpr double samePpm = 0.2;
-  const auto isSame = [](double one, double other) { return std::fabs(one - other) < same; };
-  return isSame(recording.OffsetS, logged.ClockS) && isSame(recording.ShiftColumns, logged.ShiftColumns) &&
-         isSame(recording.Offsets.RollDeg, logged.Offsets.RollDeg) &&
-         isSame(recording.Offsets.PitchDeg, logged.Offsets.PitchDeg) &&
-         isSame(recording.Offsets.YawDeg, logged.Offsets.YawDeg) &&
-         std::fabs(recording.DriftPpm - logged.DriftPpm) < samePpm;
+  const auto isSame = [](double a, double b) { return std::fabs(a - b) < same; };
+  return isSame(one.ClockS, other.ClockS) && isSame(one.ShiftColumns, other.ShiftColumns) &&
+         isSame(one.Offsets.RollDeg, other.Offsets.RollDeg) &&
+         isSame(one.Offsets.PitchDeg, other.Offsets.PitchDeg) &&
+         isSame(one.Offsets.YawDeg, other.Offsets.YawDeg) &&
+         std::fabs(one.DriftPpm - other.DriftPpm) < samePpm;
 }
 
 }  // namespace pelorin::align

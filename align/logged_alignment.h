@@ -54,7 +54,7 @@ bool IsSamePicture(const LoggedAlignment& one, const LoggedAlignment& other);
 /// A recording as it was aligned before.
 swath::Recording Aligned(swath::Recording recording, const LoggedAlignment& logged);
 
-/// It lies as it was aligned: to what the log writes down.
-bool LiesAsAligned(const swath::Recording& recording, const LoggedAlignment& logged);
+/// One picture lies the same by both, to what the log writes down.
+bool LiesAlike(const LoggedAlignment& one, const LoggedAlignment& other);
 
 }  // namespace pelorin::align
