@@ -30,6 +30,8 @@ QString ElementRequestsFile() {
 
 QString ElementArchiveFolder() { return QDir(UserDataFolder()).filePath(QStringLiteral("archive")); }
 
+QString AlignmentLogFile() { return QDir(UserDataFolder()).filePath(QStringLiteral("alignments.csv")); }
+
 QString CacheFolder() {
   return QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) + kOwnPlace;
 }

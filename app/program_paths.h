@@ -19,6 +19,9 @@ QString ElementArchiveFolder();
 /// Where it is written down when the element service was asked: a file in the user's own data.
 QString ElementRequestsFile();
 
+/// The log of accepted alignments: a file in the user's own data. Need not exist.
+QString AlignmentLogFile();
+
 /// What the program can make anew at any time lies there. Need not exist.
 QString CacheFolder();
 

@@ -48,9 +48,10 @@ struct Settings : RegistryVariables {
   TRegistryString RecentPictures{*this, "RecentPictures", {}};  ///< comma text: what was opened, latest first
   TRegistryString ClockCorrections{*this, "ClockCorrections", {}};  ///< see swath/clock_corrections.h
   TRegistryString AttitudeCorrections{
-      *this, "AttitudeCorrections", {}};                        ///< see swath/attitude_corrections.h
-  TRegistryString WindowPlace{*this, "Window\\Place", {}};      ///< on the screen, as Qt saves it
-  TRegistryInteger WindowColours{*this, "Window\\Colours", 0};  ///< a desktop::Look
+      *this, "AttitudeCorrections", {}};                             ///< see swath/attitude_corrections.h
+  TRegistryString WindowPlace{*this, "Window\\Place", {}};           ///< on the screen, as Qt saves it
+  TRegistryString AlignmentsPlace{*this, "Window\\Alignments", {}};  ///< the dialog's, likewise
+  TRegistryInteger WindowColours{*this, "Window\\Colours", 0};       ///< a desktop::Look
   /// A mirror of the element service; empty for the public one.
   TRegistryString ElementsAddress{*this, "Network\\ElementsAddress", {}};
   /// From so many lines on that a map may be off, its elements' age is shown in yellow, or in red.

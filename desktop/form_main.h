@@ -17,6 +17,7 @@
 namespace pelorin::desktop {
 
 class TAboutBoxQuillfen;
+class TFormAlignments;
 class TFormEphemeris;
 class TFormOverlayTextOptions;
 class TFormSatKepsSummary;
@@ -123,6 +124,7 @@ class TFormMain : public QMainWindow, public session::Shell {
   void OptionsTextOverlayClick();
   void OptionsUpdateKeplersClick();
   void ViewSatelliteDataClick();
+  void ViewAlignmentsClick();
   void LookChanged(QAction* item);
   void HelpIntroductionClick();
   void HelpContentsClick();
@@ -148,6 +150,7 @@ class TFormMain : public QMainWindow, public session::Shell {
   TTabSheetFlight* TabSheetFlight = nullptr;
   TFormSetFlightTime* FormSetFlightTime = nullptr;
   TFormSatKepsSummary* FormSatKepsSummary = nullptr;
+  TFormAlignments* FormAlignments = nullptr;
   TFormOverlayTextOptions* FormOverlayTextOptions = nullptr;
   TAboutBoxQuillfen* AboutBoxQuillfen = nullptr;
   TFormEphemeris* FormEphemeris = nullptr;

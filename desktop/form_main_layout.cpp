@@ -90,6 +90,8 @@ void BuildViewMenu(FormMainLayout& ui, QMainWindow* form) {
   menu->setToolTipsVisible(true);
   ui.ViewSatelliteData = Item(menu, QStringLiteral("Satellite orbit data ...."), "ViewSatelliteData",
                               QStringLiteral("Every loaded element set and its age"));
+  ui.ViewAlignments = Item(menu, QStringLiteral("&Alignments..."), "ViewAlignments",
+                           QStringLiteral("The pictures that were aligned, and what was found"));
   QMenu* look = Named(menu->addMenu(QStringLiteral("&Colours")), "MenuColours");
   ui.LookGroup = new QActionGroup(form);
   const auto add = [&](Look value, const QString& text) {

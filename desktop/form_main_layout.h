@@ -22,7 +22,7 @@ struct FormMainLayout {
   QActionGroup *FootprintGroup, *IntervalGroup, *LookGroup;
   QAction *MenuSavePassDetails, *MenuShowOverlay, *MenuOverlayLinesOnly, *OptionsTextOverlay,
       *OptionsUpdateKeplers;
-  QAction* ViewSatelliteData;
+  QAction *ViewSatelliteData, *ViewAlignments;
   QAction *HelpIntroduction, *HelpContents, *HelpIndex, *HelpFAQs, *HelpAbout;
   QAction *ShowDebug, *HelpPage;  ///< in no menu
 

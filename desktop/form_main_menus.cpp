@@ -15,6 +15,7 @@
 #include "desktop/form_main.h"
 #include "desktop/help/help.h"
 #include "desktop/map/tab_sheet_map.h"
+#include "desktop/overlay/form_alignments.h"
 #include "desktop/overlay/form_overlay_text_options.h"
 #include "desktop/overlay/tab_sheet_flight.h"
 #include "desktop/overlay/tab_sheet_ground_path.h"
@@ -51,6 +52,7 @@ void TFormMain::ConnectMenus() {
   Handle(ui_.OptionsTextOverlay, &QAction::triggered, this, &TFormMain::OptionsTextOverlayClick);
   Handle(ui_.OptionsUpdateKeplers, &QAction::triggered, this, &TFormMain::OptionsUpdateKeplersClick);
   Handle(ui_.ViewSatelliteData, &QAction::triggered, this, &TFormMain::ViewSatelliteDataClick);
+  Handle(ui_.ViewAlignments, &QAction::triggered, this, &TFormMain::ViewAlignmentsClick);
   Handle(ui_.LookGroup, &QActionGroup::triggered, this, &TFormMain::LookChanged);
   Handle(ui_.HelpIntroduction, &QAction::triggered, this, &TFormMain::HelpIntroductionClick);
   Handle(ui_.HelpContents, &QAction::triggered, this, &TFormMain::HelpContentsClick);
@@ -144,6 +146,11 @@ void TFormMain::OptionsTextOverlayClick() { FormOverlayTextOptions->Run(); }
 void TFormMain::OptionsUpdateKeplersClick() { FormUpdateKeplers->exec(); }
 
 void TFormMain::ViewSatelliteDataClick() { FormSatKepsSummary->exec(); }
+
+void TFormMain::ViewAlignmentsClick() {
+  FormAlignments->exec();
+  TabSheetGroundPath->AlignmentLogChanged();
+}
 
 void TFormMain::LookChanged(QAction* item) {
   settings_.WindowColours.Value = item->data().toInt();

@@ -14,6 +14,7 @@
 #include "desktop/element_watch.h"
 #include "desktop/form_main.h"
 #include "desktop/map/tab_sheet_map.h"
+#include "desktop/overlay/form_alignments.h"
 #include "desktop/overlay/form_overlay_text_options.h"
 #include "desktop/overlay/tab_sheet_flight.h"
 #include "desktop/overlay/tab_sheet_ground_path.h"
@@ -126,6 +127,7 @@ void TFormMain::SetStartTime() {
 void TFormMain::CreateForms() {
   FormSetFlightTime = new TFormSetFlightTime(*session_, this);
   FormSatKepsSummary = new TFormSatKepsSummary(*session_, this);
+  FormAlignments = new TFormAlignments(*session_, this);
   FormOverlayTextOptions = new TFormOverlayTextOptions(*session_, this);
   AboutBoxQuillfen = new TAboutBoxQuillfen(*session_, this);
   FormEphemeris = new TFormEphemeris(*session_, this);

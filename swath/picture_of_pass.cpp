@@ -94,6 +94,17 @@ void PictureOfPass::ResetOffset() {
   corrections_.Forget(recording_);
 }
 
+void PictureOfPass::TakeAlignment(double offsetS, double shiftColumns, double driftPpm) {
+  recording_.OffsetS = offsetS;
+  SetCut(shiftColumns, driftPpm);
+}
+
+void PictureOfPass::LeaveAlignment() {
+  const Recording usual = opened_ ? opened_->Known : Recording();
+  TakeAlignment(corrections_.OffsetOf(recording_).value_or(UsualOffsetS()), usual.ShiftColumns,
+                usual.DriftPpm);
+}
+
 Recording PictureOfPass::OfPass() const {
   Recording recording;
   recording.Satellite = recording_.Satellite;

@@ -62,6 +62,11 @@ class PictureOfPass {
   double UsualOffsetS() const { return opened_ ? opened_->Known.OffsetS : 0; }
   /// Goes back to that, and remembers nothing of its clock and cut.
   void ResetOffset();
+  /// The recording that is looked for lies as it was aligned. This is about the picture alone: nothing is
+  /// learnt of its clock.
+  void TakeAlignment(double offsetS, double shiftColumns, double driftPpm);
+  /// It lies as it would without; nothing is forgotten.
+  void LeaveAlignment();
   QString SavedCorrections() const { return corrections_.Saved(); }
 
  private:

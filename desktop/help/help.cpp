@@ -20,17 +20,10 @@ struct TopicOfForm {
 };
 
 constexpr TopicOfForm kTopicsOfForms[] = {
-    {"TabSheetSetup", 20},
-    {"TabSheetMap", 30},
-    {"TabSheetGroundPath", 40},
-    {"TabSheetFlight", 50},
-    {"FormEphemeris", 60},
-    {"FormUpdateKeplers", 70},
-    {"FormSatKepsSummary", 80},
-    {"FormOverlayTextOptions", 90},
-    {"FormSetFlightTime", 51},
-    {"FormPictureDetails", 41},
-    {"AboutBoxQuillfen", kHelpIntroduction},
+    {"TabSheetSetup", 20},      {"TabSheetMap", 30},        {"TabSheetGroundPath", 40},
+    {"TabSheetFlight", 50},     {"FormEphemeris", 60},      {"FormUpdateKeplers", 70},
+    {"FormSatKepsSummary", 80}, {"FormAlignments", 85},     {"FormOverlayTextOptions", 90},
+    {"FormSetFlightTime", 51},  {"FormPictureDetails", 41}, {"AboutBoxQuillfen", kHelpIntroduction},
 };
 
 /// The topic of the dialog, or of the window that it lies over; in the main window, of the page in front.

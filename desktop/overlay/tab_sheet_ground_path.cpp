@@ -50,6 +50,7 @@ TTabSheetGroundPath::TTabSheetGroundPath(session::Session& session, QWidget* par
     : TTabSheet(session, parent),
       picture_(session.Settings.ClockCorrections.Value),
       attitudes_(session.Settings.AttitudeCorrections.Value),
+      log_(app::AlignmentLogFile()),
       FormPictureDetails(new TFormPictureDetails(session, this)) {
   setObjectName(QStringLiteral("TabSheetGroundPath"));
   ui_.Build(this);
@@ -74,6 +75,9 @@ TTabSheetGroundPath::TTabSheetGroundPath(session::Session& session, QWidget* par
   Handle(ui_.GroupBoxTimeCorrection, &TTimeCorrectionBox::Changed, this, &Page::TimeCorrectionChanged);
   Handle(ui_.GroupBoxTimeCorrection, &TTimeCorrectionBox::ResetWanted, this, &Page::TimeCorrectionReset);
   Handle(ui_.ButtonMinuteMarks, &QPushButton::clicked, this, &Page::ButtonMinuteMarksClick);
+  Handle(ui_.ButtonAlignedBefore, &QPushButton::clicked, this, &Page::ButtonAlignedBeforeClick);
+  Handle(ui_.ButtonClockMedian, &QPushButton::clicked, this, &Page::ButtonClockMedianClick);
+  Handle(ui_.ButtonAttitudeMedian, &QPushButton::clicked, this, &Page::ButtonAttitudeMedianClick);
   Handle(ui_.GroupBoxAttitude, &TAttitudeBox::Changed, this, &Page::AttitudeChanged);
   Handle(ui_.GroupBoxAttitude, &TAttitudeBox::ResetWanted, this, &Page::AttitudeReset);
   Handle(ui_.ButtonFitByHand, &QPushButton::clicked, this, &Page::ButtonFitByHandClick);
@@ -221,6 +225,7 @@ void TTabSheetGroundPath::ShowPicture(const swath::FoundPicture& found) {
   file_ = loaded.Image;
   damage_ = loaded.Damage.isEmpty() ? QString() : QStringLiteral(" (damaged)");
   picture_.Show(file_.width(), file_.height());
+  OpenAligned();
   FindMarks();
   ShowTurned();
   EnableControls();
@@ -238,6 +243,7 @@ QImage TTabSheetGroundPath::HalfOf(const QImage& wholeLines) const {
 QString TTabSheetGroundPath::PictureTitle(const swath::Recording& recording, swath::Stored shown) const {
   QString title = QStringLiteral("Picture: %1%2  from %3 UTC")
                       .arg(QFileInfo(picture_.ShownPath()).fileName(), damage_, StartText(recording));
+  if (LiesAsLogged()) title += QStringLiteral(", aligned");
   // Recorders of the old format turn what is north-bound, and everybody expects that.
   if (recording.LiesIsFrom == swath::KnownFrom::Default && shown == recording.Lies) return title;
   title += recording.SouthBound ? QStringLiteral(", south-bound") : QStringLiteral(", north-bound");
@@ -248,6 +254,7 @@ QString TTabSheetGroundPath::PictureTitle(const swath::Recording& recording, swa
 
 void TTabSheetGroundPath::ComboBoxSatForPicChange() {
   picture_.SetSatellite(ui_.ComboBoxSatForPic->currentText());
+  OpenAligned();
   ShowPass();
   FindMarks();
   EnableControls();

@@ -2,6 +2,8 @@
 
 #include <optional>
 
+#include "align/alignment_log.h"
+#include "align/alignment_medians.h"
 #include "desktop/overlay/tab_sheet_ground_path_layout.h"
 #include "lines/fine_lines.h"
 #include "overlay/minute_mark_offer.h"
@@ -57,6 +59,15 @@ class TTabSheetGroundPath : public session::TTabSheet {
   /// likewise. `half`: see PictureChannel.
   bool OpenPath(const QString& path, int half = -1, bool isAsked = false);
 
+  /// The user has accepted an alignment: it is logged, and opens its picture from now on. Where that is the
+  /// picture of the page, its map follows. `picture` is the path of its file; `chancePeaks`: see
+  /// align::LoggedAlignment. Nothing is learnt from it of the satellite or of its clock. Raises FileError
+  /// when it cannot be logged; the page has taken it all the same.
+  void RememberAlignment(const swath::Recording& aligned, const QString& picture, align::FoundBy how,
+                         std::optional<double> chancePeaks);
+  /// Rows may be gone; the picture lies as it did.
+  void AlignmentLogChanged();
+
  protected:
   void keyPressEvent(QKeyEvent* event) override;
 
@@ -86,6 +97,9 @@ class TTabSheetGroundPath : public session::TTabSheet {
   void ButtonFitByHandClick();
   void HandFitTaken(const swath::Recording& fitted);
   void HandFitCancelled();
+  void ButtonAlignedBeforeClick();
+  void ButtonClockMedianClick();
+  void ButtonAttitudeMedianClick();
   void TimerSaveResultsTimer();
   void CheckBoxZoomClick();
   void CheckBoxScrollBothClick();
@@ -135,6 +149,7 @@ class TTabSheetGroundPath : public session::TTabSheet {
   swath::Stored ShownLies(const swath::Recording& recording) const;
   /// Shows the picture that was read, turned as the user wants it.
   void ShowTurned();
+  void ShowTitle();
   QString PictureTitle(const swath::Recording& recording, swath::Stored shown) const;
 
   /// What is known of the picture that is looked for, stored as in its file.
@@ -151,13 +166,24 @@ class TTabSheetGroundPath : public session::TTabSheet {
   void ShowFit();
   /// Remembers what the user has fitted, and lets the map follow.
   void TakeFit();
-  /// A recording that was fitted to the picture: the one that is looked for is corrected like it.
-  void TakeFitted(const swath::Recording& fitted);
   /// The recording of the picture that is seen, as it is shown, and why it cannot be fitted by hand.
   KnownRecording ForHandFit() const;
   void ShowHandFit();
   /// What is fitted by hand must be what is seen.
   void EndHandFitOfAnother();
+  void FollowFit();
+
+  /// What the log would have of the picture that is seen, as it lies now; nothing where no map can lie on it.
+  std::optional<align::LoggedAlignment> Seen() const;
+  /// The picture that is seen was aligned, and lies so.
+  bool LiesAsLogged() const;
+  /// A picture that was aligned before lies so from now on, unless it is the one of before, which stays as it
+  /// is.
+  void OpenAligned();
+  void TakeAlignment(const align::LoggedAlignment& alignment);
+  /// True when there was an alignment to leave.
+  bool LeaveAlignment();
+  void ShowRemembered(bool marksTellTime);
 
   /// The map that the page is set to make now. Raises OverlayError where none can be made.
   overlay::OverlayRequest Request() const;
@@ -200,9 +226,13 @@ class TTabSheetGroundPath : public session::TTabSheet {
     std::optional<swath::Stored> Lies;
   };
   std::optional<Told> told_;
-  QImage file_;             ///< the picture that is seen, as its file has it
-  std::vector<int> marks_;  ///< lines of it where minute marks begin
-  QString damage_;          ///< what its title says of it
+  QImage file_;  ///< the picture that is seen, as its file has it
+  align::AlignmentLog log_;
+  std::optional<align::LoggedAlignment> alignment_;  ///< its attitude counts, for its picture
+  std::optional<align::LoggedAlignment> sought_;     ///< the picture that was looked up in the log
+  QString toldNote_;                                 ///< of the log
+  std::vector<int> marks_;                           ///< lines of it where minute marks begin
+  QString damage_;                                   ///< what its title says of it
   TFormPictureDetails* FormPictureDetails;
   THandFit* hand_;
   bool stopRequested_ = false;

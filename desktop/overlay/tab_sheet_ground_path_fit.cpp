@@ -31,6 +31,7 @@ void TTabSheetGroundPath::ShowFit() {
   ui_.GroupBoxAttitude->ShowOf(known && known->Problem.isEmpty() ? &known->Recording : nullptr);
   const auto offer = Offer();
   ui_.ButtonMinuteMarks->setVisible(offer.has_value());
+  ShowRemembered(offer && offer->IsMeasured);
   if (!offer) return;
   QString text = overlay::TextOf(*offer, known->Recording.Satellite);
   // What it depends on has a line of its own: the row is short.
@@ -40,7 +41,12 @@ void TTabSheetGroundPath::ShowFit() {
 void TTabSheetGroundPath::TakeFit() {
   session_.Settings.ClockCorrections.Value = picture_.SavedCorrections();
   session_.Settings.AttitudeCorrections.Value = attitudes_.Saved();
+  FollowFit();
+}
+
+void TTabSheetGroundPath::FollowFit() {
   ShowPass();
+  ShowTitle();
   if (IsBusy()) {
     MakeAgain();
   } else if (made_ && ui_.ComboBoxSatForPic->currentIndex() >= 0) {
@@ -54,7 +60,8 @@ void TTabSheetGroundPath::TimeCorrectionChanged(double seconds) {
 }
 
 void TTabSheetGroundPath::TimeCorrectionReset() {
-  picture_.ResetOffset();
+  const bool isAligned = alignment_ && picture_.OffsetS() == alignment_->ClockS;
+  if (!(isAligned && LeaveAlignment())) picture_.ResetOffset();
   TakeFit();
 }
 
@@ -66,13 +73,15 @@ void TTabSheetGroundPath::AttitudeChanged(const swath::Attitude& attitude) {
   const auto known = Known();
   if (!known) return;
   attitudes_.Learn(known->Recording, attitude);
+  // The alignment's time stays.
+  alignment_.reset();
   TakeFit();
 }
 
 void TTabSheetGroundPath::AttitudeReset() {
   const auto known = Known();
   if (!known) return;
-  attitudes_.Forget(known->Recording);
+  if (!LeaveAlignment()) attitudes_.Forget(known->Recording);
   TakeFit();
 }
 

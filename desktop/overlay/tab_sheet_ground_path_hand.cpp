@@ -47,7 +47,8 @@ void TTabSheetGroundPath::ShowHandFit() {
   // Who fits a picture wants no other one, and no second correction at the same time.
   for (QWidget* control : std::initializer_list<QWidget*>{
            ui_.ComboBoxSatForPic, ui_.DateTimePickerDate, ui_.DateTimePickerTime, ui_.SpinEditPassDuration,
-           ui_.ButtonGenTopo, ui_.ButtonReload, ui_.ButtonDetails, ui_.ButtonMinuteMarks, ui_.CheckBoxNorthUp,
+           ui_.ButtonGenTopo, ui_.ButtonReload, ui_.ButtonDetails, ui_.ButtonMinuteMarks,
+           ui_.ButtonAlignedBefore, ui_.ButtonClockMedian, ui_.ButtonAttitudeMedian, ui_.CheckBoxNorthUp,
            ui_.GroupBoxTimeCorrection}) {
     control->setEnabled(!isOn);
   }
@@ -68,21 +69,12 @@ void TTabSheetGroundPath::ButtonFitByHandClick() {
 
 void TTabSheetGroundPath::HandFitTaken(const swath::Recording& fitted) {
   EnableControls();
-  TakeFitted(fitted);
+  RememberAlignment(fitted, picture_.ShownPath(), align::FoundBy::Hand, {});
 }
 
 void TTabSheetGroundPath::HandFitCancelled() {
   EnableControls();
   ShowFit();
-}
-
-void TTabSheetGroundPath::TakeFitted(const swath::Recording& fitted) {
-  const auto known = Known();
-  if (!known) return;
-  if (fitted.Offsets != known->Recording.Offsets) attitudes_.Learn(known->Recording, fitted.Offsets);
-  picture_.SetOffset(fitted.OffsetS);
-  picture_.SetCut(fitted.ShiftColumns, fitted.DriftPpm);
-  TakeFit();
 }
 
 void TTabSheetGroundPath::EndHandFitOfAnother() {

@@ -141,14 +141,20 @@ QHBoxLayout* BuildPictureRow(TabSheetGroundPathLayout& ui, QWidget* page) {
       QStringLiteral("The satellite marks its minutes at the edge of the picture; press to take the time "
                      "correction that they mean"),
       page);
-  ui.ButtonMinuteMarks->hide();
+  ui.ButtonAlignedBefore = NewPageButton({}, "ButtonAlignedBefore", {}, page);
+  ui.ButtonClockMedian = NewPageButton({}, "ButtonClockMedian", {}, page);
+  ui.ButtonAttitudeMedian = NewPageButton({}, "ButtonAttitudeMedian", {}, page);
 
   auto* row = new QHBoxLayout;
   row->addWidget(ui.RadioGroupPrefPicChannel);
   // One above the other: side by side, a small window would have words in a column.
   auto* remarks = new QVBoxLayout;
   remarks->addStretch(1);
-  remarks->addWidget(ui.ButtonMinuteMarks, 0, Qt::AlignRight);
+  for (QPushButton* offer :
+       {ui.ButtonMinuteMarks, ui.ButtonAlignedBefore, ui.ButtonClockMedian, ui.ButtonAttitudeMedian}) {
+    offer->hide();
+    remarks->addWidget(offer, 0, Qt::AlignRight);
+  }
   remarks->addWidget(ui.LabelElementAge);
   row->addLayout(remarks, 1);
   return row;

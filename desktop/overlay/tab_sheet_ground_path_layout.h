@@ -38,7 +38,8 @@ struct TabSheetGroundPathLayout {
   QPushButton *ButtonReload, *ButtonDetails;
   QComboBox* ComboBoxPictureChannel;  ///< of an opened picture; seen where it has several
   session::TDoubtLabel* LabelElementAge;
-  QPushButton* ButtonMinuteMarks;  ///< seen while there is an offer
+  QPushButton *ButtonMinuteMarks, *ButtonAlignedBefore, *ButtonClockMedian,
+      *ButtonAttitudeMedian;  ///< each is seen while there is an offer
   TAttitudeBox* GroupBoxAttitude;
   TTimeCorrectionBox* GroupBoxTimeCorrection;
   QPushButton* ButtonFitByHand;

@@ -46,6 +46,11 @@ std::optional<TTabSheetGroundPath::KnownRecording> TTabSheetGroundPath::Known() 
   known.Problem = swath::TakeElements(*set, *scanners_, recording).Problem;
   if (opened_ && !opened_->Problem.isEmpty()) known.Problem = opened_->Problem;
   attitudes_.TakeOwn(recording);
+  if (alignment_ && known.Problem.isEmpty() &&
+      align::IsSamePicture(align::Logged(recording, picture_.ShownPath(), {}, {}, {}), *alignment_)) {
+    recording.Offsets = alignment_->Offsets;
+    recording.OffsetsAreFrom = swath::KnownFrom::Alignment;
+  }
   return known;
 }
 

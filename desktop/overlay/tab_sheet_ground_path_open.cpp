@@ -333,6 +333,14 @@ swath::Stored TTabSheetGroundPath::ShownLies(const swath::Recording& recording) 
   return {ui_.CheckBoxNorthUp->isChecked() && !recording.SouthBound, false};
 }
 
+void TTabSheetGroundPath::ShowTitle() {
+  const auto known = Known();
+  const swath::Recording recording = known ? known->Recording : picture_.ForMap(session_.Pass.SouthBound);
+  if (picture_.Shows(recording)) {
+    ui_.Panes->SetPictureTitle(PictureTitle(recording, known ? ShownLies(recording) : recording.Lies));
+  }
+}
+
 void TTabSheetGroundPath::ShowTurned() {
   if (picture_.ShownPath().isEmpty()) return;
   const auto known = Known();
@@ -340,7 +348,7 @@ void TTabSheetGroundPath::ShowTurned() {
   if (!picture_.Shows(recording)) return;
   const swath::Stored shown = known ? ShownLies(recording) : recording.Lies;
   ui_.Panes->SetPicture(overlay::Restored(file_, recording.Lies, shown), picture_.ShownPath());
-  ui_.Panes->SetPictureTitle(PictureTitle(recording, shown));
+  ShowTitle();
   EndHandFitOfAnother();
 }
 

@@ -23,10 +23,10 @@ TEST(HelpBook, EveryNumberThatTheProgramNamesIsItsPage) {
   const auto book = desktop::HelpBook::Open(installed.File(), problem);
   ASSERT_NE(book, nullptr) << problem.toStdString();
   const std::pair<int, const char*> rows[] = {
-      {10, "intro"},    {20, "setup"},   {30, "map"},         {40, "groundpath"},
-      {41, "pictures"}, {50, "flight"},  {51, "flighttime"},  {60, "ephemeris"},
-      {70, "update"},   {80, "summary"}, {90, "overlaytext"}, {115, "memory"},
-      {200, "faq"},     {270, "nodata"}, {280, "stale"},      {290, "messages"}};
+      {10, "intro"},      {20, "setup"},       {30, "map"},       {40, "groundpath"}, {41, "pictures"},
+      {50, "flight"},     {51, "flighttime"},  {60, "ephemeris"}, {70, "update"},     {80, "summary"},
+      {85, "alignments"}, {90, "overlaytext"}, {115, "memory"},   {200, "faq"},       {270, "nodata"},
+      {280, "stale"},     {290, "messages"}};
   for (const auto& [number, page] : rows) {
     EXPECT_EQ(book->Topic(number).fileName(), QLatin1StringView(page) + u".html"_s);
     EXPECT_TRUE(book->Data(book->Topic(number)).contains("</html>")) << page;

@@ -36,11 +36,9 @@ TEST_F(Dialogs, OpenWhereTheyWereLeftAndHelpBesideThem) {
 
   const struct {
     const char *Item, *First;
-  } rows[] = {{"FilePrintPassList", "ListBoxSatellites"},
-              {"OptionsTextOverlay", "CheckListBoxLine1"},
-              {"OptionsUpdateKeplers", "CheckListBoxFiles"},
-              {"ViewSatelliteData", "ListViewKeps"},
-              {"HelpAbout", "ButtonOK"}};
+  } rows[] = {{"FilePrintPassList", "ListBoxSatellites"},    {"OptionsTextOverlay", "CheckListBoxLine1"},
+              {"OptionsUpdateKeplers", "CheckListBoxFiles"}, {"ViewSatelliteData", "ListViewKeps"},
+              {"ViewAlignments", "ListViewAlignments"},      {"HelpAbout", "ButtonOK"}};
   for (const auto& row : rows) {
     SCOPED_TRACE(row.Item);
     QRect left;
