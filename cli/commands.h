@@ -12,6 +12,7 @@ void RunScan(const QStringList& arguments);
 void RunLine(const QStringList& arguments);
 void RunScanners(const QStringList& arguments);
 void RunOverlay(const QStringList& arguments);
+void RunAlignments(const QStringList& arguments);
 void RunPicture(const QStringList& arguments);
 void RunElements(const QStringList& arguments);
 void RunMaster(const QStringList& arguments);

@@ -22,6 +22,7 @@ constexpr Command kCommands[] = {
     {"track", "where a satellite is, step by step, and how the station sees it", RunTrack},
     {"overlay", "the map that lies on the received picture of a pass", RunOverlay},
     {"picture", "the received picture of a pass, looked up by its time", RunPicture},
+    {"alignments", "the pictures that were aligned, and what was found", RunAlignments},
     {"elements", "the element sets at hand and their age", RunElements},
     {"update", "fresh element sets from the element service", RunUpdate},
     {"scan", "a scanner's distances from the track, pixel by pixel", RunScan},

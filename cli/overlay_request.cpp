@@ -4,6 +4,9 @@
 #include <cmath>
 #include <optional>
 
+#include "align/alignment_log.h"
+#include "align/alignment_medians.h"
+#include "app/program_paths.h"
 #include "app/time_zone.h"
 #include "cli/known_scanners.h"
 #include "cli/options.h"
@@ -173,6 +176,22 @@ void CorrectClock(const Arguments& arguments, swath::Recording& recording) {
                    : QStringLiteral("from the table of scanners")));
 }
 
+/// Lets a picture that was aligned before lie so, if the options do not tell otherwise; true when it does.
+bool TakeAlignment(const Arguments& arguments, const std::optional<overlay::OpenedPicture>& opened,
+                   swath::Recording& recording) {
+  const bool isTold =
+      arguments.Has(QStringLiteral("time-correction")) || arguments.Has(QStringLiteral("minute-marks")) ||
+      std::ranges::any_of(kAngles, [&](const QString& angle) { return arguments.Has(angle); });
+  if (!opened || isTold) return false;
+  const align::AlignmentLog log(app::AlignmentLogFile());
+  const align::LoggedAlignment* before = log.Find(align::Logged(recording, opened->Channel.Path, {}, {}, {}));
+  if (!log.Note().isEmpty()) Say(log.Note());
+  if (before == nullptr) return false;
+  Say(align::TextOf(*before));
+  recording = align::Aligned(recording, *before);
+  return true;
+}
+
 /// Sets the attitude that was asked for, or else the one that the window would begin with.
 void TurnAttitude(const Arguments& arguments, swath::Recording& recording) {
   swath::AttitudeCorrections(arguments.Settings().AttitudeCorrections.Value).TakeOwn(recording);
@@ -233,8 +252,10 @@ void SayWhatItIs(const Arguments& arguments, const swath::Recording& recording) 
 overlay::OverlayRequest RequestFor(const Arguments& arguments, const app::Station& station,
                                    const std::optional<overlay::OpenedPicture>& opened,
                                    swath::Recording recording, double minutes) {
-  TurnAttitude(arguments, recording);
-  CorrectClock(arguments, recording);
+  if (!TakeAlignment(arguments, opened, recording)) {
+    TurnAttitude(arguments, recording);
+    CorrectClock(arguments, recording);
+  }
   TellStored(arguments, recording);
   const QString direction =
       arguments.Choice(QStringLiteral("direction"),

@@ -73,6 +73,7 @@ TEST_F(Cli, WrongUseAndFailuresHaveTheirOwnStatus) {
               {"track --elements DEMO --satellite NOAA_19 --from 2022-02-23T25:00:00", 2, "no such time"},
               {"track --elements DEMO --satellite NOAA_19 --from 2022-02-23T00:00:00 --step 0", 2, "--step"},
               {"scan --satellite NOAA_19", 2, "--height"},
+              {"alignments --satellite NOAA_19", 1, "No picture of NOAA 19 was aligned yet"},
               {"scanners --satellite ISS", 1, "No scanner of ISS is known"},
               {"OVERLAY", 2, "either --start or --pass"},
               {"OVERLAY --start 2022 --results HERE", 2, "not a start"},
@@ -314,6 +315,26 @@ TEST_F(Cli, AnUpdateTellsByItsStatusWhatCame) {
   EXPECT_EQ(told[0][u"outcome"_s].toString(), u"updated"_s);
   EXPECT_TRUE(QFile::exists(Path("new/28654.csv")));
   qunsetenv("PELORIN_ELEMENTS_URL");
+}
+
+TEST_F(Cli, AlignmentsAreListedWithTheirMedians) {
+  dataFolder_ = Folder();
+  files::ReplaceFile(Path("alignments.csv"),
+                     "satellite,start_utc,columns,rows,clock_correction_s,chance_peaks\n"
+                     "NOAA 19,2022-02-23T07:51:42Z,1040,1200,1.5,\n"
+                     "\"METEOR-M2, 4\",2022-02-24T07:51:42Z,1040,1200,-2,1e-7\ncut\n");
+  const Outcome csv = Run("alignments");
+  EXPECT_EQ(csv.Lines().value(1).section(u',', 1, 4), u"\"METEOR-M2, 4\",,2022-02-24T07:51:42.000Z"_s);
+  EXPECT_TRUE(csv.Err.contains(u"Station's clock: \u22120.3 s, by the last 2"_s)) << csv.Err.toStdString();
+  EXPECT_TRUE(csv.Err.contains(u"(line 4)"_s));
+  const QJsonArray json =
+      QJsonDocument::fromJson(Run("alignments --format json --satellite noaa_19").Out.toUtf8()).array();
+  ASSERT_EQ(json.size(), 1);
+  EXPECT_EQ(json[0][u"clock_correction_s"_s].toDouble(), 1.5);
+  const QStringList text = Run("alignments --format text").Lines();
+  ASSERT_EQ(text.size(), 4);
+  EXPECT_EQ(text[1].indexOf(u"-2.00"_s) + 1, text[2].indexOf(u"1.50"_s)) << "points stand below each other";
+  EXPECT_TRUE(text[3].startsWith(u"Station's clock"_s));
 }
 
 TEST_F(Cli, ScansAndLinesTellTheGeometry) {
