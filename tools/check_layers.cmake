@@ -21,7 +21,7 @@ set(may_desktop_overlay desktop/overlay align lines overlay map swath picture se
 set(may_desktop desktop desktop/help desktop/map desktop/passes desktop/overlay
     session app elements map passes align lines overlay swath picture orbit files)
 set(may_cli cli app elements map passes align lines overlay swath picture orbit files)
-set(may_tools tools lines overlay elements picture orbit files)
+set(may_tools tools align lines overlay elements swath picture orbit files)
 
 # What of Qt a room may name, as a pattern of header names after the leading Q.
 set(core_only "^(tEndian|ByteArray|String|StringList|StringView|File|FileInfo|Dir|IODevice|Buffer|SaveFile|LockFile|StandardPaths|DateTime|Date|Time|TimeZone|CoreApplication|CommandLineParser|CommandLineOption|Json.*|Cbor.*|Debug|Locale|RegularExpression|List|Map|Hash|Variant|StringDecoder|StringEncoder|StringConverter|TemporaryDir|SysInfo|Process|Timer|Settings)$")
