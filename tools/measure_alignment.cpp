@@ -69,7 +69,6 @@ struct Tally {
                 Of(TrialEnd::Found), Of(TrialEnd::Roughly), Of(TrialEnd::Refused), Of(TrialEnd::Wrong),
                 MedianOf(Lines), MedianOf(Lines, 1), MedianOf(Columns), MedianOf(Columns, 1),
                 MedianOf(Seconds), MedianOf(Seconds, 1));
-    std::fflush(stdout);
   }
   static void PrintHead() {
     std::printf(
@@ -209,6 +208,7 @@ class Measuring {
 }  // namespace pelorin::tools
 
 int main(int argc, char** argv) {
+  std::setvbuf(stdout, nullptr, _IOLBF, 0);  // It takes a while: each line is told at once, in files, too.
   return pelorin::tools::RunMaker(argc, argv, 3,
                                   "<pictures.json> <folder of map data and scanners> <folder for results>",
                                   [&] { pelorin::tools::Measuring(argv[1], argv[2], argv[3]).All(); });
