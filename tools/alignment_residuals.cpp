@@ -102,6 +102,7 @@ std::vector<CoastResidual> ResidualsOf(const swath::Recording& recording, const 
   align::WindowLayout layout;
   layout.RowReach = layout.ColumnReach = kReach;
   layout.Most = 2000;
+  layout.MostVote = 4;
   std::vector<CoastResidual> residuals;
   for (const align::FineWindow& window : align::WindowsWithCoasts(contrasts, seen, land, kReach, layout)) {
     const Best best = BestOf(window);
