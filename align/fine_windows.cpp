@@ -81,7 +81,7 @@ std::array<double, 4> SplineWeights(double share) {
 struct Place {
   int Row, Column;
   std::size_t Picture;
-  double Coast;
+  double Worth;
 };
 
 class Comparing {
@@ -195,7 +195,8 @@ double FineWindow::Votes(double rows, double columns) const {
 }
 
 std::vector<FineWindow> WindowsWithCoasts(std::span<const Plane> contrasts, const GreyPlane& seen,
-                                          const Plane& land, int margin, const WindowLayout& layout) {
+                                          const Plane& land, int margin, const WindowLayout& layout,
+                                          const Promise& promise) {
   const Comparing comparing(land, margin, layout);
   std::vector<Place> places;
   constexpr double mostUnseen = 0.25;
@@ -209,14 +210,16 @@ std::vector<FineWindow> WindowsWithCoasts(std::span<const Plane> contrasts, cons
         unseen += static_cast<int>(std::count(isSeen, isSeen + layout.Columns, 0));
       }
       if (unseen > mostUnseen * layout.Rows * layout.Columns) continue;
+      const swath::PixelPoint middle{column + (layout.Columns - 1) / 2.0, row + (layout.Rows - 1) / 2.0};
+      const double worth = promise ? coast * promise(middle) : coast;
       for (std::size_t picture = 0; picture < contrasts.size(); ++picture) {
-        places.push_back({row, column, picture, coast});
+        places.push_back({row, column, picture, worth});
       }
     }
   }
   if (static_cast<int>(places.size()) > layout.Most) {
     std::nth_element(places.begin(), places.begin() + layout.Most, places.end(),
-                     [](const Place& a, const Place& b) { return a.Coast > b.Coast; });
+                     [](const Place& a, const Place& b) { return a.Worth > b.Worth; });
     places.resize(static_cast<std::size_t>(layout.Most));
   }
   std::vector<FineWindow> windows;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <span>
 #include <vector>
 
@@ -37,9 +38,14 @@ class FineWindow {
   Raster<double> votes_, spline_;
 };
 
+/// How much a window with its middle there can be hoped to show its coast.
+using Promise = std::function<double(swath::PixelPoint middle)>;
+
 /// The windows of pictures of a frame that have a coast in them and vote for something. `land` has a margin
 /// of `margin` samples, which is both reaches at least. `contrasts` are as large as the frame, `seen` alike.
+/// Of too many windows those are taken that have most of a coast, times what `promise` says of them.
 std::vector<FineWindow> WindowsWithCoasts(std::span<const Plane> contrasts, const GreyPlane& seen,
-                                          const Plane& land, int margin, const WindowLayout& layout);
+                                          const Plane& land, int margin, const WindowLayout& layout,
+                                          const Promise& promise = {});
 
 }  // namespace pelorin::align

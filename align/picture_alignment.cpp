@@ -6,6 +6,7 @@
 #include "align/coarse_search.h"
 #include "align/fine_land.h"
 #include "align/sample_mesh.h"
+#include "align/voted_places.h"
 #include "orbit/scalar_math.h"
 
 namespace pelorin::align {
@@ -17,6 +18,9 @@ constexpr int kLeastCoastWindows = 8;
 constexpr double kMostNoise = 0.27;
 /// Of the blur that both get, samples.
 constexpr double kPictureBlur = 0.8, kLandBlur = 1;
+
+/// How clear the fit by pixels must be, and how far from that by samples it may be.
+constexpr double kClearPixels = 20, kMostSamplesOff = 3;
 
 /// How large each is thought to be.
 MoveDoubts DoubtsFor(const swath::Recording& recording) {
@@ -157,14 +161,16 @@ class Aligning {
     if (!afterStep_(0.75)) return false;
     result.Gate = first.Fit.Gate;
     if (result.Gate < kClearGate) return true;
-    Moves moves = Together(coarse, first.Fit.Found);
-    const FineStep last = ByPixels(moves);
+    const Moves bySamples = Together(coarse, first.Fit.Found);
+    const VotedPlaces voted(SampleMesh(Moved(recording_, coarse)), first.Fit.Windows, first.Layout.Rows,
+                            first.Layout.Columns);
+    const FineStep last = ByPixels(bySamples, voted);
     if (!afterStep_(1)) return false;
-    moves = Together(moves, last.Fit.Found);
     result.Is = Finding::Found;
-    result.Aligned = Rounded(Moved(recording_, moves));
+    const bool isBetter = Confirms(last, Moved(recording_, bySamples));
+    result.Aligned = Rounded(Moved(recording_, isBetter ? Together(bySamples, last.Fit.Found) : bySamples));
     for (const WindowResidual& window : last.Fit.Windows) {
-      result.Windows.push_back(InFile(window, last.Layout));
+      if (isBetter) result.Windows.push_back(InFile(window, last.Layout));
     }
     return true;
   }
@@ -181,9 +187,34 @@ class Aligning {
     return Fit(Frame::OfSamples(mesh), contrasts, seen, {}, already);
   }
 
-  FineStep ByPixels(const Moves& already) const {
+  /// Pixels of a sample.
+  double Scale() const { return std::clamp(recording_.SeenBy.RowsPerSecond * SampleMesh::kRowS, 1.0, 3.0); }
+
+  /// Pixels say the same as samples did, only more exactly. In small or noisy pictures a few windows may find
+  /// each other elsewhere.
+  bool Confirms(const FineStep& step, const swath::Recording& bySamples) const {
+    const Frame frame = Frame::OfPixels(bySamples);
+    std::vector<swath::PixelPoint> places;
+    for (const double across : {0.1, 0.5, 0.9}) {
+      for (const double along : {0.1, 0.5, 0.9})
+        places.push_back({across * frame.Columns, along * frame.Rows});
+    }
+    const auto found = step.Fit.Found.AsArray();
+    double farthest = 0;
+    for (const PlaceMoves& moves : MovesOf(frame, places)) {
+      double rows = 0, columns = 0;
+      for (std::size_t i = 0; i < found.size(); ++i) {
+        rows += moves.Rows[i] * found[i];
+        columns += moves.Columns[i] * found[i];
+      }
+      farthest = std::max(farthest, std::hypot(rows, columns));
+    }
+    return step.Fit.Gate >= kClearPixels && farthest <= kMostSamplesOff * Scale();
+  }
+
+  FineStep ByPixels(const Moves& already, const VotedPlaces& voted) const {
     const Frame frame = Frame::OfPixels(Moved(recording_, already));
-    const double scale = std::clamp(recording_.SeenBy.RowsPerSecond * SampleMesh::kRowS, 1.0, 3.0);
+    const double scale = Scale();
     WindowLayout layout;
     layout.Rows = static_cast<int>(layout.Rows * std::sqrt(scale));
     layout.Columns = static_cast<int>(layout.Columns * std::sqrt(scale));
@@ -205,7 +236,10 @@ class Aligning {
       std::copy(picture.Values.begin(), picture.Values.end(), grey.Values.begin());
       contrasts.push_back(Contrast(grey, seen, scale));
     }
-    return Fit(frame, contrasts, seen, layout, already);
+    return Fit(frame, contrasts, seen, layout, already, [&](swath::PixelPoint middle) {
+      return voted.At(recording_.SecondsOfLine(static_cast<int>(middle.Row)),
+                      frame.ScannerColumn(middle.Column));
+    });
   }
 
   static Plane Contrast(const Plane& grey, const GreyPlane& seen, double scale) {
@@ -215,10 +249,10 @@ class Aligning {
   }
 
   FineStep Fit(const Frame& frame, const std::vector<Plane>& contrasts, const GreyPlane& seen,
-               const WindowLayout& layout, const Moves& already) const {
+               const WindowLayout& layout, const Moves& already, const Promise& promise = {}) const {
     const int margin = std::max(layout.RowReach, layout.ColumnReach);
     const Plane land = Blurred(LandIn(frame, margin, *ground_.Shores, ground_.SurfacesOf), kLandBlur);
-    const auto windows = WindowsWithCoasts(contrasts, seen, land, margin, layout);
+    const auto windows = WindowsWithCoasts(contrasts, seen, land, margin, layout, promise);
     return {FitWindows(frame, windows, DoubtsFor(recording_), already), layout};
   }
 
