@@ -73,15 +73,13 @@ QString ToldBy(std::size_t points, Untold whyNot, Third third) {
       return QStringLiteral("%1: time, shift and %2")
           .arg(count, isYaw ? QStringLiteral("yaw") : QStringLiteral("clock drift"));
     case Untold::TooClose:
-      return (isYaw
-                  ? QStringLiteral(
-                        "%1 at much the same distance from the track, which cannot tell yaw: time and "
-                        "shift only")
-                  : QStringLiteral("%1 in much the same lines, which cannot tell the clock's drift: time and "
-                                   "shift only"))
+      return (isYaw ? QStringLiteral("%1 at one distance from the track, which cannot tell yaw: time and "
+                                     "shift only")
+                    : QStringLiteral("%1 in the same lines, which cannot tell the clock's drift: time and "
+                                     "shift only"))
           .arg(count);
     case Untold::DoesNotTurn:
-      return QStringLiteral("%1, and a scanner's table that knows no yaw: time and shift only").arg(count);
+      return QStringLiteral("%1, on a map that knows no yaw: time and shift only").arg(count);
     case Untold::TooFew:
       break;
   }

@@ -54,6 +54,8 @@ QPushButton* THandFitBar::NewButton(const QString& caption, const char* name, co
   // A click leaves the keyboard with the picture, where points are moved.
   button->setFocusPolicy(Qt::TabFocus);
   button->setAutoDefault(false);
+  // Without a style's usual least width: the words beside it need the room.
+  button->setFixedWidth(button->fontMetrics().horizontalAdvance(caption) + 20);
   connect(button, &QPushButton::clicked, this, wanted);
   return button;
 }

@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QDoubleSpinBox>
+#include <QGroupBox>
 #include <QImage>
 #include <QLabel>
 #include <QPushButton>
@@ -25,9 +27,9 @@ class HandFitTest : public GroundPathTest {
   desktop::TPictureView* View() { return Find<desktop::TPictureView>("ImagePicture"); }
   bool IsOn() { return Find("HandFitBar")->isVisible(); }
   double Offset() { return Find<QDoubleSpinBox>("SpinEditTimeCorrection")->value(); }
-  /// A line there, on the part of the picture that is seen.
-  QPoint OnALine() {
-    const QRect seen = View()->visibleRegion().boundingRect().adjusted(20, 20, -20, -60);
+  /// A line there, on the part of the picture that is seen, so far down at least.
+  QPoint OnALine(int top = 20) {
+    const QRect seen = View()->visibleRegion().boundingRect().adjusted(20, top, -20, -60);
     for (const lines::PixelLine& line : View()->Marks().Lines->Shores) {
       for (const swath::PixelPoint& place : line) {
         const QPoint at = View()->Scale().OnView(place).toPoint();
@@ -84,6 +86,25 @@ TEST_F(HandFitTest, ALineThatIsPulledMovesTheMap) {
   EXPECT_NE(Written(u"ovl.bmp"_s), before) << "the map follows";
   EXPECT_TRUE(Find("GroupBoxTimeCorrection")->isEnabled() && Find("GroupBoxAttitude")->isEnabled());
   EXPECT_EQ(Boxes.Take(), QStringList());
+}
+
+TEST_F(HandFitTest, AClocksDriftIsThePicturesAlone) {
+  ShowPicture();
+  Click("ButtonFitByHand");
+  Pull(OnALine(), {0, 1});
+  const int middle = View()->visibleRegion().boundingRect().height() / 2;
+  Pull(OnALine(middle), {0, 4});
+  auto* third = Find<QComboBox>("ComboBoxThird");
+  third->setFocus();
+  QTest::keyClick(third, Qt::Key_Down);
+  EXPECT_TRUE(Text("LabelHandFit").startsWith(u"2 points: time, shift and clock drift"_s))
+      << Text("LabelHandFit").toStdString();
+  Click("ButtonHandTake");
+  const auto title = [this] { return Find<QGroupBox>("GroupBoxTimeCorrection")->title(); };
+  EXPECT_TRUE(title().contains(u" ppm"_s)) << title().toStdString();
+  Click("ButtonCorrectionReset");
+  EXPECT_EQ(title(), u" Time correction "_s);
+  EXPECT_EQ(Offset(), 0);
 }
 
 TEST_F(HandFitTest, WhatIsNotTakenLeavesNoTrace) {
