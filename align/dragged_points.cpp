@@ -173,7 +173,7 @@ void DraggedPoints::DragTo(PixelPoint at) {
   drag_->HasMoved = true;
   now_.Points[drag_->Point].Pixel = {at.Column + drag_->FromPointer.Column, at.Row + drag_->FromPointer.Row};
   fit_ = FollowPoints(recording_, movable_->Near(), now_.Points, now_.Third, drag_->LeftOut);
-  lines_ = std::make_shared<const MovedLines>(movable_->In(fit_.Fitted));
+  lines_ = std::make_shared<const MovedLines>(movable_->QuickIn(fit_.Fitted));
 }
 
 void DraggedPoints::Drop() {

@@ -25,6 +25,9 @@ class MovableLines {
   /// As a corrected recording of the same pass shows them; see Sightings for how exact. They end where lines
   /// of the picture are missing.
   MovedLines In(const swath::Recording& corrected) const;
+  /// The same with fewer points, half a pixel beside their place at most, and without the smallest islands:
+  /// for every step of the mouse.
+  MovedLines QuickIn(const swath::Recording& corrected) const;
 
   const Sightings& Near() const { return near_; }
   /// The correction is so small that In is exact, and shows all there is.
@@ -32,13 +35,17 @@ class MovableLines {
 
  private:
   using SeenLine = std::vector<Sighting>;
-  std::vector<SeenLine> SeenOf(const std::vector<lines::PixelLine>& lines) const;
+  struct Level {
+    std::vector<SeenLine> Shores, Borders;
+  };
+  /// Thins the lines.
+  std::vector<SeenLine> SeenOf(std::vector<lines::PixelLine>& lines, double pixels) const;
   std::vector<lines::PixelLine> Moved(const std::vector<SeenLine>& lines,
                                       const swath::Recording& corrected) const;
 
   swath::Recording base_;
   Sightings near_;
-  std::vector<SeenLine> shores_, borders_;
+  Level fine_, coarse_;
 };
 
 }  // namespace pelorin::align
