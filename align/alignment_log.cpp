@@ -97,8 +97,7 @@ struct AlignmentLog::Content {
     QStringList parts;
     if (!bad.isEmpty()) {
       const qsizetype more = bad.size() - kMostNamed;
-      parts.append(QStringLiteral("%1 of its rows are not understood (line %2%3)")
-                       .arg(bad.size())
+      parts.append(QStringLiteral("rows that are not understood (line %1%2)")
                        .arg(bad.first(std::min(bad.size(), kMostNamed)).join(QStringLiteral(", ")))
                        .arg(more > 0 ? QStringLiteral(" and %1 more").arg(more) : QString()));
     }

@@ -39,10 +39,9 @@ bool TTabSheetGroundPath::LiesAsLogged() const {
 
 void TTabSheetGroundPath::OpenAligned() {
   const auto seen = Seen();
-  if (!seen) return;
-  const bool isSame = sought_ && align::IsSamePicture(*sought_, *seen);
+  const bool isSame = seen && sought_ && align::IsSamePicture(*sought_, *seen);
   sought_ = seen;
-  if (isSame) return;
+  if (!seen || isSame) return;
   const QString note = log_.Note();
   if (!note.isEmpty() && note != toldNote_) session_.Window.SetStatus(note);
   toldNote_ = note;

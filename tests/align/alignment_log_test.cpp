@@ -1,5 +1,6 @@
 #include "align/alignment_log.h"
 
+#include <QDir>
 #include <future>
 
 #include "align/log_columns.h"
@@ -109,8 +110,7 @@ TEST_F(AlignmentLogTest, WhatIsNotUnderstoodIsToldAndStays) {
       {"empty", "", 0, nullptr},
       {"blank line", kNeeded + "\n\n" + good + "\n", 1, nullptr},
       {"foreign columns", kNeeded + ",mood\n" + good + ",fine\n", 1, "columns that are not known: \"mood\""},
-      {"cut row", kNeeded + "\n" + good + "\nNOAA 19,2022-02-2", 1,
-       "1 of its rows are not understood (line 3)"},
+      {"cut row", kNeeded + "\n" + good + "\nNOAA 19,2022-02-2", 1, "rows that are not understood (line 3)"},
       {"not a number", kNeeded + "\n" + good.chopped(3) + "nan\n" + good, 1, "(line 2)"},
       {"not possible", kNeeded + "\n" + good + "e6\n" + good, 1, "(line 2)"},
       {"no such time", kNeeded + "\nNOAA 19,2022-02-30T07:51:42Z,1040,1200,1\n" + good, 1, "(line 2)"},
@@ -137,6 +137,17 @@ TEST_F(AlignmentLogTest, WhatIsNotUnderstoodIsToldAndStays) {
       EXPECT_TRUE(isHeader || after.contains(line)) << row.Label << ": " << line.toStdString();
     }
   }
+}
+
+TEST_F(AlignmentLogTest, WhatCannotBeReadIsNotReplaced) {
+  ASSERT_TRUE(QDir().mkpath(File()));
+  AlignmentLog log(File());
+  EXPECT_TRUE(log.Rows().empty());
+  EXPECT_FALSE(log.WasRead());
+  EXPECT_TRUE(log.Note().contains(File())) << log.Note().toStdString();
+  EXPECT_TRUE(tests::ErrorOf([&] { log.Add(LoggedAt("20220301120000", 4)); }).contains(File()));
+  ASSERT_TRUE(QDir().rmdir(File()));
+  EXPECT_TRUE(log.WasRead()) << "until it can be";
 }
 
 TEST_F(AlignmentLogTest, ColumnsOfOthersStayWithTheirPicture) {

@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QTest>
 
+#include "align/alignment_log.h"
 #include "desktop/overlay/picture_view.h"
 #include "files/atomic_file.h"
 #include "tests/ui/ground_path_fixture.h"
@@ -80,6 +81,10 @@ TEST_F(HandFitTest, ALineThatIsPulledMovesTheMap) {
   QTest::keyClick(View(), Qt::Key_Return);
   EXPECT_FALSE(IsOn());
   EXPECT_TRUE(View()->Marks().IsEmpty());
+  const align::AlignmentLog log(Path(u"user/alignments.csv"_s));
+  ASSERT_EQ(log.Rows().size(), 1U);
+  EXPECT_EQ(log.Rows().front().How, align::FoundBy::Hand);
+  EXPECT_NEAR(log.Rows().front().ClockS, Offset(), 0.01);
   // Two lines a second, north up on a north-bound picture: what lies lower came earlier.
   EXPECT_NEAR(Offset(), (30 / View()->Scale().Down() + 1) / 2, 0.02);
   Fire("TimerSaveResults");
