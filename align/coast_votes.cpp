@@ -23,8 +23,8 @@ constexpr double kLeastContrast = 0.05 * kMostContrast / 1.5;
 constexpr double kLeastCoast = 0.12 * kAllLand;
 /// The same as StripColumns has it.
 constexpr float kLeastVariance = static_cast<float>(kLeastCoast * kLeastCoast * kWindowCells * kWindowCells);
-/// How much one window can vote.
-constexpr float kMostVote = 1.2F;
+/// More than this of a correlation (squared) counts as this: no window votes more than 1.2.
+constexpr float kMostSquare = 0.6988F;
 /// A cloud's edge is like many coasts; what a window votes counts as far as it is so many times more than its
 /// mean vote.
 constexpr float kBackgrounds = 3;
@@ -180,34 +180,42 @@ void Voting::MultiplyBlock(const CellPlane& picture, int row, int column) {
   }
 }
 
+/// What counts of a window of the picture: the sum of its cells, and one over their variance.
+struct WindowSums {
+  float Sum, PerVariance;
+};
+
 /// How a window of the picture goes with windows of the strip: −ln(1 − r²), r being their correlation. Land
-/// may be brighter than water or darker. Answers how many of the strip's have a coast, and adds their votes.
+/// may be brighter than water or darker. Without a coast it is 0.
+PELORIN_ALIGN_VECTORS
+void Compare(const float* const* products, const float* land, const float* variances, int shifts,
+             const WindowSums& window, float* votes) {
+  constexpr float cells = kWindowCells;
+  const float *a = products[0], *b = products[1], *c = products[2], *d = products[3];
+  for (int i = 0; i < shifts; ++i) {
+    const float together = cells * (a[i] + b[i] + c[i] + d[i]) - window.Sum * land[i];
+    const float variance = variances[i] > kLeastVariance ? variances[i] : 1e30F;
+    const float raw = together * together * window.PerVariance / variance;
+    const float square = raw < kMostSquare ? raw : kMostSquare;
+    // The logarithm as twice an inverse hyperbolic tangent, by its series: to a thousandth.
+    const float u = square / (2 - square), uu = u * u;
+    votes[i] = 2 * u * (1 + uu * (1.0F / 3 + uu * (1.0F / 5 + uu * (1.0F / 7 + uu * (1.0F / 9)))));
+  }
+}
+
+/// Votes for places that have a coast.
 struct Likeness {
   double Sum = 0;
   int Count = 0;
-};
-Likeness Compare(const float* const* products, const StripColumns::WindowSums& strip, int row, int shifts,
-                 double pictureSum, double pictureVariance, float* votes) {
-  constexpr float cells = kWindowCells;
-  const auto sum = static_cast<float>(pictureSum);
-  const auto scale = static_cast<float>(1 / pictureVariance);
-  Likeness likeness;
-  for (int i = 0; i < shifts; ++i) {
-    const auto at = static_cast<std::size_t>(row + i);
-    const float variance = strip.Variance[at];
-    if (!(variance > kLeastVariance)) {
-      votes[i] = 0;
-      continue;
+
+  void Add(const float* votes, const float* variances, int shifts) {
+    for (int i = 0; i < shifts; ++i) {
+      if (!(variances[i] > kLeastVariance)) continue;
+      Sum += double{votes[i]};
+      ++Count;
     }
-    const float product = products[0][i] + products[1][i] + products[2][i] + products[3][i];
-    const float together = cells * product - sum * strip.Land[at];
-    const float square = std::min(together * together * scale / variance, 0.999F);
-    votes[i] = std::min(-std::log1p(-square), kMostVote);
-    likeness.Sum += double{votes[i]};
-    ++likeness.Count;
   }
-  return likeness;
-}
+};
 
 void Voting::Vote(const CellPlane& picture, const Window& window) {
   double sum = 0, squares = 0;
@@ -222,6 +230,7 @@ void Voting::Vote(const CellPlane& picture, const Window& window) {
   if (variance < kLeastContrast * kLeastContrast * kWindowCells * kWindowCells) return;
   seen_.push_back(window);
 
+  const WindowSums sums{static_cast<float>(sum), static_cast<float>(1 / variance)};
   Likeness likeness;
   land_.assign(static_cast<std::size_t>(2 * reach_ + 1) * Shifts(), 0);
   const auto votesOf = [this](int move) {
@@ -235,10 +244,10 @@ void Voting::Vote(const CellPlane& picture, const Window& window) {
                                Products(window.Row, column + kBlockColumns, move),
                                Products(window.Row + kBlockRows, column, move),
                                Products(window.Row + kBlockRows, column + kBlockColumns, move)};
-    const Likeness found =
-        Compare(products, strip_.WindowsFrom(from), window.Row, shifts_, sum, variance, votesOf(move));
-    likeness.Sum += found.Sum;
-    likeness.Count += found.Count;
+    const StripColumns::WindowSums& strip = strip_.WindowsFrom(from);
+    const float* variances = strip.Variance.data() + window.Row;
+    Compare(products, strip.Land.data() + window.Row, variances, shifts_, sums, votesOf(move));
+    likeness.Add(votesOf(move), variances, shifts_);
   }
   if (likeness.Count == 0) return;
   const float background = std::max(static_cast<float>(likeness.Sum / likeness.Count), kLeastBackground);

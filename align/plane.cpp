@@ -64,6 +64,12 @@ class BoxSums {
   std::vector<Sums> columns_, before_;
 };
 
+/// The hyperbolic tangent within two hundredths (Padé), and much faster.
+float Saturated(float value) {
+  const float x = std::clamp(value, -3.0F, 3.0F), square = x * x;
+  return x * (27 + square) / (27 + 9 * square);
+}
+
 }  // namespace
 
 GreyPlane ReceivedGrey(const QImage& picture, const swath::Recording& recording) {
@@ -141,7 +147,7 @@ Plane LocalContrast(const Plane& plane, const GreyPlane& seen, int half, double 
       const auto box = sums.Of(std::max(x - half, 0), std::min(x + half + 1, plane.Columns));
       const double mean = box.Sum / box.Count;
       const double sd = std::sqrt(std::max(box.Squares / box.Count - mean * mean, leastSd * leastSd));
-      to[x] = soft * std::tanh(static_cast<float>((double{row[x]} - mean) / sd) / soft);
+      to[x] = soft * Saturated(static_cast<float>((double{row[x]} - mean) / sd) / soft);
     }
   }
   return result;
