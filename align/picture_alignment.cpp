@@ -7,6 +7,7 @@
 #include "align/fine_land.h"
 #include "align/sample_mesh.h"
 #include "align/voted_places.h"
+#include "files/file_error.h"
 #include "orbit/scalar_math.h"
 
 namespace pelorin::align {
@@ -130,10 +131,18 @@ class Aligning {
     if (!coarse->IsSure()) return NotFound(result, WhyNot(*coarse, noise));
     result.Is = Finding::Roughly;
     result.Aligned = Rounded(Moved(recording_, {coarse->TimeS, 0, 0, 0}));
-    if (ground_.Shores && !Refine(MovesTo(*coarse, mesh, recording_), result)) {
-      result = {};
-      result.Aligned = recording_;
-      result.Is = Finding::Stopped;
+    if (!ground_.Shores) {
+      result.NoShores = ground_.NoShores;
+      return result;
+    }
+    try {
+      if (!Refine(MovesTo(*coarse, mesh, recording_), result)) {
+        result = {};
+        result.Aligned = recording_;
+        result.Is = Finding::Stopped;
+      }
+    } catch (const files::FileError& error) {
+      result.NoShores = error.Text();
     }
     return result;
   }

@@ -21,6 +21,7 @@ namespace pelorin::align {
 struct Ground {
   swath::SurfaceOfLine SurfacesOf;
   const lines::FineLines* Shores = nullptr;  ///< without them a place is found roughly at best
+  QString NoShores{};                        ///< for the user, why there are none
 };
 
 enum class Finding {
@@ -65,6 +66,8 @@ struct PictureAlignment {
   bool HalvesAgree = false;
   /// How clear the fine fit is; kClearGate and more is one to a line and a column.
   double Gate = 0;
+  /// What is wrong with the ground's shores, where the place is rough for that.
+  QString NoShores;
   std::vector<VotingWindow> Windows;
 };
 inline constexpr double kClearGate = 40;

@@ -122,13 +122,10 @@ void ConnectTopography(session::Session& session, GroundData& data, const TellSt
 }
 
 void OpenFineLines(GroundData& data, const QString& programFolder) {
-  data.NoLines = QStringLiteral("Coastlines.dat, which has the coasts, was not found; install it again.");
-  try {
-    const QString path = app::FindDataFile(QStringLiteral("Coastlines.dat"), programFolder);
-    if (!path.isEmpty()) data.Lines = lines::FineLines::Open(path);
-  } catch (const files::FileError& error) {
-    data.NoLines = error.Text();
-  }
+  lines::FoundFineLines found =
+      lines::FindFineLines(app::FindDataFile(QStringLiteral("Coastlines.dat"), programFolder));
+  data.Lines = std::move(found.Lines);
+  data.NoLines = found.Problem;
 }
 
 void OpenMaster(session::Session& session, GroundData& data, const QString& programFolder,

@@ -141,4 +141,18 @@ std::span<const std::uint8_t> FineLines::Bytes(std::int64_t at, std::int64_t cou
   return {file_.Data() + at, static_cast<std::size_t>(count)};
 }
 
+FoundFineLines FindFineLines(const QString& path) {
+  FoundFineLines found;
+  try {
+    if (!path.isEmpty()) found.Lines = FineLines::Open(path);
+  } catch (const files::FileError& error) {
+    found.Problem = error.Text();
+    return found;
+  }
+  if (!found.Lines) {
+    found.Problem = QStringLiteral("Coastlines.dat, which has the coasts, was not found; install it again.");
+  }
+  return found;
+}
+
 }  // namespace pelorin::lines

@@ -71,4 +71,11 @@ class FineLines {
   files::MappedFile file_;
 };
 
+/// The file at a path, which is empty where none was found; or for the user why there is none.
+struct FoundFineLines {
+  std::optional<FineLines> Lines;
+  QString Problem;
+};
+FoundFineLines FindFineLines(const QString& path);
+
 }  // namespace pelorin::lines

@@ -70,6 +70,14 @@ std::size_t ChosenPlace(const swath::DecodedPass& pass, const std::vector<Place>
   return first == places.end() ? 0 : static_cast<std::size_t>(first - places.begin());
 }
 
+/// Two channels of a scanner, neither stretched nor shifted against each other.
+bool LieAlike(const swath::DecodedPass& pass, const Place& one, const Place& other) {
+  const DecodedImage& a = pass.Products[one.Product].Images[one.Image];
+  const DecodedImage& b = pass.Products[other.Product].Images[other.Image];
+  return one.Product == other.Product && HasOwnGeometry(a) && HasOwnGeometry(b) && !a.IsComposite &&
+         !b.IsComposite && a.FirstColumn == b.FirstColumn && a.FirstRow == b.FirstRow;
+}
+
 /// The set that a product was decoded with; nothing when it is none.
 std::optional<orbit::TSatellite> SetOf(const DecodedProduct& product) {
   if (product.ElementLine1.isEmpty()) return std::nullopt;
@@ -246,6 +254,9 @@ OpenedPicture OpenPicture(const QString& path, const ClockOfYear& local, const s
   if (pass) {
     opened.Channels = ChannelsOf(*pass, places);
     chosen = ChosenPlace(*pass, places);
+    for (std::size_t i = 0; i < places.size(); ++i) {
+      opened.Channels[i].LiesAlike = LieAlike(*pass, places[chosen], places[i]);
+    }
     opened.Notes = pass->Problems;
   } else if (QFileInfo(path).isDir()) {
     throw files::FileError(

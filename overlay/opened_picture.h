@@ -23,6 +23,8 @@ struct PictureChannel {
   QString Name;
   QString Path;
   int Half = -1;  ///< of a file with whole lines of the old format: 0 the left picture, 1 the right one
+  /// It lies pixel for pixel on the others of which this is true: it is a plain channel of one recording.
+  bool LiesAlike = true;
 };
 
 struct OpenedPicture {

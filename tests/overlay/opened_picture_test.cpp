@@ -8,6 +8,7 @@
 
 #include "files/file_error.h"
 #include "orbit/scalar_math.h"
+#include "overlay/recording_channels.h"
 #include "tests/support/decoded_pass.h"
 #include "tests/support/tables.h"
 
@@ -19,6 +20,8 @@ using namespace Qt::StringLiterals;
 std::string Text(orbit::TDateTime moment) { return orbit::FormatDateTime("yyyy-mm-dd hh:nn:ss", moment); }
 
 ClockOffsets SummerTime(int) { return {0, 60}; }
+
+void Unheard(const QString& text) { FAIL() << text.toStdString(); }
 
 const swath::ScannerTable& Scanners() {
   static std::vector<std::string> problems;
@@ -72,6 +75,7 @@ TEST(OpenedPicture, NamesTellWhatTheyCan) {
     EXPECT_EQ(opened.Known.LiesIsFrom, row.LiesIsFrom);
     EXPECT_EQ(opened.Known.Columns, row.ColumnsShown > 0 ? row.ColumnsShown : row.Columns);
     EXPECT_EQ(opened.Channels.size(), row.ColumnsShown > 0 ? 2u : 1u);
+    EXPECT_EQ(ChannelsOfRecording(opened, Unheard).size(), opened.Channels.size());
     EXPECT_EQ(opened.OtherStarts.size(), row.OtherStarts);
     EXPECT_EQ(!opened.Problem.isEmpty(), row.HasProblem);
   }
@@ -124,6 +128,14 @@ TEST(OpenedPicture, ProductsTellScannerMomentsAndElements) {
   const OpenedPicture opened = OpenPicture(folder.filePath(u"MSU-MR-2.png"_s), SummerTime, Scanners());
   EXPECT_EQ(opened.Channels.size(), 2u);
   EXPECT_EQ(opened.Channel.Name, u"Channel 2"_s);
+  const std::vector<QImage> channels = ChannelsOfRecording(opened, Unheard);
+  ASSERT_EQ(channels.size(), 2u);
+  EXPECT_EQ(channels[0].pixelColor(9, 9).value(), 160) << "itself first";
+  EXPECT_EQ(channels[1].pixelColor(9, 9).value(), 80);
+  ASSERT_TRUE(QImage(1568, 396, QImage::Format_Grayscale8).save(folder.filePath(u"MSU-MR-1.png"_s)));
+  QString told;
+  EXPECT_EQ(ChannelsOfRecording(opened, [&](const QString& text) { told = text; }).size(), 1u);
+  EXPECT_TRUE(told.contains(u"MSU-MR-1.png"_s)) << told.toStdString();
   ASSERT_TRUE(opened.OwnSet);
   const auto placed = PlaceRecording(
       opened, [](orbit::TDateTime) { return std::optional<orbit::TSatellite>(); }, swath::ScannerTable(),
