@@ -13,6 +13,7 @@ void RunLine(const QStringList& arguments);
 void RunScanners(const QStringList& arguments);
 void RunOverlay(const QStringList& arguments);
 void RunAlignments(const QStringList& arguments);
+void RunAlign(const QStringList& arguments);
 void RunPicture(const QStringList& arguments);
 void RunElements(const QStringList& arguments);
 void RunMaster(const QStringList& arguments);

@@ -21,6 +21,7 @@ constexpr Command kCommands[] = {
     {"passes", "when satellites pass over a station", RunPasses},
     {"track", "where a satellite is, step by step, and how the station sees it", RunTrack},
     {"overlay", "the map that lies on the received picture of a pass", RunOverlay},
+    {"align", "where a received picture lies, by its coasts", RunAlign},
     {"picture", "the received picture of a pass, looked up by its time", RunPicture},
     {"alignments", "the pictures that were aligned, and what was found", RunAlignments},
     {"elements", "the element sets at hand and their age", RunElements},
@@ -41,7 +42,7 @@ QString Usage() {
   return text +
          QStringLiteral(
              "\nResults go to standard output, messages to standard error. Exit status: 0 done, 1 failed, "
-             "2 called wrongly, 3 what came was refused.\n");
+             "2 called wrongly, 3 what came was refused, 4 no alignment was found, and one was required.\n");
 }
 
 int Run(const QStringList& arguments) {
@@ -64,6 +65,9 @@ int Run(const QStringList& arguments) {
       return 0;
     } catch (const HelpShown&) {
       return 0;
+    } catch (const NotAligned& error) {
+      Say(QStringLiteral("pelorin-cli %1: %2").arg(name, QString::fromUtf8(error.what())));
+      return 4;
     } catch (const UsageError& error) {
       Say(QStringLiteral("pelorin-cli %1: %2. See \"pelorin-cli %1 --help\".")
               .arg(name, QString::fromUtf8(error.what())));

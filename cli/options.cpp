@@ -89,16 +89,16 @@ Arguments::Arguments(const QString& command, const QString& description, const s
 }
 
 QString Arguments::Text(const QString& name, const QString& otherwise) const {
-  return parser_.isSet(name) ? parser_.value(name) : otherwise;
+  return Has(name) ? parser_.value(name) : otherwise;
 }
 
 QString Arguments::Required(const QString& name) const {
-  if (!parser_.isSet(name)) throw UsageError(QStringLiteral("--%1 is missing").arg(name));
+  if (!Has(name)) throw UsageError(QStringLiteral("--%1 is missing").arg(name));
   return parser_.value(name);
 }
 
 double Arguments::Number(const QString& name, double otherwise, double least, double most) const {
-  if (!parser_.isSet(name)) return otherwise;
+  if (!Has(name)) return otherwise;
   const std::optional<double> number = NumberIn(parser_.value(name));
   if (!number || !IsWithin(*number, least, most)) {
     throw UsageError(
@@ -132,7 +132,7 @@ bool Arguments::WantsJson() const {
 app::Station Arguments::Station() const {
   const QString minElevation = QStringLiteral("min-elevation");
   app::StationTexts texts = settings_.Station();
-  if (parser_.isSet(QStringLiteral("station"))) {
+  if (Has(QStringLiteral("station"))) {
     const QStringList parts = parser_.value(QStringLiteral("station")).split(QLatin1Char(','));
     // Latitude, longitude and height.
     constexpr std::array<double, 3> most{90, 360, 10000};
@@ -150,8 +150,7 @@ app::Station Arguments::Station() const {
     texts.Height = parts[2];
   }
   app::Station station = app::EnterStation(texts);
-  // Not every command has the option, and the parser must not be asked for one that it does not know.
-  if (parser_.optionNames().contains(minElevation)) {
+  if (Has(minElevation)) {
     station.MinElevationDeg = Number(minElevation, 0, 0, orbit::kHighestMinElevationDeg);
   }
   return station;

@@ -34,6 +34,12 @@ class Implausible : public std::runtime_error {
   explicit Implausible(const QString& text) : std::runtime_error(text.toStdString()) {}
 };
 
+/// The picture was not recognised by its coasts, and had to be: exit status 4.
+class NotAligned : public std::runtime_error {
+ public:
+  explicit NotAligned(const QString& text) : std::runtime_error(text.toStdString()) {}
+};
+
 /// --help was asked for and has been printed.
 struct HelpShown {};
 
@@ -53,7 +59,8 @@ class Arguments {
             const QStringList& arguments);
 
   const app::Settings& Settings() const { return settings_; }
-  bool Has(const QString& name) const { return parser_.isSet(name); }
+  /// Never of an option that the command has not got.
+  bool Has(const QString& name) const { return parser_.optionNames().contains(name); }
   QString Text(const QString& name, const QString& otherwise = {}) const;
   QStringList Texts(const QString& name) const { return parser_.values(name); }
   /// Raises UsageError when the option is missing.
@@ -70,7 +77,7 @@ class Arguments {
   /// --station LAT,LON,HEIGHT_M and --min-elevation, or the settings' station.
   app::Station Station() const;
   /// --newest, on commands that have it.
-  bool WantsNewest() const { return parser_.optionNames().contains(QStringLiteral("newest")); }
+  bool WantsNewest() const { return Has(QStringLiteral("newest")); }
   /// --elements, or the settings' folder.
   QString ElementsPath() const;
   /// The sets of ElementsPath, behind those of the settings' folder the archive's; says which are left out.

@@ -1,10 +1,13 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include "align/alignment_text.h"
 #include "cli/commands.h"
 #include "cli/options.h"
 #include "cli/overlay_request.h"
 #include "cli/overlay_sources.h"
+#include "cli/picture_aligner.h"
+#include "cli/recording_options.h"
 #include "cli/table.h"
 #include "overlay/overlay_outputs.h"
 #include "overlay/overlay_text.h"
@@ -13,6 +16,8 @@ namespace pelorin::cli {
 namespace {
 
 using overlay::OverlayRequest;
+
+const QString kAlign = QStringLiteral("align");
 
 overlay::Marks MarksOf(const Arguments& arguments) {
   const bool wantsAll = arguments.Has(QStringLiteral("show-overlay"));
@@ -45,6 +50,65 @@ void TellOfOlderFiles(const QString& folder, const QStringList& written) {
   }
 }
 
+std::vector<Option> MapOptions() {
+  std::vector<Option> options = RecordingOptions();
+  const Option own[] = {
+      {QStringLiteral("minutes"), QStringLiteral("N"),
+       QStringLiteral(
+           "Length of the map, 1 to 30. Default: as long as the pass, the rows or the picture, else 15.")},
+      {QStringLiteral("lines"), QStringLiteral("N"),
+       QStringLiteral("Rows of the map. Default: as many as the pass has lines.")},
+      {QStringLiteral("show-overlay"),
+       {},
+       QStringLiteral(
+           "Draw land, coasts, borders and grid over the ground. Default: as ticked in the desktop "
+           "program.")},
+      {QStringLiteral("lines-only"),
+       {},
+       QStringLiteral(
+           "Draw coasts, borders and grid only, over the ground's own colours. Default: as ticked there.")},
+      TopographyOption(),
+      MasterOption(),
+      {QStringLiteral("results"), QStringLiteral("DIR"),
+       QStringLiteral("Where the files go. Default: the settings' folder.")},
+      {QStringLiteral("pass-details"), {}, QStringLiteral("Write pass.dat and ovl.txt, too.")},
+      {kAlign,
+       {},
+       QStringLiteral(
+           "Align the picture by its coasts first, as \"pelorin-cli align\" does. Where that finds "
+           "nothing the map is as without it.")}};
+  options.insert(options.end(), std::begin(own), std::end(own));
+  for (const Option& option : AlignOptions()) {
+    options.push_back({option.Name, option.Value, QStringLiteral("With --align: ") + option.Description});
+  }
+  return options;
+}
+
+void CheckOptions(const Arguments& arguments) {
+  CheckRecordingOptions(arguments);
+  const bool hasPicture = arguments.Has(QStringLiteral("picture"));
+  if (arguments.Has(QStringLiteral("lines")) && hasPicture) {
+    throw UsageError(QStringLiteral("--lines and --picture exclude each other"));
+  }
+  const bool aligns = arguments.Has(kAlign);
+  if (aligns && !hasPicture) throw UsageError(QStringLiteral("--align goes with --picture"));
+  for (const Option& option : AlignOptions()) {
+    if (!aligns && arguments.Has(option.Name)) {
+      throw UsageError(QStringLiteral("--%1 goes with --align").arg(option.Name));
+    }
+  }
+}
+
+/// The map is of the aligned recording; as it was where none was found.
+void Align(const Arguments& arguments, const overlay::OpenedPicture& opened,
+           const overlay::MapSources& sources, OverlayRequest& request) {
+  const AlignedPicture aligned = AlignReceived(arguments, opened, request.Picture, sources);
+  RequireAlignment(arguments, aligned);
+  Say(QStringLiteral("Alignment: ") + align::TextOf(aligned.Alignment, aligned.Known));
+  RememberAlignment(arguments, opened, aligned);
+  request.Picture = aligned.Alignment.Aligned;
+}
+
 }  // namespace
 
 void RunOverlay(const QStringList& list) {
@@ -55,85 +119,13 @@ void RunOverlay(const QStringList& list) {
           "ovl.bmp, with pass details also pass.dat and ovl.txt. Satellite and time are told by the "
           "picture's name or its decoder's folder, or given; or the pass is found with --pass in "
           "the day's list."),
-      {ElementsOption(),
-       {QStringLiteral("satellite"), QStringLiteral("NAME"),
-        QStringLiteral("The satellite. Default: as the picture tells. With --pass several may be given; "
-                       "default: the settings' active ones, else all.")},
-       {QStringLiteral("start"), QStringLiteral("YYYYMMDDHHMMSS[.fff]"),
-        QStringLiteral("When the first line was received, UTC. Default: as the picture tells.")},
-       {QStringLiteral("pass"), QStringLiteral("[YYYY]MMDDHHMM[SS]"),
-        QStringLiteral("The pass that rose then, UTC; implies --pass-details.")},
-       {QStringLiteral("time-correction"), QStringLiteral("SECONDS"),
-        QStringLiteral(
-            "Added to the start, -900 to 900: what the recorder's clock was off. Default: what the "
-            "settings remember of the satellite's recorder, where --start or the picture's name tells "
-            "the second.")},
-       {QStringLiteral("minute-marks"),
-        {},
-        QStringLiteral("Begin as the minute marks in the picture's space band tell, where there are any. "
-                       "Otherwise that is only said.")},
-       {QStringLiteral("minutes"), QStringLiteral("N"),
-        QStringLiteral(
-            "Length of the map, 1 to 30. Default: as long as the pass, the rows or the picture, else 15.")},
-       {QStringLiteral("direction"), QStringLiteral("auto|north|south"),
-        QStringLiteral(
-            "Whether the satellite moved north or south. North is up in the map where nothing tells "
-            "how its picture is stored. Default: auto, as the satellite moves.")},
-       {QStringLiteral("roll"), QStringLiteral("DEG"),
-        QStringLiteral(
-            "The line moved to the left of the flight, -10 to 10. Default, as for the next two: what the "
-            "settings remember as yours for this satellite and scanner, else the product file's, else the "
-            "spacecraft's, as \"pelorin-cli scanners\" lists them.")},
-       {QStringLiteral("pitch"), QStringLiteral("DEG"), QStringLiteral("The line moved forward.")},
-       {QStringLiteral("yaw"), QStringLiteral("DEG"), QStringLiteral("The line's left end turned forward.")},
-       StationOption(),
-       {QStringLiteral("min-elevation"), QStringLiteral("DEG"),
-        QStringLiteral("With --pass: elevation from which a satellite counts as risen, 0 to 10.")},
-       {QStringLiteral("lines"), QStringLiteral("N"),
-        QStringLiteral("Rows of the map. Default: as many as the pass has lines.")},
-       {QStringLiteral("picture"), QStringLiteral("FILE|FOLDER"),
-        QStringLiteral(
-            "The received picture, or a decoder's folder: the map gets its size. Its name or product "
-            "file tells satellite and time where they are not given; with --pass it begins at the "
-            "time in its name, from 2 minutes before the pass to 9 after.")},
-       {QStringLiteral("stored"), QStringLiteral("auto|received|turned|mirrored|turned-mirrored"),
-        QStringLiteral("How the picture lies in its file. Default: auto, as its product or its kind of name "
-                       "has it.")},
-       {QStringLiteral("show-overlay"),
-        {},
-        QStringLiteral(
-            "Draw land, coasts, borders and grid over the ground. Default: as ticked in the desktop "
-            "program.")},
-       {QStringLiteral("lines-only"),
-        {},
-        QStringLiteral(
-            "Draw coasts, borders and grid only, over the ground's own colours. Default: as ticked there.")},
-       TopographyOption(),
-       MasterOption(),
-       {QStringLiteral("results"), QStringLiteral("DIR"),
-        QStringLiteral("Where the files go. Default: the settings' folder.")},
-       {QStringLiteral("pass-details"), {}, QStringLiteral("Write pass.dat and ovl.txt, too.")},
-       NewestOption()},
-      list);
+      MapOptions(), list);
+  CheckOptions(arguments);
   const bool isOfPass = arguments.Has(QStringLiteral("pass"));
-  const bool hasStart = arguments.Has(QStringLiteral("start"));
-  if (isOfPass ? hasStart : !hasStart && !arguments.Has(QStringLiteral("picture"))) {
-    throw UsageError(
-        QStringLiteral("Name the pass by either --start or --pass, or give a --picture that tells its time"));
-  }
-  if (arguments.Has(QStringLiteral("lines")) && arguments.Has(QStringLiteral("picture"))) {
-    throw UsageError(QStringLiteral("--lines and --picture exclude each other"));
-  }
-  if (arguments.Has(QStringLiteral("minute-marks")) && arguments.Has(QStringLiteral("time-correction"))) {
-    throw UsageError(QStringLiteral("--minute-marks and --time-correction exclude each other"));
-  }
   const app::Settings& settings = arguments.Settings();
   std::optional<overlay::OpenedPicture> opened = OpenReceived(arguments);
-  const int rows = arguments.Whole(QStringLiteral("lines"), 0, 1, 20000);
-  OverlayRequest request = isOfPass ? DescribePass(arguments, arguments.Station(), opened, rows)
-                                    : DescribePicture(arguments, arguments.Station(), opened, rows);
-  // Its pixels are as many again as the map's, and have told what they know.
-  opened.reset();
+  OverlayRequest request =
+      DescribeMap(arguments, opened, arguments.Whole(QStringLiteral("lines"), 0, 1, 20000));
   request.Overlay = MarksOf(arguments);
   request.PassDetails =
       settings.SavePassDetails.Value || arguments.Has(QStringLiteral("pass-details")) || isOfPass;
@@ -142,6 +134,9 @@ void RunOverlay(const QStringList& list) {
   }
   const QString results = ResultsFolder(arguments);
   const overlay::MapSources sources = OpenSources(arguments);
+  if (arguments.Has(kAlign)) Align(arguments, *opened, sources, request);
+  // Its pixels are as many again as the map's, and have told what they know.
+  opened.reset();
   const overlay::OverlayResult result = overlay::GenerateOverlay(request, sources.Borrowed());
   Say(QStringLiteral("Map: %1 lines of %2, %3-bound, from %4 UTC.")
           .arg(result.LinesMade)

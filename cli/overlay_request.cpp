@@ -318,17 +318,7 @@ overlay::OverlayRequest DescribeFor(const Arguments& arguments, const app::Stati
   return RequestFor(arguments, station, opened, recording, isWhole ? 0 : minutes);
 }
 
-}  // namespace
-
-std::optional<overlay::OpenedPicture> OpenReceived(const Arguments& arguments) {
-  const QString option = QStringLiteral("picture");
-  if (!arguments.Has(option)) return std::nullopt;
-  const QString path = arguments.Text(option);
-  overlay::OpenedPicture opened = overlay::OpenPicture(path, LocalClock, KnownScanners());
-  for (const QString& note : opened.Notes) Say(note);
-  return opened;
-}
-
+/// The map of a pass that is found in the day's list.
 overlay::OverlayRequest DescribePass(const Arguments& arguments, const app::Station& station,
                                      const std::optional<overlay::OpenedPicture>& opened, int rows) {
   const auto known = arguments.ElementSets();
@@ -350,8 +340,21 @@ overlay::OverlayRequest DescribePass(const Arguments& arguments, const app::Stat
   return RequestFor(arguments, station, opened, recording, minutes);
 }
 
-overlay::OverlayRequest DescribePicture(const Arguments& arguments, const app::Station& station,
-                                        const std::optional<overlay::OpenedPicture>& opened, int rows) {
+}  // namespace
+
+std::optional<overlay::OpenedPicture> OpenReceived(const Arguments& arguments) {
+  const QString option = QStringLiteral("picture");
+  if (!arguments.Has(option)) return std::nullopt;
+  const QString path = arguments.Text(option);
+  overlay::OpenedPicture opened = overlay::OpenPicture(path, LocalClock, KnownScanners());
+  for (const QString& note : opened.Notes) Say(note);
+  return opened;
+}
+
+overlay::OverlayRequest DescribeMap(const Arguments& arguments,
+                                    const std::optional<overlay::OpenedPicture>& opened, int rows) {
+  const app::Station station = arguments.Station();
+  if (arguments.Has(QStringLiteral("pass"))) return DescribePass(arguments, station, opened, rows);
   return DescribeFor(arguments, station, opened, rows,
                      SatelliteOf(arguments, opened, *arguments.ElementSets()));
 }

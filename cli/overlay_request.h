@@ -14,13 +14,9 @@ namespace pelorin::cli {
 /// The picture that was named, if one was; what it does not hold is said.
 std::optional<overlay::OpenedPicture> OpenReceived(const Arguments& arguments);
 
-/// The map of a pass that is found in the day's list: on the picture, or of so many rows (0: as the pass is
-/// long).
-overlay::OverlayRequest DescribePass(const Arguments& arguments, const app::Station& station,
-                                     const std::optional<overlay::OpenedPicture>& opened, int rows);
-
-/// The map of a picture, or of so many rows from a start.
-overlay::OverlayRequest DescribePicture(const Arguments& arguments, const app::Station& station,
-                                        const std::optional<overlay::OpenedPicture>& opened, int rows);
+/// The map of a picture, or of so many rows (0: as long as the pass is) from a start or of a pass that is
+/// found in the day's list.
+overlay::OverlayRequest DescribeMap(const Arguments& arguments,
+                                    const std::optional<overlay::OpenedPicture>& opened, int rows);
 
 }  // namespace pelorin::cli

@@ -49,9 +49,6 @@ void OpenMaster(overlay::MapSources& sources, const QString& wanted) {
   if (!wanted.isEmpty()) return sources.OpenMaster(wanted);
   sources.FindMaster(FoldersOfMasters(), app::FindDataFile(QStringLiteral("Countries.dat")), SayBeginning(),
                      GoOnWithLittleMemory, Say);
-  if (!sources.HasMaster()) {
-    Say(QStringLiteral("The map has no coasts and borders, and no ovl.bmp is written"));
-  }
 }
 
 }  // namespace
@@ -70,6 +67,16 @@ Option MasterOption() {
 overlay::MapSources OpenSources(const Arguments& arguments) {
   overlay::MapSources sources;
   OpenGround(sources, arguments.Text(QStringLiteral("topography")));
+  const QString wanted = arguments.Text(QStringLiteral("master"));
+  OpenMaster(sources, wanted);
+  if (wanted.isEmpty() && !sources.HasMaster()) {
+    Say(QStringLiteral("The map has no coasts and borders, and no ovl.bmp is written"));
+  }
+  return sources;
+}
+
+overlay::MapSources OpenMasterAlone(const Arguments& arguments) {
+  overlay::MapSources sources;
   OpenMaster(sources, arguments.Text(QStringLiteral("master")));
   return sources;
 }

@@ -16,6 +16,9 @@ Option MasterOption();
 /// the options name.
 overlay::MapSources OpenSources(const Arguments& arguments);
 
+/// The overlay master alone of them; without one that can be had there is none.
+overlay::MapSources OpenMasterAlone(const Arguments& arguments);
+
 /// Makes the overlay master from a `Countries.dat`; says what is being done. An empty `masterPath` stands for
 /// the place where the program looks for it. Returns where it was written. Raises Failure and FileError.
 QString MakeMaster(const QString& countriesPath, QString masterPath);

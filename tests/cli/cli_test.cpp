@@ -17,6 +17,7 @@
 #include "tests/support/element_server.h"
 #include "tests/support/folder_test.h"
 #include "tests/support/minute_marks.h"
+#include "tests/support/painted_pass.h"
 #include "tests/support/run_program.h"
 #include "tests/support/tables.h"
 
@@ -82,6 +83,10 @@ TEST_F(Cli, WrongUseAndFailuresHaveTheirOwnStatus) {
               {"OVERLAY --start 20220223093200 --results HERE --picture HERE/no.png", 1, "no.png"},
               {"OVERLAY --pass 0223x932 --results HERE", 2, "--pass"},
               {"OVERLAY --pass 20220223030059 --results HERE", 1, "pass string 02230300 not found."},
+              {"align", 2, "--picture is missing"},
+              {"align --picture HERE/no.png --range 9", 1, "no.png"},
+              {"OVERLAY --start 20220223093200 --align", 2, "--align goes with --picture"},
+              {"OVERLAY --picture HERE/no.png --remember", 2, "--remember goes with --align"},
               {"picture --find 12x41200 --folders HERE", 2, "--find"},
               {"picture --find 12241200 --folders HERE", 1, "no picture"},
               {"master --countries HERE/none.dat --output HERE/o.bmp", 1, "none.dat"}};
@@ -93,7 +98,7 @@ TEST_F(Cli, WrongUseAndFailuresHaveTheirOwnStatus) {
     EXPECT_EQ(outcome.Out, QString());
   }
   for (const char* command :
-       {"passes", "track", "overlay", "picture", "elements", "update", "scan", "line", "master"}) {
+       {"passes", "track", "overlay", "align", "picture", "elements", "update", "scan", "line", "master"}) {
     const Outcome help = Run(std::string(command) + " --help");
     EXPECT_TRUE(help.Status == 0 && help.Out.contains(QLatin1StringView(command))) << command;
   }
@@ -214,6 +219,71 @@ TEST_F(Cli, APictureTellsItsMapByItself) {
     EXPECT_TRUE(outcome.Err.contains(QLatin1StringView(row.ErrHas)))
         << row.Options << outcome.Err.toStdString();
     EXPECT_EQ(QImage(Path("results/Result.jpg")).size(), row.Map) << row.Options;
+  }
+}
+
+TEST_F(Cli, APictureFindsItsMapByItsCoasts) {
+  dataFolder_ = Path("user");
+  MakeFolder("user");
+  MakeFolder("results");
+  swath::Recording truth;
+  truth.Elements = std::make_shared<const orbit::TSatellite>(tests::DemonstrationSatellite("NOAA 19"));
+  truth.SeenBy = {"", {909, 110.74, swath::ScanLaw::Zones}, 2, false};
+  truth.Start = orbit::MakeDateTime(2022, 2, 23, 17, 42, 0, 500);
+  truth.Rows = 1200;
+  truth.Columns = 909;
+  const QImage seen = tests::PaintedPass(truth, tests::PaintedEarth(), {0.3, 6});
+  ASSERT_TRUE(seen.save(Path("NOAA-19-20220223-174241Z.png")));
+  ASSERT_TRUE(seen.mirrored(true, false).save(Path("NOAA-19-20220223-174242Z.png")));
+  QFile::copy(QStringLiteral(PELORIN_BUILT_DATA "/Coastlines.dat"), Path("Coastlines.dat"));
+  const std::string picture = "--picture HERE/NOAA-19-20220223-174241Z.png",
+                    mirrored = "--picture HERE/NOAA-19-20220223-174242Z.png",
+                    map = "overlay --lines-only --topography none --results HERE/results --align ";
+  const struct {
+    std::string Words;
+    int Status;
+    QString Result;  ///< of "align"
+    const char* ErrHas;
+    bool IsMap = false;
+    bool HasDamagedCoasts = false;
+  } rows[] = {
+      {map + mirrored + " --require-align", 4, {}, "pelorin-cli overlay: Not found: "},
+      {map + mirrored, 0, {}, "Alignment: Not found: ", true},
+      {"align " + picture + " --range 20 --remember --require-align", 4, u"not found"_s, "Not found"},
+      {"align " + picture, 0, u"roughly"_s, "Scanner: ", false, true},
+      {map + picture, 0, {}, "from 2022 Feb 23, 17:42:00 UTC", true},
+      {"align " + picture + " --remember", 0, u"found"_s, "Remembered in "},
+      {"overlay --topography none --results HERE/results " + picture,
+       0,
+       {},
+       "Aligned before: \u221240.",
+       true},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.Words);
+    QFile::remove(Path("results/Result.jpg"));
+    QFile coasts(Path("Coastlines.dat"));
+    ASSERT_TRUE(coasts.open(QIODevice::ReadWrite));
+    // The tag, which is told of at once.
+    const char first = 'P', other = 'Q';
+    coasts.write(row.HasDamagedCoasts ? &other : &first, 1);
+    coasts.close();
+    const Outcome outcome =
+        Run(QString::fromStdString(row.Words).section(u' ', 0, 0).toStdString() + " --elements DEMO " +
+            QString::fromStdString(row.Words).section(u' ', 1).toStdString());
+    EXPECT_EQ(outcome.Status, row.Status) << outcome.Err.toStdString();
+    EXPECT_TRUE(outcome.Err.contains(QString::fromUtf8(row.ErrHas))) << outcome.Err.toStdString();
+    EXPECT_EQ(QFile::exists(Path("results/Result.jpg")), row.IsMap);
+    const QJsonObject told = QJsonDocument::fromJson(outcome.Out.toUtf8()).object();
+    EXPECT_EQ(told[u"result"_s].toString(), row.Result) << outcome.Out.toStdString();
+    if (row.Result.isEmpty()) continue;
+    EXPECT_EQ(told[u"catalogue_number"_s].toString(), u"33591"_s);
+    EXPECT_EQ(told[u"reason"_s].toString().isEmpty(), row.Result == u"found"_s);
+    EXPECT_EQ(told[u"reason"_s].toString().contains(u"Coastlines.dat"_s), row.HasDamagedCoasts);
+    EXPECT_EQ(told[u"windows"_s].toArray().size() > 20, row.Result == u"found"_s);
+    const bool isPlaced = row.Result != u"not found"_s;
+    EXPECT_NEAR(told[u"changes"_s][u"time_s"_s].toDouble(), isPlaced ? -40.5 : 0,
+                row.Result == u"found"_s ? 0.4 : 2);
   }
 }
 
