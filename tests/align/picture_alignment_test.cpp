@@ -122,6 +122,13 @@ TEST_F(PictureAlignmentTest, RefusesWhatItDoesNotKnow) {
   later.Start.Days += 0.3;
   Recording half = europe;
   half.Rows = 600;
+  Recording large = Pass("NOAA 19", 1062, {3000, 110.7, ScanLaw::EvenAngles}, 20000 / 600.0);
+  Recording lost = europe, nowhere = europe;
+  lost.LineTimesS = std::make_shared<const std::vector<double>>(europe.Rows, std::nan(""));
+  orbit::TSatellite fallen = *europe.Elements;
+  fallen.MeanMotion = 0;
+  fallen.Propagator = {};
+  nowhere.Elements = std::make_shared<const orbit::TSatellite>(fallen);
   const struct {
     const char* Label;
     Recording Of;
@@ -132,6 +139,10 @@ TEST_F(PictureAlignmentTest, RefusesWhatItDoesNotKnow) {
       {"noise", europe, Painted(ocean, {0, 60}), NotFoundFor::Noise},
       {"8 by 8", small, plain.copy(0, 0, 8, 8), NotFoundFor::TooSmall},
       {"of another size", half, picture, NotFoundFor::TooSmall},
+      {"3,000 by 20,000, mirrored", large, picture.mirrored(true, false).scaled(3000, 20000),
+       NotFoundFor::Nothing},
+      {"no line has a moment", lost, picture, NotFoundFor::TooSmall},
+      {"nowhere above the Earth", nowhere, picture, NotFoundFor::TooSmall},
       {"mirrored", europe, picture.mirrored(true, false), NotFoundFor::Nothing},
       {"upside down", europe, picture.mirrored(true, true), NotFoundFor::Nothing},
       {"another satellite", other, picture, NotFoundFor::Nothing},
