@@ -191,4 +191,16 @@ PassSearch FindPass(std::span<const PassCandidate> candidates, std::span<const s
   return search;
 }
 
+PassSearch FindPassAndWay(std::span<const PassCandidate> candidates, std::span<const QImage> channels,
+                          const Ground& ground, const AfterStep& afterStep) {
+  const std::vector<swath::Stored> usual{{false, false}, {true, false}};
+  const std::vector<swath::Stored> all{{false, false}, {true, false}, {false, true}, {true, true}};
+  constexpr double part = 0.4;
+  PassSearch search =
+      FindPass(candidates, usual, channels, ground, [&](double share) { return afterStep(part * share); });
+  if (search.Places.empty() || search.IsClear()) return search;
+  return FindPass(candidates, all, channels, ground,
+                  [&](double share) { return afterStep(part + (1 - part) * share); });
+}
+
 }  // namespace pelorin::align

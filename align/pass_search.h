@@ -56,4 +56,8 @@ std::vector<PassCandidate> CandidatesOf(QSize picture, std::span<const orbit::TS
 PassSearch FindPass(std::span<const PassCandidate> candidates, std::span<const swath::Stored> ways,
                     std::span<const QImage> channels, const Ground& ground, const AfterStep& afterStep);
 
+/// The same, as received and turned; where none is clear also with left and right exchanged.
+PassSearch FindPassAndWay(std::span<const PassCandidate> candidates, std::span<const QImage> channels,
+                          const Ground& ground, const AfterStep& afterStep);
+
 }  // namespace pelorin::align

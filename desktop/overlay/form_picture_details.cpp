@@ -75,11 +75,16 @@ void TFormPictureDetails::FormCreate() {
   layout->setSizeConstraint(QLayout::SetMinAndMaxSize);
   layout->addWidget(LabelReason);
   layout->addLayout(fields);
+  GroupBoxWhichPass = new TWhichPassBox(Boxes(), this);
+  layout->addWidget(GroupBoxWhichPass);
   layout->addWidget(buttons);
   setMinimumWidth(fontMetrics().averageCharWidth() * kReasonCharacters);
 
   session::Handle(buttonOK, &QPushButton::clicked, this, &TFormPictureDetails::ButtonOKClick);
   connect(buttonCancel, &QPushButton::clicked, this, &QDialog::reject);
+  session::Handle(StartDate, &QDateEdit::dateChanged, this, &TFormPictureDetails::StartDateChange);
+  session::Handle(GroupBoxWhichPass, &TWhichPassBox::Chosen, this, &TFormPictureDetails::PassChosen);
+  connect(this, &QDialog::finished, GroupBoxWhichPass, &TWhichPassBox::End);
 }
 
 void TFormPictureDetails::FormShow() {
@@ -93,17 +98,35 @@ void TFormPictureDetails::FormShow() {
   ComboBoxScanner->addItem(QStringLiteral("As satellite and columns tell"));
   ComboBoxScanner->addItems(details_.Scanners);
   ComboBoxScanner->setCurrentIndex(details_.Scanner + 1);
-  for (int way = 0; way < static_cast<int>(kWays.size()); ++way) {
-    if (kWays[static_cast<std::size_t>(way)].Lies == details_.Lies) ComboBoxStored->setCurrentIndex(way);
-  }
+  ChooseWay(details_.Lies);
+  GroupBoxWhichPass->SetQuestion(question_);
+  StartDateChange();
 }
 
 QWidget* TFormPictureDetails::FirstControl() const {
   return details_.Satellite < 0 ? static_cast<QWidget*>(ComboBoxSatellite) : StartDate;
 }
 
-bool TFormPictureDetails::Ask(PictureDetails& details) {
+void TFormPictureDetails::StartDateChange() {
+  GroupBoxWhichPass->SetDay(session::PickedMoment(StartDate, StartTime));
+}
+
+void TFormPictureDetails::PassChosen(const PassAnswer& answer) {
+  ComboBoxSatellite->setCurrentIndex(answer.Satellite);
+  session::TurnPicker(StartDate, answer.Start);
+  session::TurnPicker(StartTime, answer.Start);
+  ChooseWay(answer.Lies);
+}
+
+void TFormPictureDetails::ChooseWay(const std::optional<swath::Stored>& lies) {
+  for (int way = 0; way < static_cast<int>(kWays.size()); ++way) {
+    if (kWays[static_cast<std::size_t>(way)].Lies == lies) ComboBoxStored->setCurrentIndex(way);
+  }
+}
+
+bool TFormPictureDetails::Ask(PictureDetails& details, PassQuestion question) {
   details_ = details;
+  question_ = std::move(question);
   if (exec() != Accepted) return false;
   details = details_;
   return true;

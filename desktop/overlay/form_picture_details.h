@@ -3,6 +3,7 @@
 #include <QStringList>
 #include <optional>
 
+#include "desktop/overlay/which_pass_box.h"
 #include "session/form.h"
 #include "swath/recording.h"
 
@@ -26,27 +27,33 @@ struct PictureDetails {
   bool operator==(const PictureDetails&) const = default;
 };
 
-/// Asks for it.
+/// Asks for it, and finds it out if the picture shows coasts.
 class TFormPictureDetails : public session::TForm {
   Q_OBJECT
 
  public:
   TFormPictureDetails(session::Session& session, QWidget* parent);
 
-  /// True when the user has confirmed; `details` is then what was entered.
-  bool Ask(PictureDetails& details);
+  /// True when the user has confirmed; `details` is then what was entered. The question's satellites are
+  /// those of the details.
+  bool Ask(PictureDetails& details, PassQuestion question);
 
  private:
   void FormCreate() override;
   void FormShow() override;
   QWidget* FirstControl() const override;
   void ButtonOKClick();
+  void StartDateChange();
+  void ChooseWay(const std::optional<swath::Stored>& lies);
+  void PassChosen(const PassAnswer& answer);
 
   PictureDetails details_;
+  PassQuestion question_;
   QLabel* LabelReason = nullptr;
   QComboBox *ComboBoxSatellite = nullptr, *ComboBoxScanner = nullptr, *ComboBoxStored = nullptr;
   QDateEdit* StartDate = nullptr;
   QTimeEdit* StartTime = nullptr;
+  TWhichPassBox* GroupBoxWhichPass = nullptr;
 };
 
 }  // namespace pelorin::desktop

@@ -16,6 +16,7 @@
 
 namespace pelorin::desktop {
 
+struct PassQuestion;
 struct PictureDetails;
 class TFormPictureDetails;
 class THandFit;
@@ -130,6 +131,9 @@ class TTabSheetGroundPath : public session::TTabSheet {
   std::optional<overlay::PlacedRecording> Place(const overlay::OpenedPicture& opened,
                                                 const orbit::TSatellite& satellite) const;
   /// Why the user is asked about it; empty when all is told.
+  /// For whoever looks for its pass.
+  PassQuestion QuestionOf(const overlay::OpenedPicture& opened,
+                          const std::vector<orbit::TSatellite>& satellites) const;
   QString ReasonToAsk(const overlay::OpenedPicture& opened,
                       const std::optional<overlay::PlacedRecording>& placed) const;
   void TakeDetails(const PictureDetails& details, const PictureDetails& before,

@@ -13,6 +13,7 @@
 #include "desktop/overlay/picture_panes.h"
 #include "desktop/overlay/tab_sheet_ground_path.h"
 #include "orbit/model_constants.h"
+#include "overlay/master_surface.h"
 #include "session/controls.h"
 #include "session/hourglass.h"
 #include "swath/recording_text.h"
@@ -127,6 +128,27 @@ QString TTabSheetGroundPath::ReasonToAsk(const overlay::OpenedPicture& opened,
                                    : QStringLiteral(", and the year, which the name does not tell"));
 }
 
+PassQuestion TTabSheetGroundPath::QuestionOf(const overlay::OpenedPicture& opened,
+                                             const std::vector<orbit::TSatellite>& satellites) const {
+  PassQuestion question;
+  question.Channels = {opened.Image};
+  question.Satellites = satellites;
+  if (!opened.Satellite.isEmpty() || !opened.CatalogueNumber.isEmpty()) {
+    if (const int sender = SatelliteOf(opened, satellites); sender >= 0) question.Sender = sender;
+  }
+  question.SetNear = [this](const orbit::TSatellite& satellite, orbit::TDateTime moment) {
+    return session_.SetNear(satellite, moment);
+  };
+  question.Scanners = scanners_;
+  question.Station = session_.Station.Place;
+  if (sources_.Master == nullptr) {
+    question.WhyNot = QStringLiteral("Without an overlay master no pass can be found by its coasts.");
+  } else {
+    question.Ground = align::Ground{overlay::SurfacesIn(*sources_.Master), lines_};
+  }
+  return question;
+}
+
 bool TTabSheetGroundPath::OpenPath(const QString& path, int half, bool isAsked) {
   if (session_.RefusesWhileMakingMap()) return false;
   overlay::OpenedPicture opened;
@@ -170,7 +192,7 @@ bool TTabSheetGroundPath::OpenPath(const QString& path, int half, bool isAsked) 
     details.Reason = isAsked && placed && placed->Match.Problem.isEmpty()
                          ? swath::DescribeRecording(placed->Recording).join(u'\n')
                          : reason;
-    if (!FormPictureDetails->Ask(details)) return false;
+    if (!FormPictureDetails->Ask(details, QuestionOf(opened, satellites))) return false;
     details.Reason.clear();
   }
   told_.reset();

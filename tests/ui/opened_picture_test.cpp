@@ -19,8 +19,12 @@
 
 #include "files/atomic_file.h"
 #include "files/read_file.h"
+#include "swath/scanner_match.h"
+#include "swath/scanner_table.h"
 #include "tests/support/decoded_pass.h"
 #include "tests/support/minute_marks.h"
+#include "tests/support/painted_pass.h"
+#include "tests/support/tables.h"
 #include "tests/ui/ground_path_fixture.h"
 
 namespace pelorin::tests {
@@ -153,6 +157,40 @@ TEST_F(OpenedPictureTest, WhatAPictureDoesNotTellIsAsked) {
   });
   EXPECT_EQ(PictureShown(), u"party.png"_s);
   EXPECT_EQ(Boxes.Take(), QStringList());
+}
+
+TEST_F(OpenedPictureTest, CoastsTellThePassOfAPicture) {
+  swath::Recording pass;
+  pass.Columns = swath::kZoneColumns;
+  pass.Rows = 1000;
+  pass.Start = orbit::MakeDateTime(2022, 2, 23, 7, 53);
+  std::vector<std::string> problems;
+  swath::TakeElements(DemonstrationSatellite("NOAA 19"),
+                      swath::LoadScannerTables({QStringLiteral(PELORIN_SCANNERS)}, problems), pass);
+  pass.Lies.Turned = true;
+  QDir().mkpath(Path(u"elsewhere"_s));
+  ASSERT_TRUE(PaintedPass(pass, PaintedEarth(), {0.2, 5}).save(Path(u"elsewhere/party.png"_s)));
+  StartOnPage();
+  Boxes.ChosenFile = Path(u"elsewhere/party.png"_s);
+  InDialog("Open1", [this](QDialog& dialog) {
+    Find<QDateEdit>("StartDate")->setDate(QDate(2022, 2, 23));
+    Find<QComboBox>("ComboBoxSatellite")->setCurrentText(u"NOAA 15"_s);
+    auto* button = Find<QPushButton>("ButtonWhichPass");
+    button->click();
+    EXPECT_TRUE(dialog.isVisible());
+    button->click();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Text("LabelPasses").startsWith(u"Stopped"_s); }, 60000));
+    EXPECT_EQ(Text("ComboBoxSatellite"), u"NOAA 15"_s);
+    button->click();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Find("ListBoxPasses")->isVisible(); }, 60000));
+    EXPECT_TRUE(Text("LabelPasses").startsWith(u"It is the first"_s)) << Text("LabelPasses").toStdString();
+    EXPECT_EQ(Text("ComboBoxSatellite"), u"NOAA 19"_s);
+    EXPECT_LE(std::abs(Find<QTimeEdit>("StartTime")->time().secsTo(QTime(7, 53))), 1);
+    EXPECT_EQ(Text("ComboBoxStored"), u"Turned by 180 degrees"_s);
+    Find<QPushButton>("ButtonOK")->click();
+  });
+  EXPECT_EQ(Text("ComboBoxSatForPic"), u"NOAA 19"_s);
+  EXPECT_TRUE(Text("LabelPictureTitle").contains(u"party.png  from 07:5"_s));
 }
 
 TEST_F(OpenedPictureTest, AttitudeIsTheUsersForItsSatelliteUntilReset) {
