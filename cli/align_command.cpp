@@ -1,8 +1,6 @@
-#include <cmath>
-#include <nlohmann/json.hpp>
-
 #include "align/alignment_text.h"
 #include "cli/commands.h"
+#include "cli/json_text.h"
 #include "cli/overlay_request.h"
 #include "cli/overlay_sources.h"
 #include "cli/picture_aligner.h"
@@ -13,18 +11,7 @@
 namespace pelorin::cli {
 namespace {
 
-using nlohmann::ordered_json;
 using swath::Recording;
-
-std::string Utc(orbit::TDateTime moment) {
-  return orbit::FormatDateTime("yyyy-mm-dd", moment) + 'T' + orbit::FormatDateTime("hh:nn:ss.zzz", moment) +
-         'Z';
-}
-
-double Rounded(double number, double steps = 100) {
-  // −0 is no number for people.
-  return std::round(number * steps) / steps + 0.0;
-}
 
 const char* NameOf(align::Finding finding) {
   switch (finding) {
@@ -46,23 +33,23 @@ QString ReasonOf(const align::PictureAlignment& alignment) {
 
 /// What is to be added to a recording, beyond what another has already.
 ordered_json OffsetsOf(const Recording& recording, const Recording& beyond) {
-  return {{"time_s", Rounded(recording.OffsetS - beyond.OffsetS)},
-          {"shift_columns", Rounded(recording.ShiftColumns - beyond.ShiftColumns)},
-          {"roll_deg", Rounded(recording.Offsets.RollDeg - beyond.Offsets.RollDeg)},
-          {"pitch_deg", Rounded(recording.Offsets.PitchDeg - beyond.Offsets.PitchDeg)},
-          {"yaw_deg", Rounded(recording.Offsets.YawDeg - beyond.Offsets.YawDeg)}};
+  return {{"time_s", JsonRounded(recording.OffsetS - beyond.OffsetS)},
+          {"shift_columns", JsonRounded(recording.ShiftColumns - beyond.ShiftColumns)},
+          {"roll_deg", JsonRounded(recording.Offsets.RollDeg - beyond.Offsets.RollDeg)},
+          {"pitch_deg", JsonRounded(recording.Offsets.PitchDeg - beyond.Offsets.PitchDeg)},
+          {"yaw_deg", JsonRounded(recording.Offsets.YawDeg - beyond.Offsets.YawDeg)}};
 }
 
 ordered_json WindowsOf(const align::PictureAlignment& alignment) {
   ordered_json windows = ordered_json::array();
   for (const align::VotingWindow& window : alignment.Windows) {
-    windows.push_back({{"column", Rounded(window.Middle.Column)},
-                       {"row", Rounded(window.Middle.Row)},
+    windows.push_back({{"column", JsonRounded(window.Middle.Column)},
+                       {"row", JsonRounded(window.Middle.Row)},
                        {"columns", 2 * window.HalfColumns},
                        {"rows", 2 * window.HalfRows},
-                       {"misfit_columns", Rounded(window.MisfitColumns)},
-                       {"misfit_rows", Rounded(window.MisfitRows)},
-                       {"votes", Rounded(window.Votes, 1000)}});
+                       {"misfit_columns", JsonRounded(window.MisfitColumns)},
+                       {"misfit_rows", JsonRounded(window.MisfitRows)},
+                       {"votes", JsonRounded(window.Votes, 1000)}});
   }
   return windows;
 }
@@ -75,33 +62,18 @@ ordered_json ToJson(const overlay::OpenedPicture& opened, const AlignedPicture& 
           {"channels", aligned.Channels},
           {"satellite", recording.Satellite.toStdString()},
           {"catalogue_number", set.CatalogueNumber},
-          {"epoch_utc", Utc(orbit::DateTimeOfJulianDate(set.Epoch))},
-          {"start_utc", Utc(recording.Start)},
-          {"aligned_start_utc", Utc(recording.FirstLine())},
+          {"epoch_utc", JsonUtc(orbit::DateTimeOfJulianDate(set.Epoch))},
+          {"start_utc", JsonUtc(recording.Start)},
+          {"aligned_start_utc", JsonUtc(recording.FirstLine())},
           {"result", NameOf(alignment.Is)},
           {"reason", ReasonOf(alignment).toStdString()},
           {"offsets", OffsetsOf(recording, {})},
           {"changes", OffsetsOf(recording, aligned.Known)},
           {"chance_peaks", alignment.ChancePeaks},
           {"halves_agree", alignment.HalvesAgree},
-          {"gate", Rounded(alignment.Gate)},
+          {"gate", JsonRounded(alignment.Gate)},
           {"windows", WindowsOf(alignment)},
           {"milliseconds", aligned.Milliseconds}};
-}
-
-/// A line for each member, and for each element of an array.
-QString Written(const ordered_json& object) {
-  QStringList members;
-  for (const auto& [key, value] : object.items()) {
-    QString text = QString::fromStdString(value.dump());
-    if (value.is_array() && !value.empty()) {
-      QStringList elements;
-      for (const ordered_json& element : value) elements.append(QString::fromStdString(element.dump()));
-      text = QStringLiteral("[\n    ") + elements.join(QStringLiteral(",\n    ")) + QStringLiteral("\n  ]");
-    }
-    members.append(QStringLiteral("  \"%1\": ").arg(QString::fromStdString(key)) + text);
-  }
-  return QStringLiteral("{\n") + members.join(QStringLiteral(",\n")) + QStringLiteral("\n}\n");
 }
 
 QString ToText(const AlignedPicture& aligned) {
@@ -137,7 +109,7 @@ void RunAlign(const QStringList& list) {
   const Recording known = DescribeMap(arguments, opened, 0).Picture;
   const overlay::MapSources sources = OpenMasterAlone(arguments);
   const AlignedPicture aligned = AlignReceived(arguments, *opened, known, sources);
-  PrintOut(isJson ? Written(ToJson(*opened, aligned)) : ToText(aligned));
+  PrintOut(isJson ? JsonText(ToJson(*opened, aligned)) : ToText(aligned));
   RequireAlignment(arguments, aligned);
   RememberAlignment(arguments, *opened, aligned);
 }

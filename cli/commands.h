@@ -14,6 +14,7 @@ void RunScanners(const QStringList& arguments);
 void RunOverlay(const QStringList& arguments);
 void RunAlignments(const QStringList& arguments);
 void RunAlign(const QStringList& arguments);
+void RunIdentify(const QStringList& arguments);
 void RunPicture(const QStringList& arguments);
 void RunElements(const QStringList& arguments);
 void RunMaster(const QStringList& arguments);

@@ -22,6 +22,7 @@ constexpr Command kCommands[] = {
     {"track", "where a satellite is, step by step, and how the station sees it", RunTrack},
     {"overlay", "the map that lies on the received picture of a pass", RunOverlay},
     {"align", "where a received picture lies, by its coasts", RunAlign},
+    {"identify", "which pass a received picture is of, by its coasts", RunIdentify},
     {"picture", "the received picture of a pass, looked up by its time", RunPicture},
     {"alignments", "the pictures that were aligned, and what was found", RunAlignments},
     {"elements", "the element sets at hand and their age", RunElements},

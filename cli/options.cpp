@@ -262,6 +262,20 @@ orbit::TSatellite FindSet(elements::KnownSets& known, const QString& name, doubl
           .arg(name, arguments.ElementsPath()));
 }
 
+std::vector<orbit::TSatellite> ChosenSatellites(const Arguments& arguments, double jd) {
+  const auto known = arguments.ElementSets();
+  std::vector<orbit::TSatellite> chosen;
+  for (const QString& name : arguments.Texts(QStringLiteral("satellite"))) {
+    chosen.push_back(FindSet(*known, name, jd, arguments));
+  }
+  if (!chosen.empty()) return chosen;
+  const elements::TSatelliteList& list = known->Satellites();
+  for (int index = 0; index < list.Count(); ++index) {
+    chosen.push_back(SetFor(list.Satellite(index), jd, *known, arguments));
+  }
+  return chosen;
+}
+
 void WarnOfAge(const Arguments& arguments, const orbit::TSatellite& set, double jd) {
   const elements::SetDoubt doubt =
       elements::DoubtOf(set, orbit::DateTimeOfJulianDate(jd),

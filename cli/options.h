@@ -110,6 +110,8 @@ orbit::TSatellite SetFor(const orbit::TSatellite& satellite, double jd, elements
 /// --newest the latest. Raises Failure when there is none.
 orbit::TSatellite FindSet(elements::KnownSets& known, const QString& name, double jd,
                           const Arguments& arguments);
+/// The satellites that --satellite names, or all, with their sets for a Julian date.
+std::vector<orbit::TSatellite> ChosenSatellites(const Arguments& arguments, double jd);
 /// A word of warning when a set is used so far from its epoch that a map would show it.
 void WarnOfAge(const Arguments& arguments, const orbit::TSatellite& set, double jd);
 /// Says which set is used for a Julian date, and how old it is.

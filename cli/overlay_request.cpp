@@ -10,6 +10,7 @@
 #include "app/time_zone.h"
 #include "cli/known_scanners.h"
 #include "cli/options.h"
+#include "cli/recording_options.h"
 #include "orbit/julian_date.h"
 #include "orbit/model_constants.h"
 #include "orbit/scalar_math.h"
@@ -206,19 +207,9 @@ void TurnAttitude(const Arguments& arguments, swath::Recording& recording) {
 
 /// How the file was stored, when that is told.
 void TellStored(const Arguments& arguments, swath::Recording& recording) {
-  const struct {
-    QString Word;
-    swath::Stored Lies;
-  } ways[] = {{QStringLiteral("auto"), {}},
-              {QStringLiteral("received"), {}},
-              {QStringLiteral("turned"), {true, false}},
-              {QStringLiteral("mirrored"), {false, true}},
-              {QStringLiteral("turned-mirrored"), {true, true}}};
-  QStringList words;
-  for (const auto& way : ways) words.append(way.Word);
-  const qsizetype chosen = words.indexOf(arguments.Choice(QStringLiteral("stored"), words));
-  if (chosen == 0) return;
-  recording.Lies = ways[chosen].Lies;
+  const auto told = StoredAsTold(arguments);
+  if (!told) return;
+  recording.Lies = *told;
   recording.LiesIsFrom = swath::KnownFrom::User;
 }
 

@@ -29,21 +29,6 @@ void PrintTable(const std::vector<FoundPass>& passes, const orbit::Observer& obs
   table.Finish();
 }
 
-/// The satellites that were asked for, or all, with their sets for a Julian date.
-std::vector<orbit::TSatellite> ChosenSatellites(const Arguments& arguments, double jd) {
-  const auto known = arguments.ElementSets();
-  std::vector<orbit::TSatellite> chosen;
-  for (const QString& name : arguments.Texts(QStringLiteral("satellite"))) {
-    chosen.push_back(FindSet(*known, name, jd, arguments));
-  }
-  if (!chosen.empty()) return chosen;
-  const elements::TSatelliteList& list = known->Satellites();
-  for (int index = 0; index < list.Count(); ++index) {
-    chosen.push_back(SetFor(list.Satellite(index), jd, *known, arguments));
-  }
-  return chosen;
-}
-
 }  // namespace
 
 void RunPasses(const QStringList& list) {

@@ -1,12 +1,10 @@
 #include "cli/picture_aligner.h"
 
-#include <chrono>
-
 #include "align/alignment_log.h"
 #include "align/alignment_text.h"
 #include "app/program_paths.h"
+#include "cli/coast_ground.h"
 #include "cli/progress_line.h"
-#include "overlay/master_surface.h"
 #include "overlay/recording_channels.h"
 
 namespace pelorin::cli {
@@ -29,30 +27,19 @@ std::vector<Option> AlignOptions() {
 
 AlignedPicture AlignReceived(const Arguments& arguments, const overlay::OpenedPicture& opened,
                              const swath::Recording& known, const overlay::MapSources& sources) {
-  const overlay::MasterView* master = sources.Borrowed().Master;
-  if (master == nullptr) {
-    throw Failure(
-        QStringLiteral("There is no overlay master to compare the picture with; make it with \"pelorin-cli "
-                       "master\", or name one with --master"));
-  }
-  const lines::FoundFineLines shores =
-      lines::FindFineLines(app::FindDataFile(QStringLiteral("Coastlines.dat")));
-  const align::Ground ground{overlay::SurfacesIn(*master), shores.Lines ? &*shores.Lines : nullptr,
-                             shores.Problem};
+  const CoastGround ground(sources);
   const align::SearchRange range{
       arguments.Number(kRange, align::SearchRange().TimeS, kLeastRangeS, kMostRangeS)};
   const std::vector<QImage> channels = overlay::ChannelsOfRecording(opened, Say);
 
-  const auto begin = std::chrono::steady_clock::now();
   AlignedPicture aligned{known, {}, static_cast<int>(channels.size()), 0};
   ProgressLine progress(QStringLiteral("Aligning"));
-  aligned.Alignment = align::AlignPicture(known, channels, ground, range, [&progress](double share) {
-    progress.Show(share);
-    return true;
-  });
-  aligned.Milliseconds = static_cast<int>(
-      std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - begin)
-          .count());
+  aligned.Alignment =
+      align::AlignPicture(known, channels, ground.Borrowed(), range, [&progress](double share) {
+        progress.Show(share);
+        return true;
+      });
+  aligned.Milliseconds = progress.Milliseconds();
   return aligned;
 }
 

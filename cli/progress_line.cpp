@@ -38,4 +38,9 @@ void ProgressLine::Show(double share) {
   Write(QStringLiteral("\r%1 %2 % ").arg(what_).arg(percent, 3));
 }
 
+int ProgressLine::Milliseconds() const {
+  using namespace std::chrono;
+  return static_cast<int>(duration_cast<milliseconds>(steady_clock::now() - begin_).count());
+}
+
 }  // namespace pelorin::cli

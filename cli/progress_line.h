@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <chrono>
 
 namespace pelorin::cli {
 
@@ -17,10 +18,14 @@ class ProgressLine {
   /// `share` is 0 … 1.
   void Show(double share);
 
+  /// Since it was made.
+  int Milliseconds() const;
+
  private:
   QString what_;
   bool isSeen_;
   int percent_ = -1;
+  std::chrono::steady_clock::time_point begin_ = std::chrono::steady_clock::now();
 };
 
 }  // namespace pelorin::cli

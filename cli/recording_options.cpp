@@ -1,6 +1,19 @@
 #include "cli/recording_options.h"
 
+#include <algorithm>
+
 namespace pelorin::cli {
+namespace {
+
+const struct {
+  QString Word;
+  swath::Stored Lies;
+} kWays[] = {{QStringLiteral("received"), {}},
+             {QStringLiteral("turned"), {true, false}},
+             {QStringLiteral("mirrored"), {false, true}},
+             {QStringLiteral("turned-mirrored"), {true, true}}};
+
+}  // namespace
 
 std::vector<Option> RecordingOptions() {
   return {
@@ -40,9 +53,7 @@ std::vector<Option> RecordingOptions() {
            "The received picture, or a decoder's folder: the map gets its size. Its name or product "
            "file tells satellite and time where they are not given; with --pass it begins at the "
            "time in its name, from 2 minutes before the pass to 9 after.")},
-      {QStringLiteral("stored"), QStringLiteral("auto|received|turned|mirrored|turned-mirrored"),
-       QStringLiteral("How the picture lies in its file. Default: auto, as its product or its kind of name "
-                      "has it.")},
+      StoredOption(),
       NewestOption()};
 }
 
@@ -56,6 +67,24 @@ void CheckRecordingOptions(const Arguments& arguments) {
   if (arguments.Has(QStringLiteral("minute-marks")) && arguments.Has(QStringLiteral("time-correction"))) {
     throw UsageError(QStringLiteral("--minute-marks and --time-correction exclude each other"));
   }
+}
+
+Option StoredOption() {
+  return {
+      QStringLiteral("stored"), QStringLiteral("auto|received|turned|mirrored|turned-mirrored"),
+      QStringLiteral("How the picture lies in its file. Default: auto, as its product or its kind of name "
+                     "has it.")};
+}
+
+std::optional<swath::Stored> StoredAsTold(const Arguments& arguments) {
+  QStringList words{QStringLiteral("auto")};
+  for (const auto& way : kWays) words.append(way.Word);
+  const qsizetype chosen = words.indexOf(arguments.Choice(QStringLiteral("stored"), words));
+  return chosen == 0 ? std::nullopt : std::optional(kWays[chosen - 1].Lies);
+}
+
+QString StoredWord(swath::Stored lies) {
+  return std::ranges::find_if(kWays, [&](const auto& way) { return way.Lies == lies; })->Word;
 }
 
 }  // namespace pelorin::cli

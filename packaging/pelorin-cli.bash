@@ -3,7 +3,7 @@ _pelorin_cli() {
   local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} command=${COMP_WORDS[1]}
   COMPREPLY=()
   if [ "$COMP_CWORD" -eq 1 ]; then
-    COMPREPLY=($(compgen -W "passes track overlay align picture alignments elements update scan line scanners master --help --version" -- "$current"))
+    COMPREPLY=($(compgen -W "passes track overlay align identify picture alignments elements update scan line scanners master --help --version" -- "$current"))
   elif [[ $current == -* ]]; then
     local options
     options=$(pelorin-cli "$command" --help 2>/dev/null | grep -oE -e '--[a-z][a-z-]*' | sort -u)

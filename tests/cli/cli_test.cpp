@@ -87,6 +87,7 @@ TEST_F(Cli, WrongUseAndFailuresHaveTheirOwnStatus) {
               {"align --picture HERE/no.png --range 9", 1, "no.png"},
               {"OVERLAY --start 20220223093200 --align", 2, "--align goes with --picture"},
               {"OVERLAY --picture HERE/no.png --remember", 2, "--remember goes with --align"},
+              {"identify --picture HERE/no.png --stored upright", 2, "--stored is one of"},
               {"picture --find 12x41200 --folders HERE", 2, "--find"},
               {"picture --find 12241200 --folders HERE", 1, "no picture"},
               {"master --countries HERE/none.dat --output HERE/o.bmp", 1, "none.dat"}};
@@ -97,8 +98,8 @@ TEST_F(Cli, WrongUseAndFailuresHaveTheirOwnStatus) {
     EXPECT_TRUE(outcome.Err.contains(QLatin1StringView(row.says))) << outcome.Err.toStdString();
     EXPECT_EQ(outcome.Out, QString());
   }
-  for (const char* command :
-       {"passes", "track", "overlay", "align", "picture", "elements", "update", "scan", "line", "master"}) {
+  for (const char* command : {"passes", "track", "overlay", "align", "identify", "picture", "elements",
+                              "update", "scan", "line", "master"}) {
     const Outcome help = Run(std::string(command) + " --help");
     EXPECT_TRUE(help.Status == 0 && help.Out.contains(QLatin1StringView(command))) << command;
   }
@@ -222,17 +223,22 @@ TEST_F(Cli, APictureTellsItsMapByItself) {
   }
 }
 
-TEST_F(Cli, APictureFindsItsMapByItsCoasts) {
-  dataFolder_ = Path("user");
-  MakeFolder("user");
-  MakeFolder("results");
+/// Europe from 2022-02-23 17:42:00.5 on, as received.
+QImage SeenByNoaa19() {
   swath::Recording truth;
   truth.Elements = std::make_shared<const orbit::TSatellite>(tests::DemonstrationSatellite("NOAA 19"));
   truth.SeenBy = {"", {909, 110.74, swath::ScanLaw::Zones}, 2, false};
   truth.Start = orbit::MakeDateTime(2022, 2, 23, 17, 42, 0, 500);
   truth.Rows = 1200;
   truth.Columns = 909;
-  const QImage seen = tests::PaintedPass(truth, tests::PaintedEarth(), {0.3, 6});
+  return tests::PaintedPass(truth, tests::PaintedEarth(), {0.3, 6});
+}
+
+TEST_F(Cli, APictureFindsItsMapByItsCoasts) {
+  dataFolder_ = Path("user");
+  MakeFolder("user");
+  MakeFolder("results");
+  const QImage seen = SeenByNoaa19();
   ASSERT_TRUE(seen.save(Path("NOAA-19-20220223-174241Z.png")));
   ASSERT_TRUE(seen.mirrored(true, false).save(Path("NOAA-19-20220223-174242Z.png")));
   QFile::copy(QStringLiteral(PELORIN_BUILT_DATA "/Coastlines.dat"), Path("Coastlines.dat"));
@@ -284,6 +290,44 @@ TEST_F(Cli, APictureFindsItsMapByItsCoasts) {
     const bool isPlaced = row.Result != u"not found"_s;
     EXPECT_NEAR(told[u"changes"_s][u"time_s"_s].toDouble(), isPlaced ? -40.5 : 0,
                 row.Result == u"found"_s ? 0.4 : 2);
+  }
+}
+
+TEST_F(Cli, APictureFindsItsPass) {
+  const QImage seen = SeenByNoaa19();
+  ASSERT_TRUE(seen.save(Path("party.png")));
+  ASSERT_TRUE(seen.mirrored(true, false).save(Path("NOAA-19-20220223-120000Z.png")));
+  const struct {
+    const char* Words;
+    int Status;
+    QString Stored;  ///< of the winner; empty for none
+    int Passes;
+    const char* ErrHas;
+  } rows[] = {
+      {"--picture HERE/NOAA-19-20220223-120000Z.png --satellite NOAA_19 --satellite NOAA_15", 0,
+       u"mirrored"_s, 14, "--satellite 33591 --start 202202231742"},
+      {"--picture HERE/NOAA-19-20220223-120000Z.png --from 2022-02-24 --stored received", 0, {}, 6, ""},
+      {"--picture HERE/party.png --satellite NOAA_18 --from 2022-02-23 --days 0", 2, {}, 0, "--days"},
+      {"--picture HERE/party.png --satellite METEOR_M2 --from 2022-02-23",
+       1,
+       {},
+       0,
+       "No satellite that sends pictures of 909 columns"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.Words);
+    const Outcome outcome = Run(std::string("identify --elements DEMO --station 48,12,300 ") + row.Words);
+    EXPECT_EQ(outcome.Status, row.Status) << outcome.Err.toStdString();
+    EXPECT_TRUE(outcome.Err.contains(QLatin1StringView(row.ErrHas))) << outcome.Err.toStdString();
+    const QJsonObject told = QJsonDocument::fromJson(outcome.Out.toUtf8()).object();
+    EXPECT_EQ(told[u"passes"_s].toInt(), row.Passes);
+    EXPECT_EQ(told[u"winner"_s][u"stored"_s].toString(), row.Stored) << outcome.Out.left(999).toStdString();
+    if (row.Stored.isEmpty()) continue;
+    EXPECT_EQ(told[u"winner"_s][u"satellite"_s].toString(), u"NOAA 19"_s);
+    EXPECT_EQ(told[u"winner"_s][u"result"_s].toString(), u"found"_s);
+    EXPECT_TRUE(told[u"winner"_s][u"start_utc"_s].toString().startsWith(u"2022-02-23T17:42:00."_s));
+    EXPECT_EQ(told[u"places"_s].toArray().size(), 4 * row.Passes);
+    EXPECT_GT(told[u"margin"_s].toDouble(), 1.6);
   }
 }
 
