@@ -23,7 +23,9 @@ QString ChanceText(double chancePeaks) {
   const double pictures = std::pow(10, std::floor(-std::log10(std::max(chancePeaks, 1 / million))));
   if (pictures >= million) return QStringLiteral("fewer than 1 in a million");
   if (pictures < 10) return QStringLiteral("likely");
-  return QStringLiteral("fewer than 1 in %1").arg(QLocale::c().toString(pictures, 'f', 0));
+  QLocale grouping = QLocale::c();
+  grouping.setNumberOptions(QLocale::DefaultNumberOptions);
+  return QStringLiteral("fewer than 1 in %1").arg(grouping.toString(pictures, 'f', 0));
 }
 
 QString MovedText(const swath::Recording& before, const swath::Recording& after, bool roughly) {

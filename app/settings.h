@@ -10,6 +10,10 @@
 
 namespace pelorin::app {
 
+/// Which pictures are aligned unasked: none; each that is opened, and the result offered; and what is clear
+/// is taken, too.
+inline constexpr int kAlignNever = 0, kAlignOffering = 1, kAlignTaking = 2;
+
 /// Everything that is remembered, for the desktop program and the console program alike: a setting is a line
 /// here. Read when this is made, saved when the desktop program says so.
 struct Settings : RegistryVariables {
@@ -44,7 +48,8 @@ struct Settings : RegistryVariables {
   TRegistryInteger UpdateInterval{*this, "UpdateInterval", 5};          ///< seconds between the map's steps
   /// Comma text: folders of received pictures.
   TRegistryString ImagePathList{*this, "ImagePathList", QStringLiteral("C:\\Dunlow\\BMP\\")};
-  TRegistryBoolean NorthUp{*this, "NorthUp", true};             ///< pictures are turned until north is up
+  TRegistryBoolean NorthUp{*this, "NorthUp", true};  ///< pictures are turned until north is up
+  TRegistryInteger AlignOpened{*this, "AlignOpened", kAlignNever};
   TRegistryString RecentPictures{*this, "RecentPictures", {}};  ///< comma text: what was opened, latest first
   TRegistryString ClockCorrections{*this, "ClockCorrections", {}};  ///< see swath/clock_corrections.h
   TRegistryString AttitudeCorrections{

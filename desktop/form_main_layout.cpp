@@ -9,6 +9,7 @@
 #include <QStatusBar>
 #include <QTabWidget>
 
+#include "app/settings.h"
 #include "desktop/look.h"
 #include "map/map_clock.h"
 #include "session/controls.h"
@@ -74,6 +75,12 @@ void BuildOptionsMenu(FormMainLayout& ui, QMainWindow* form) {
   for (const int seconds : map::kUpdateIntervals) {
     AddChoice(ui.IntervalGroup, rate, QStringLiteral("%1 sec").arg(seconds), "MenuInterval", seconds);
   }
+  QMenu* align = Named(menu->addMenu(QStringLiteral("Ali&gn opened pictures")), "MenuAlignOpened");
+  ui.AlignGroup = new QActionGroup(form);
+  AddChoice(ui.AlignGroup, align, QStringLiteral("&No"), "MenuAlign", app::kAlignNever);
+  AddChoice(ui.AlignGroup, align, QStringLiteral("&Offer what is found"), "MenuAlign", app::kAlignOffering);
+  AddChoice(ui.AlignGroup, align, QStringLiteral("Offer it, and &take what is clear"), "MenuAlign",
+            app::kAlignTaking);
   menu->addSeparator();
   ui.MenuSavePassDetails = CheckItem(menu, QStringLiteral("Save &pass details"), "MenuSavePassDetails");
   ui.MenuShowOverlay = CheckItem(menu, QStringLiteral("Show &overlay"), "MenuShowOverlay");

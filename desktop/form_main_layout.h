@@ -19,7 +19,7 @@ struct FormMainLayout {
   QMenu* MenuOpenRecent;
   QAction *Open1, *OpenFolder1, *FilePrintImage, *FilePrintPassList, *FilePrintSetup, *Exit1;
   // Items carry the value of the setting that they choose.
-  QActionGroup *FootprintGroup, *IntervalGroup, *LookGroup;
+  QActionGroup *FootprintGroup, *IntervalGroup, *LookGroup, *AlignGroup;
   QAction *MenuSavePassDetails, *MenuShowOverlay, *MenuOverlayLinesOnly, *OptionsTextOverlay,
       *OptionsUpdateKeplers;
   QAction *ViewSatelliteData, *ViewAlignments;

@@ -46,6 +46,8 @@ void TFormMain::ConnectMenus() {
   Handle(ui_.Exit1, &QAction::triggered, this, &TFormMain::Exit1Click);
   Handle(ui_.FootprintGroup, &QActionGroup::triggered, this, &TFormMain::FootprintChanged);
   Handle(ui_.IntervalGroup, &QActionGroup::triggered, this, &TFormMain::IntervalChanged);
+  Handle(ui_.AlignGroup, &QActionGroup::triggered, this,
+         [](TFormMain* form, QAction* item) { form->settings_.AlignOpened.Value = item->data().toInt(); });
   Handle(ui_.MenuSavePassDetails, &QAction::triggered, this, &TFormMain::MenuSavePassDetailsClick);
   Handle(ui_.MenuShowOverlay, &QAction::triggered, this, &TFormMain::MenuShowOverlayClick);
   Handle(ui_.MenuOverlayLinesOnly, &QAction::triggered, this, &TFormMain::MenuOverlayLinesOnlyClick);
@@ -70,6 +72,7 @@ void TFormMain::RestoreMenus() {
   ui_.MenuOverlayLinesOnly->setChecked(settings_.OverlayLinesOnly.Value);
   CheckItemOf(ui_.FootprintGroup, settings_.FootprintShowLevel.Value);
   CheckItemOf(ui_.IntervalGroup, settings_.UpdateInterval.Value);
+  CheckItemOf(ui_.AlignGroup, settings_.AlignOpened.Value);
   CheckItemOf(ui_.LookGroup, settings_.WindowColours.Value);
   TabSheetMap->IntervalChanged();
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <tuple>
 
 #include "orbit/model_constants.h"
 
@@ -100,6 +101,14 @@ bool BeginTogether(const Recording& one, const Recording& other) {
 
 bool IsSameRecording(const Recording& one, const Recording& other) {
   return one.Satellite == other.Satellite && BeginTogether(one, other);
+}
+
+bool LiesAlike(const Recording& one, const Recording& other) {
+  const auto all = [](const Recording& recording) {
+    return std::tie(recording.Rows, recording.Columns, recording.Lies, recording.SouthBound,
+                    recording.OffsetS, recording.Offsets, recording.ShiftColumns, recording.DriftPpm);
+  };
+  return IsSameRecording(one, other) && all(one) == all(other);
 }
 
 }  // namespace pelorin::swath

@@ -104,4 +104,7 @@ bool BeginTogether(const Recording& one, const Recording& other);
 /// same one, and so it is with another offset.
 bool IsSameRecording(const Recording& one, const Recording& other);
 
+/// Both are the same recording, of one size and stored the same way, with the same offsets.
+bool LiesAlike(const Recording& one, const Recording& other);
+
 }  // namespace pelorin::swath

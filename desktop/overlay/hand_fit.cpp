@@ -14,7 +14,8 @@ namespace {
 using session::Handle;
 
 PictureMarks MarksOf(const align::DraggedPoints& points) {
-  PictureMarks marks{points.Lines(), {}};
+  PictureMarks marks;
+  marks.Lines = points.Lines();
   const align::PointFit& fit = points.Fit();
   for (std::size_t i = 0; i < points.Points().size(); ++i) {
     QString text = QString::number(i + 1);

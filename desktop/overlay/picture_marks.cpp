@@ -1,6 +1,8 @@
 #include "desktop/overlay/picture_marks.h"
 
+#include <QLineF>
 #include <QPainter>
+#include <QPainterPath>
 #include <QRect>
 #include <QSize>
 #include <algorithm>
@@ -12,6 +14,7 @@ namespace {
 
 constexpr QRgb kEdge = 0xC0000000, kShore = 0xFFFFE94A, kBorder = 0xFFFF9A3C, kPoint = 0xFF38E8FF,
                kLeftOut = 0xFFB4B4B4;
+constexpr QRgb kGood = 0xFF4CE05A, kFair = 0xFFFFE94A, kPoor = 0xFFFF5A4A;
 
 /// The parts of lines that are seen, in the view's pixels, without points that no screen tells apart.
 class SeenParts {
@@ -103,6 +106,49 @@ void PaintPoint(QPainter& painter, const PictureMarks::Point& point, QPointF at)
   painter.drawText(box, Qt::AlignCenter, point.Text);
 }
 
+QRgb ColourOf(double misfitPixels) {
+  constexpr double good = 0.5, fair = 1;
+  return misfitPixels < good ? kGood : misfitPixels < fair ? kFair : kPoor;
+}
+
+/// From one place to another, with a head; a short one is a dot.
+QPainterPath Arrow(QPointF from, QPointF to) {
+  constexpr double head = 5, dot = 1.5;
+  QPainterPath path;
+  const QLineF along(from, to);
+  path.addEllipse(from, dot, dot);
+  if (along.length() < head) return path;
+  path.moveTo(from);
+  path.lineTo(to);
+  for (const double turnDeg : {150.0, -150.0}) {
+    QLineF side = along.translated(to - from);
+    side.setAngle(along.angle() + turnDeg);
+    side.setLength(head);
+    path.moveTo(to);
+    path.lineTo(side.p2());
+  }
+  return path;
+}
+
+void PaintWindow(QPainter& painter, const PictureMarks::Window& window, const ViewScale& scale) {
+  const QPointF middle = scale.OnView(window.Middle);
+  const QPointF half(window.HalfColumns * scale.Across(), window.HalfRows * scale.Down());
+  const QPointF end = scale.OnView({window.Middle.Column + kMisfitEnlarged * window.MisfitColumns,
+                                    window.Middle.Row + kMisfitEnlarged * window.MisfitRows});
+  QColor colour = QColor::fromRgba(ColourOf(std::hypot(window.MisfitColumns, window.MisfitRows)));
+  const QPainterPath arrow = Arrow(middle, end);
+  painter.setBrush(Qt::NoBrush);
+  for (const auto& [pen, width] : {std::pair{QColor::fromRgba(kEdge), 3.5}, std::pair{colour, 1.5}}) {
+    painter.setPen(QPen(pen, width));
+    painter.drawPath(arrow);
+  }
+  // Windows overlap: faint, or nothing is seen through them.
+  constexpr double faint = 0.45;
+  colour.setAlphaF(faint);
+  painter.setPen(QPen(colour, 1));
+  painter.drawRect(QRectF(middle - half, middle + half));
+}
+
 }  // namespace
 
 ViewScale::ViewScale(const QSize& picture, const QSize& view)
@@ -116,6 +162,7 @@ void PaintMarks(QPainter& painter, const PictureMarks& marks, const ViewScale& s
     PaintLines(painter, SeenParts(marks.Lines->Shores, scale, near), kShore);
   }
   painter.setRenderHint(QPainter::Antialiasing);
+  for (const PictureMarks::Window& window : marks.Windows) PaintWindow(painter, window, scale);
   for (const PictureMarks::Point& point : marks.Points) PaintPoint(painter, point, scale.OnView(point.At));
 }
 

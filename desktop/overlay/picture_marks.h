@@ -26,8 +26,20 @@ struct PictureMarks {
   };
   std::vector<Point> Points;
 
-  bool IsEmpty() const { return Lines == nullptr && Points.empty(); }
+  /// A part of the picture whose coast was recognised.
+  struct Window {
+    swath::PixelPoint Middle;
+    double HalfColumns = 0, HalfRows = 0;
+    /// How far from the map the picture's coast lies in it.
+    double MisfitColumns = 0, MisfitRows = 0;
+  };
+  std::vector<Window> Windows;
+
+  bool IsEmpty() const { return Lines == nullptr && Points.empty() && Windows.empty(); }
 };
+
+/// How many times as long as they are misfits are drawn.
+inline constexpr int kMisfitEnlarged = 10;
 
 /// Where a picture's pixels lie on a view that shows it stretched.
 class ViewScale {

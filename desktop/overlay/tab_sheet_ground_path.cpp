@@ -13,6 +13,7 @@
 #include <QTimer>
 
 #include "desktop/overlay/attitude_box.h"
+#include "desktop/overlay/coast_alignment.h"
 #include "desktop/overlay/form_picture_details.h"
 #include "desktop/overlay/hand_fit.h"
 #include "desktop/overlay/overlay_choices.h"
@@ -92,6 +93,7 @@ TTabSheetGroundPath::TTabSheetGroundPath(session::Session& session, QWidget* par
   Handle(ui_.CheckBoxNorthUp, &QCheckBox::toggled, this, &Page::CheckBoxNorthUpClick);
   Handle(ui_.TimerLoad, &QTimer::timeout, this, &Page::TimerLoadTimer);
   Handle(ui_.TimerSaveResults, &QTimer::timeout, this, &Page::TimerSaveResultsTimer);
+  ConnectAlignment();
   EnableControls();
 }
 
@@ -217,7 +219,13 @@ void TTabSheetGroundPath::ShowPicture(const swath::FoundPicture& found) {
     ui_.Panes->SetPictureTitle(name + QStringLiteral(" could not be read") + still);
     const session::Hourglass hourglass;
     loaded = picture::LoadRecording(found.Path);
-    if (picture::HoldsWholeLines(loaded.Image.width())) loaded.Image = HalfOf(loaded.Image);
+    otherHalf_ = {};
+    if (picture::HoldsWholeLines(loaded.Image.width())) {
+      const auto halves = picture::CutWholeLines(loaded.Image);
+      const std::size_t preferred = PreferredHalf();
+      loaded.Image = halves[preferred];
+      otherHalf_ = halves[1 - preferred];
+    }
   }
   file_ = loaded.Image;
   damage_ = loaded.Damage.isEmpty() ? QString() : QStringLiteral(" (damaged)");
@@ -229,12 +237,11 @@ void TTabSheetGroundPath::ShowPicture(const swath::FoundPicture& found) {
   if (!loaded.Damage.isEmpty()) Boxes().Message(loaded.Damage);
 }
 
-QImage TTabSheetGroundPath::HalfOf(const QImage& wholeLines) const {
+std::size_t TTabSheetGroundPath::PreferredHalf() const {
   constexpr int infrared = 1;
   // The infrared channel comes second; turned, it lies at the left.
   const bool isTurned = picture_.ForMap(session_.Pass.SouthBound).Lies.Turned;
-  const bool isSecond = (ui_.Channels->checkedId() == infrared) != isTurned;
-  return picture::CutWholeLines(wholeLines)[isSecond ? 1 : 0];
+  return (ui_.Channels->checkedId() == infrared) != isTurned ? 1 : 0;
 }
 
 QString TTabSheetGroundPath::PictureTitle(const swath::Recording& recording, swath::Stored shown) const {
@@ -295,7 +302,8 @@ void TTabSheetGroundPath::TimerLoadTimer() {
 
 void TTabSheetGroundPath::keyPressEvent(QKeyEvent* event) {
   bool isTaken = false;
-  session::Guarded(Boxes(), [&] { isTaken = hand_->TakeKey(*event); });
+  session::Guarded(Boxes(),
+                   [&] { isTaken = hand_->TakeKey(*event) || (!IsBusy() && coasts_->TakeKey(*event)); });
   if (isTaken) return;
   if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) ui_.ButtonGenTopo->click();
   if (event->key() == Qt::Key_Escape) stopRequested_ = true;

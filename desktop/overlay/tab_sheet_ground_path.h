@@ -18,6 +18,7 @@ namespace pelorin::desktop {
 
 struct PassQuestion;
 struct PictureDetails;
+class TCoastAlignment;
 class TFormPictureDetails;
 class THandFit;
 
@@ -98,6 +99,13 @@ class TTabSheetGroundPath : public session::TTabSheet {
   void ButtonFitByHandClick();
   void HandFitTaken(const swath::Recording& fitted);
   void HandFitCancelled();
+  void ButtonAlignClick();
+  void AlignKeyPressed();
+  void OfferAlignment();
+  void AlignmentEnded();
+  void AlignmentFlipped();
+  void TakeOffered();
+  void UndoTaken();
   void ButtonAlignedBeforeClick();
   void ButtonClockMedianClick();
   void ButtonAttitudeMedianClick();
@@ -117,8 +125,8 @@ class TTabSheetGroundPath : public session::TTabSheet {
   void LoadPicture();
   /// The same, and where there is none the one that another name tells to be of the pass.
   void FindPicture();
-  /// The preferred channel of a picture with whole lines of the old format.
-  QImage HalfOf(const QImage& wholeLines) const;
+  /// Which of the two has the preferred channel, in a picture with whole lines of the old format.
+  std::size_t PreferredHalf() const;
   void ShowPicture(const swath::FoundPicture& found);
   /// Pickers and correction follow the pass.
   void ShowPass();
@@ -170,11 +178,29 @@ class TTabSheetGroundPath : public session::TTabSheet {
   void ShowFit();
   /// Remembers what the user has fitted, and lets the map follow.
   void TakeFit();
-  /// The recording of the picture that is seen, as it is shown, and why it cannot be fitted by hand.
+  /// The recording of the picture that is seen, and why it cannot be fitted now: `trouble` goes before all
+  /// else.
+  KnownRecording ForFit(const QString& trouble) const;
+  /// As the picture is shown.
   KnownRecording ForHandFit() const;
   void ShowHandFit();
   /// What is fitted by hand must be what is seen.
   void EndHandFitOfAnother();
+
+  void ConnectAlignment();
+  KnownRecording ForAlignment() const;
+  void ShowAlign();
+  /// `isAsked`: see TCoastAlignment.
+  void BeginAlignment(bool isAsked);
+  /// A picture was opened: what the settings say.
+  void AlignOpened();
+  /// Makes the map of what was found, and shows it.
+  void PreviewAlignment();
+  void ShowWindows();
+  /// All is as it was before, whatever the alignment is at; what was taken stays.
+  void DropAlignment();
+  /// What is aligned must be what is seen.
+  void EndAlignmentOfAnother();
   void FollowFit();
 
   /// What the log would have of the picture that is seen, as it lies now; nothing where no map can lie on it.
@@ -210,6 +236,8 @@ class TTabSheetGroundPath : public session::TTabSheet {
     overlay::OverlayResult Result;
   };
   void ShowResult(MadeMap made);
+  /// Null for none.
+  const MadeMap* SeenMap() const;
 
   TabSheetGroundPathLayout ui_;
   overlay::OverlaySources sources_;
@@ -230,7 +258,8 @@ class TTabSheetGroundPath : public session::TTabSheet {
     std::optional<swath::Stored> Lies;
   };
   std::optional<Told> told_;
-  QImage file_;  ///< the picture that is seen, as its file has it
+  QImage file_;       ///< the picture that is seen, as its file has it
+  QImage otherHalf_;  ///< of a picture that was looked for: what its whole lines have beside it
   align::AlignmentLog log_;
   std::optional<align::LoggedAlignment> alignment_;  ///< its attitude counts, for its picture
   std::optional<align::LoggedAlignment> sought_;     ///< the picture that was looked up in the log
@@ -241,7 +270,17 @@ class TTabSheetGroundPath : public session::TTabSheet {
   THandFit* hand_;
   bool stopRequested_ = false;
   bool againRequested_ = false;  ///< something changed while the map was being made
-  std::optional<MadeMap> made_;  ///< the map that is seen
+  std::optional<MadeMap> made_;  ///< the map that is seen, unless another one is offered
+
+  TCoastAlignment* coasts_ = nullptr;
+  std::optional<MadeMap> preview_;   ///< of what it has found, until that is taken or left
+  std::optional<bool> wasOverlaid_;  ///< before the preview was laid over the picture
+  bool wantsAlignment_ = false;      ///< a picture was opened before the alignment of another had ended
+  /// What was there before an alignment was taken, in the page and in the log.
+  struct Undo {
+    std::optional<align::LoggedAlignment> Alignment, Logged;
+  };
+  Undo undo_;
 };
 
 }  // namespace pelorin::desktop

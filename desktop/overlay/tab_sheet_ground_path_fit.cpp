@@ -26,7 +26,9 @@ std::optional<overlay::MinuteMarkOffer> TTabSheetGroundPath::Offer() const {
 void TTabSheetGroundPath::ShowFit() {
   if (!isVisible()) return;
   EndHandFitOfAnother();
+  EndAlignmentOfAnother();
   ShowHandFit();
+  ShowAlign();
   const auto known = Known();
   ui_.GroupBoxAttitude->ShowOf(known && known->Problem.isEmpty() ? &known->Recording : nullptr);
   const auto offer = Offer();

@@ -8,28 +8,31 @@
 #include <QSpinBox>
 
 #include "desktop/overlay/attitude_box.h"
+#include "desktop/overlay/coast_alignment.h"
 #include "desktop/overlay/hand_fit.h"
 #include "desktop/overlay/tab_sheet_ground_path.h"
 #include "desktop/overlay/time_correction_box.h"
+#include "overlay/fit_conditions.h"
 #include "session/controls.h"
 #include "session/time_picker.h"
 
 namespace pelorin::desktop {
 
+TTabSheetGroundPath::KnownRecording TTabSheetGroundPath::ForFit(const QString& trouble) const {
+  overlay::FitConditions now{trouble, IsBusy(), !picture_.ShownPath().isEmpty()};
+  const auto known = now.HasPicture ? Known() : std::nullopt;
+  now.HasSatellite = known.has_value();
+  now.IsSeen = known && picture_.Shows(known->Recording);
+  if (known) now.Problem = known->Problem;
+  return {known ? known->Recording : swath::Recording(), overlay::WhyNotFitted(now)};
+}
+
 TTabSheetGroundPath::KnownRecording TTabSheetGroundPath::ForHandFit() const {
-  const auto because = [](const QString& reason) { return KnownRecording{{}, reason}; };
-  if (lines_ == nullptr) return because(noLines_);
-  if (IsBusy()) return because(QStringLiteral("Wait until the map is made."));
-  if (picture_.ShownPath().isEmpty()) return because(QStringLiteral("Load a picture first."));
-  auto known = Known();
-  if (!known) return because(QStringLiteral("Choose the satellite that sent the picture."));
-  if (!known->Problem.isEmpty()) return *known;
-  if (!picture_.Shows(known->Recording)) {
-    return because(
-        QStringLiteral("The picture that is seen is of another pass than the one that is chosen."));
-  }
-  known->Recording.Lies = ShownLies(known->Recording);
-  return *known;
+  QString trouble = lines_ == nullptr ? noLines_ : QString();
+  if (coasts_->IsOn()) trouble = QStringLiteral("End the alignment first: take what it finds, or leave it.");
+  KnownRecording known = ForFit(trouble);
+  if (known.Problem.isEmpty()) known.Recording.Lies = ShownLies(known.Recording);
+  return known;
 }
 
 void TTabSheetGroundPath::ShowHandFit() {
@@ -52,6 +55,11 @@ void TTabSheetGroundPath::ShowHandFit() {
            ui_.GroupBoxTimeCorrection}) {
     control->setEnabled(!isOn);
   }
+  // An offer is for the map as it lies.
+  if (preview_) {
+    ui_.ButtonGenTopo->setEnabled(false);
+    ui_.CheckBoxNorthUp->setEnabled(false);
+  }
   if (isOn) ui_.GroupBoxAttitude->setEnabled(false);
 }
 
@@ -61,6 +69,7 @@ void TTabSheetGroundPath::ButtonFitByHandClick() {
     return HandFitCancelled();
   }
   const KnownRecording known = ForHandFit();
+  if (known.Problem.isEmpty()) DropAlignment();
   session::Guarded(Boxes(), [&] {
     if (known.Problem.isEmpty()) hand_->Begin(known.Recording, *lines_);
   });
@@ -82,11 +91,7 @@ void TTabSheetGroundPath::EndHandFitOfAnother() {
   const swath::Recording& fitted = hand_->Recording();
   const KnownRecording now = ForHandFit();
   const swath::Recording& seen = now.Recording;
-  const bool isSame = now.Problem.isEmpty() && swath::IsSameRecording(seen, fitted) &&
-                      seen.Lies == fitted.Lies && seen.Rows == fitted.Rows &&
-                      seen.Columns == fitted.Columns && seen.OffsetS == fitted.OffsetS &&
-                      seen.Offsets == fitted.Offsets;
-  if (isSame) return;
+  if (now.Problem.isEmpty() && swath::LiesAlike(seen, fitted)) return;
   hand_->End();
   EnableControls();
 }

@@ -13,10 +13,10 @@
 #include <QShortcut>
 #include <QSlider>
 #include <QSpinBox>
-#include <QStyle>
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include "desktop/overlay/align_bar.h"
 #include "desktop/overlay/attitude_box.h"
 #include "desktop/overlay/hand_fit_bar.h"
 #include "desktop/overlay/overlay_choices.h"
@@ -163,17 +163,20 @@ QHBoxLayout* BuildPictureRow(TabSheetGroundPathLayout& ui, QWidget* page) {
 /// Where exactly the map lies on it.
 QHBoxLayout* BuildFitRow(TabSheetGroundPathLayout& ui, QWidget* page) {
   ui.GroupBoxAttitude = new TAttitudeBox(page);
-  ui.GroupBoxTimeCorrection = new TTimeCorrectionBox(page);
+  ui.ButtonAlign = Named(new QPushButton(QStringLiteral("Align (F6)"), page), "ButtonAlign");
+  ui.ButtonAlign->setAutoDefault(false);
   ui.ButtonFitByHand = Named(new QPushButton(QStringLiteral("Fit by hand (F7)"), page), "ButtonFitByHand");
   ui.ButtonFitByHand->setCheckable(true);
   ui.ButtonFitByHand->setAutoDefault(false);
   auto* fitByHand = new QShortcut(Qt::Key_F7, page);
   QObject::connect(fitByHand, &QShortcut::activated, ui.ButtonFitByHand, &QPushButton::click);
-  // Level with the controls of the boxes beside it.
+  ui.GroupBoxTimeCorrection = new TTimeCorrectionBox(page);
   auto* beside = new QVBoxLayout;
+  beside->setSpacing(2);
   beside->addStretch(1);
+  beside->addWidget(ui.ButtonAlign);
   beside->addWidget(ui.ButtonFitByHand);
-  beside->addSpacing(page->style()->pixelMetric(QStyle::PM_LayoutBottomMargin));
+  beside->addStretch(1);
   auto* row = new QHBoxLayout;
   row->addWidget(ui.GroupBoxAttitude);
   row->addStretch(1);
@@ -238,6 +241,8 @@ void TabSheetGroundPathLayout::Build(QWidget* page) {
   rows->addLayout(BuildViewRow(*this, page));
   HandFitBar = new THandFitBar(page);
   rows->addWidget(HandFitBar);
+  AlignBar = new TAlignBar(page);
+  rows->addWidget(AlignBar);
   Panes = new TPicturePanes(page);
   rows->addWidget(Panes, 1);
   TimerLoad = NewOneShot("TimerLoad", 500, page);

@@ -19,6 +19,7 @@ class TTimePicker;
 
 namespace pelorin::desktop {
 
+class TAlignBar;
 class TAttitudeBox;
 class THandFitBar;
 class TPicturePanes;
@@ -42,8 +43,9 @@ struct TabSheetGroundPathLayout {
       *ButtonAttitudeMedian;  ///< each is seen while there is an offer
   TAttitudeBox* GroupBoxAttitude;
   TTimeCorrectionBox* GroupBoxTimeCorrection;
-  QPushButton* ButtonFitByHand;
+  QPushButton *ButtonAlign, *ButtonFitByHand;
   THandFitBar* HandFitBar;
+  TAlignBar* AlignBar;
 
   QCheckBox *CheckBoxZoom, *CheckBoxScrollBoth, *CheckBoxNorthUp, *CheckBoxOverlaid;
   QSlider* SliderOpacity;

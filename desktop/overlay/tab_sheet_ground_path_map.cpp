@@ -12,6 +12,7 @@
 #include <cmath>
 #include <utility>
 
+#include "desktop/overlay/coast_alignment.h"
 #include "desktop/overlay/overlay_choices.h"
 #include "desktop/overlay/picture_panes.h"
 #include "desktop/overlay/tab_sheet_ground_path.h"
@@ -87,6 +88,8 @@ void TTabSheetGroundPath::ButtonGenTopoClick() {
     stopRequested_ = true;
     return;
   }
+  // An answer that came while the map was being made.
+  const auto offer = qScopeGuard([this] { session::Guarded(Boxes(), [this] { OfferAlignment(); }); });
   const auto make = [this] {
     do {
       againRequested_ = false;
@@ -163,12 +166,16 @@ void TTabSheetGroundPath::ShowResult(MadeMap made) {
   EnableControls();
 }
 
+const TTabSheetGroundPath::MadeMap* TTabSheetGroundPath::SeenMap() const {
+  if (preview_ && !coasts_->ShowsOld()) return &*preview_;
+  return made_ ? &*made_ : nullptr;
+}
+
 void TTabSheetGroundPath::ShowMap() {
-  if (made_) {
-    const swath::Recording& picture = made_->Request.Picture;
-    ui_.Panes->SetMap(
-        {made_->Result.Map, made_->Result.Recording, picture.FirstColumn, made_->Result.LinesMade},
-        QStringLiteral("Map: ") + TitleOf(made_->Request));
+  if (const MadeMap* seen = SeenMap()) {
+    const swath::Recording& picture = seen->Request.Picture;
+    ui_.Panes->SetMap({seen->Result.Map, seen->Result.Recording, picture.FirstColumn, seen->Result.LinesMade},
+                      QStringLiteral("Map: ") + TitleOf(seen->Request));
     session_.ShowDoubt(ui_.LabelElementAge, *picture.Elements, picture.FirstLine());
   } else {
     ui_.LabelElementAge->ShowDoubt({}, {});
@@ -220,6 +227,7 @@ void TTabSheetGroundPath::OverlayMarksChanged() {
     overlay::OverlayRequest request = made_->Request;
     request.Overlay = ChosenMarks(session_.Settings);
     RemakeMap(request);
+    if (preview_) PreviewAlignment();
   }
 }
 

@@ -266,6 +266,7 @@ void TTabSheetGroundPath::TakeOpened(overlay::OpenedPicture opened, const overla
   LoadPicture();
   session_.Window.ShowPage(session::Page::GroundPath);
   ui_.ButtonGenTopo->setFocus();
+  AlignOpened();
 }
 
 void TTabSheetGroundPath::FlyAsElementsTell() {

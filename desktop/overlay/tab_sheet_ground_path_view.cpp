@@ -20,6 +20,7 @@ namespace pelorin::desktop {
 
 void TTabSheetGroundPath::EnableControls() {
   ShowHandFit();
+  ShowAlign();
   const bool areBoth = MapIsOfPicture() && !IsBusy();
   const bool isOverlaid = areBoth && ui_.CheckBoxOverlaid->isChecked();
   ui_.CheckBoxOverlaid->setEnabled(areBoth);
@@ -31,7 +32,7 @@ void TTabSheetGroundPath::EnableControls() {
   ui_.ButtonSaveBlend->setEnabled(areBoth);
   ui_.Panes->SetLevel(MapIsOfPicture());
   // What the elements tell of a pass nobody has to choose.
-  ui_.ButtonPassDirection->setEnabled(!hand_->IsOn() &&
+  ui_.ButtonPassDirection->setEnabled(!hand_->IsOn() && !preview_ &&
                                       (!opened_ || opened_->Known.LiesIsFrom == swath::KnownFrom::Default));
   ui_.Panes->SetOverlaid(isOverlaid);
 }
