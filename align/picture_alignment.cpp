@@ -23,6 +23,9 @@ constexpr double kPictureBlur = 0.8, kLandBlur = 1;
 /// How clear the fit by pixels must be, and how far from that by samples it may be.
 constexpr double kClearPixels = 20, kMostSamplesOff = 3;
 
+/// A larger picture's pixels are many times smaller than samples, and take gigabytes as numbers.
+constexpr double kMostPixels = 2e7;
+
 /// How large each is thought to be.
 MoveDoubts DoubtsFor(const swath::Recording& recording) {
   const double unknown = std::numeric_limits<double>::infinity();
@@ -171,15 +174,17 @@ class Aligning {
     result.Gate = first.Fit.Gate;
     if (result.Gate < kClearGate) return true;
     const Moves bySamples = Together(coarse, first.Fit.Found);
+    result.Is = Finding::Found;
+    result.Aligned = Rounded(Moved(recording_, bySamples));
+    if (1.0 * recording_.Rows * recording_.Columns > kMostPixels) return afterStep_(1);
     const VotedPlaces voted(SampleMesh(Moved(recording_, coarse)), first.Fit.Windows, first.Layout.Rows,
                             first.Layout.Columns);
     const FineStep last = ByPixels(bySamples, voted);
     if (!afterStep_(1)) return false;
-    result.Is = Finding::Found;
-    const bool isBetter = Confirms(last, Moved(recording_, bySamples));
-    result.Aligned = Rounded(Moved(recording_, isBetter ? Together(bySamples, last.Fit.Found) : bySamples));
+    if (!Confirms(last, Moved(recording_, bySamples))) return true;
+    result.Aligned = Rounded(Moved(recording_, Together(bySamples, last.Fit.Found)));
     for (const WindowResidual& window : last.Fit.Windows) {
-      if (isBetter) result.Windows.push_back(InFile(window, last.Layout));
+      result.Windows.push_back(InFile(window, last.Layout));
     }
     return true;
   }

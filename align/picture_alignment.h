@@ -25,7 +25,7 @@ struct Ground {
 };
 
 enum class Finding {
-  Found,     ///< to a line and a column
+  Found,     ///< to a line and a column; of more than 20 million pixels to half a kilometre or so
   Roughly,   ///< to some two seconds; attitude and shift are as they were
   NotFound,  ///< nothing is known
   Stopped,   ///< somebody has ended the search
