@@ -16,6 +16,7 @@ constexpr double kPeakS = 16;
 
 constexpr int kMostYawCells = 6;
 constexpr int kMostUniformCells = 3;
+constexpr double kMostRollCells = 12;
 
 CellPlane Mirrored(CellPlane strip) {
   for (int row = 0; row < strip.Rows; ++row) std::reverse(strip.Row(row), strip.Row(row) + strip.Columns);
@@ -53,6 +54,14 @@ double ChancePeaksOf(double height, std::vector<float> sample, int places) {
       places, places / placesInPeak * (1 - quantile) * std::exp(-(height - high) / (above / count)));
 }
 
+/// Where between its neighbours a peak is highest, in cells, by the parabola through them.
+double Between(const std::vector<float>& votes, int peak) {
+  if (peak < 1 || peak + 1 >= static_cast<int>(votes.size())) return 0;
+  const auto at = [&](int shift) { return static_cast<double>(votes[static_cast<std::size_t>(shift)]); };
+  const double before = at(peak - 1), after = at(peak + 1), bend = before - 2 * at(peak) + after;
+  return bend < 0 ? std::clamp(0.5 * (before - after) / bend, -0.5, 0.5) : 0;
+}
+
 }  // namespace
 
 bool CoarsePlace::IsSure() const {
@@ -82,14 +91,17 @@ VoteGrid GridFor(const swath::Recording& recording, const SampleMesh& mesh) {
     std::vector<AcrossMove> rolls;
     for (const double rollDeg : {0.35, 0.7, 1.05}) {
       AcrossMove move{0, sign * rollDeg, {}};
+      double farthest = 0;
       for (int cell = 0; cell < cells; ++cell) {
         const double x = middleOf(cell);
         const double angle = swath::ColumnAngle(line, mesh.ScannerColumn(x)) + orbit::Radians(move.RollDeg);
         move.CellsOfColumn.push_back((mesh.X(swath::ColumnAtAngle(line, angle)) - x) / perCell);
+        farthest = std::max(farthest, std::fabs(move.CellsOfColumn.back()));
       }
-      rolls.push_back(move);
+      // From very high up a degree is half of the line: no such roll is looked for.
+      if (farthest <= kMostRollCells) rolls.push_back(move);
     }
-    grid.Across.push_back(rolls);
+    if (!rolls.empty()) grid.Across.push_back(rolls);
   }
   return grid;
 }
@@ -97,8 +109,10 @@ VoteGrid GridFor(const swath::Recording& recording, const SampleMesh& mesh) {
 std::optional<CoarsePlace> SearchAlong(const SampleMesh& mesh, std::span<const PictureCells> pictures,
                                        const swath::SurfaceOfLine& surfacesOf, double rangeS,
                                        const AfterStep& afterStep) {
-  const int reach = static_cast<int>(std::ceil(std::max(rangeS, kLeastStripS) / kCellS));
-  const int allowed = static_cast<int>(std::floor(rangeS / kCellS));
+  // A peak at the end may be the slope of one beyond: the end lies as much farther out.
+  constexpr int near = 2;
+  const int allowed = static_cast<int>(std::ceil(rangeS / kCellS)) + near;
+  const int reach = std::max(static_cast<int>(std::ceil(kLeastStripS / kCellS)), allowed);
   const int rows = pictures.front().Contrast.Rows;
   const CellPlane strip = CoastStrip(mesh, surfacesOf, -reach * SampleMesh::kPerCell, rows + 2 * reach);
   if (!afterStep(0.25)) return std::nullopt;
@@ -121,9 +135,8 @@ std::optional<CoarsePlace> SearchAlong(const SampleMesh& mesh, std::span<const P
     if (!decoy) return std::nullopt;
     chance.insert(chance.end(), decoy->Best.begin(), decoy->Best.end());
   }
-  constexpr int near = 2;
   CoarsePlace place;
-  place.TimeS = (peak.Shift - reach) * kCellS;
+  place.TimeS = (peak.Shift - reach + Between(votes->Best, peak.Shift)) * kCellS;
   place.YawCells = peak.YawCells;
   place.Across = peak.Across;
   place.ChancePeaks = ChancePeaksOf(peak.Votes, std::move(chance), 2 * allowed + 1);

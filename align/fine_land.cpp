@@ -26,6 +26,7 @@ void AddCrossings(const std::vector<lines::PixelLine>& shores, int margin, int l
   for (const lines::PixelLine& shore : shores) {
     for (std::size_t i = 1; i < shore.size(); ++i) {
       const double from = lineAt(shore[i - 1].Row), to = lineAt(shore[i].Row);
+      if (!std::isfinite(from + to + shore[i - 1].Column + shore[i].Column)) continue;
       // Of two pieces that meet on a line one crosses it.
       const int first = static_cast<int>(std::ceil(std::min(from, to)));
       const int end = static_cast<int>(std::ceil(std::max(from, to)));

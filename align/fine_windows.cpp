@@ -196,7 +196,7 @@ double FineWindow::Votes(double rows, double columns) const {
 
 std::vector<FineWindow> WindowsWithCoasts(std::span<const Plane> contrasts, const GreyPlane& seen,
                                           const Plane& land, int margin, const WindowLayout& layout,
-                                          const Promise& promise) {
+                                          const Promise& promise, const std::function<void()>& afterWindow) {
   const Comparing comparing(land, margin, layout);
   std::vector<Place> places;
   constexpr double mostUnseen = 0.25;
@@ -224,6 +224,7 @@ std::vector<FineWindow> WindowsWithCoasts(std::span<const Plane> contrasts, cons
   }
   std::vector<FineWindow> windows;
   for (const Place& place : places) {
+    afterWindow();
     Raster<double> votes = comparing.Votes(contrasts[place.Picture], place.Row, place.Column);
     if (votes.Values.empty()) continue;
     windows.emplace_back(

@@ -10,6 +10,7 @@
 /// Small windows of a picture, and how well the land fits each when it is moved a little.
 namespace pelorin::align {
 
+/// In samples of the frame.
 struct WindowLayout {
   int Rows = 40, Columns = 56;          ///< of a window; neighbours share half of each other
   int RowReach = 14, ColumnReach = 12;  ///< how far the land is moved
@@ -43,9 +44,10 @@ using Promise = std::function<double(swath::PixelPoint middle)>;
 
 /// The windows of pictures of a frame that have a coast in them and vote for something. `land` has a margin
 /// of `margin` samples, which is both reaches at least. `contrasts` are as large as the frame, `seen` alike.
-/// Of too many windows those are taken that have most of a coast, times what `promise` says of them.
+/// Of too many windows those are taken that have most of a coast, times what `promise` says of them, if it
+/// says anything. `afterWindow` is called now and then; what it raises ends the work.
 std::vector<FineWindow> WindowsWithCoasts(std::span<const Plane> contrasts, const GreyPlane& seen,
                                           const Plane& land, int margin, const WindowLayout& layout,
-                                          const Promise& promise = {});
+                                          const Promise& promise, const std::function<void()>& afterWindow);
 
 }  // namespace pelorin::align

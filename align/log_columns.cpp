@@ -27,7 +27,8 @@ struct StartName {
 constexpr StartName kStarts[] = {{swath::StartFrom::Pass, QLatin1StringView("pass")},
                                  {swath::StartFrom::NameMinute, QLatin1StringView("minute")},
                                  {swath::StartFrom::NameSecond, QLatin1StringView("second")},
-                                 {swath::StartFrom::Stamps, QLatin1StringView("stamps")}};
+                                 {swath::StartFrom::Stamps, QLatin1StringView("stamps")},
+                                 {swath::StartFrom::Coasts, QLatin1StringView("coasts")}};
 
 QString WriteTime(orbit::TDateTime moment) {
   return QString::fromStdString(orbit::FormatDateTime("yyyy-mm-ddThh:nn:ss.zzzZ", moment));

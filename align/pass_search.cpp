@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <atomic>
 #include <cmath>
+#include <exception>
+#include <iterator>
 #include <memory>
 #include <thread>
 
@@ -48,20 +50,26 @@ class Searching {
 
   /// False when it was ended.
   bool Run(const AfterStep& afterStep) {
-    std::thread other([this] {
-      while (TakeOne([this] { return !isEnded_; })) {
+    std::exception_ptr trouble;
+    std::thread other([this, &trouble] {
+      try {
+        while (TakeOne([this] { return !isEnded_; })) {
+        }
+      } catch (...) {
+        trouble = std::current_exception();
+        isEnded_ = true;
       }
     });
+    const Joined joined(other, isEnded_);
     while (TakeOne([&] {
-      // The aligning of the best one comes after.
-      constexpr double share = 0.9;
       const double done = static_cast<double>(std::min(next_.load(), candidates_.size())) /
                           static_cast<double>(candidates_.size());
-      if (!isEnded_ && !afterStep(share * done)) isEnded_ = true;
+      if (!isEnded_ && !afterStep(done)) isEnded_ = true;
       return !isEnded_;
     })) {
     }
     other.join();
+    if (trouble) std::rethrow_exception(trouble);
     return !isEnded_;
   }
 
@@ -72,6 +80,23 @@ class Searching {
   }
 
  private:
+  /// Whatever leaves the caller's part, the other thread has ended by then.
+  class Joined {
+   public:
+    Joined(std::thread& thread, std::atomic<bool>& isEnded) : thread_(thread), isEnded_(isEnded) {}
+    Joined(const Joined&) = delete;
+    Joined& operator=(const Joined&) = delete;
+    ~Joined() {
+      if (!thread_.joinable()) return;
+      isEnded_ = true;
+      thread_.join();
+    }
+
+   private:
+    std::thread& thread_;
+    std::atomic<bool>& isEnded_;
+  };
+
   template <class GoesOn>
   bool TakeOne(const GoesOn& goesOn) {
     const std::size_t candidate = next_++;
@@ -126,6 +151,52 @@ float MedianOf(std::vector<float> values) {
   return *middle;
 }
 
+/// A part of the whole work.
+AfterStep Part(const AfterStep& afterStep, double from, double to) {
+  return [&afterStep, from, to](double share) { return afterStep(from + (to - from) * share); };
+}
+
+/// Nothing when it was ended.
+std::optional<std::vector<Tried>> TryPasses(std::span<const PassCandidate> candidates,
+                                            std::span<const swath::Stored> ways,
+                                            std::span<const QImage> channels, const Ground& ground,
+                                            const AfterStep& afterStep) {
+  Searching searching(candidates, ways, channels, ground);
+  if (!searching.Run(afterStep)) return std::nullopt;
+  return searching.Result();
+}
+
+/// The places in their order, and the best one aligned if it is clear.
+PassSearch Ranked(const std::vector<Tried>& all, std::span<const PassCandidate> candidates,
+                  std::span<const QImage> channels, const Ground& ground, const AfterStep& afterStep) {
+  PassSearch search;
+  std::vector<float> votes;
+  for (const Tried& tried : all) votes.insert(votes.end(), tried.Votes.begin(), tried.Votes.end());
+  if (votes.empty()) return search;
+  // By all passes together: over much sea even the best place of a pass is a poor one.
+  const float middle = MedianOf(votes);
+  for (float& vote : votes) vote = std::fabs(vote - middle);
+  const double deviation = std::max(static_cast<double>(MedianOf(std::move(votes))), 1e-6);
+  for (const Tried& tried : all) {
+    search.Places.push_back(tried.Place);
+    search.Places.back().Score = (tried.Place.Score - static_cast<double>(middle)) / deviation;
+  }
+  std::sort(search.Places.begin(), search.Places.end(),
+            [](const PassPlace& a, const PassPlace& b) { return a.Score > b.Score; });
+  const PassPlace& best = search.Places.front();
+  const double second = search.Places.size() > 1 ? search.Places[1].Score : 0;
+  search.Margin = best.Score / std::max(second, 1.0);
+  if (search.Margin < kClearMargin) return search;
+  swath::Recording recording = candidates[best.Candidate].Recording;
+  recording.Lies = best.Lies;
+  recording.Start.Days += best.TimeS / orbit::kSecondsPerDay;
+  // Where several passes were compared, the start is known to the width of a peak.
+  constexpr double rangeS = 60;
+  search.Best = AlignPicture(recording, channels, ground, {rangeS}, afterStep);
+  if (search.Best->Is == Finding::Stopped) return {};
+  return search;
+}
+
 }  // namespace
 
 bool PassSearch::IsClear() const {
@@ -159,48 +230,22 @@ std::vector<PassCandidate> CandidatesOf(QSize picture, std::span<const orbit::TS
 
 PassSearch FindPass(std::span<const PassCandidate> candidates, std::span<const swath::Stored> ways,
                     std::span<const QImage> channels, const Ground& ground, const AfterStep& afterStep) {
-  PassSearch search;
-  Searching searching(candidates, ways, channels, ground);
-  if (!searching.Run(afterStep)) return search;
-  const std::vector<Tried> all = searching.Result();
-  std::vector<float> votes;
-  for (const Tried& tried : all) votes.insert(votes.end(), tried.Votes.begin(), tried.Votes.end());
-  if (votes.empty()) return search;
-  // By all passes together: over much sea even the best place of a pass is a poor one.
-  const float middle = MedianOf(votes);
-  for (float& vote : votes) vote = std::fabs(vote - middle);
-  const double deviation = std::max(static_cast<double>(MedianOf(std::move(votes))), 1e-6);
-  for (const Tried& tried : all) {
-    search.Places.push_back(tried.Place);
-    search.Places.back().Score = (tried.Place.Score - static_cast<double>(middle)) / deviation;
-  }
-  std::sort(search.Places.begin(), search.Places.end(),
-            [](const PassPlace& a, const PassPlace& b) { return a.Score > b.Score; });
-  const PassPlace& best = search.Places.front();
-  const double second = search.Places.size() > 1 ? search.Places[1].Score : 0;
-  search.Margin = best.Score / std::max(second, 1.0);
-  if (search.Margin < kClearMargin) return search;
-  swath::Recording recording = candidates[best.Candidate].Recording;
-  recording.Lies = best.Lies;
-  recording.Start.Days += best.TimeS / orbit::kSecondsPerDay;
-  // Where several passes were compared, the start is known to the width of a peak.
-  constexpr double rangeS = 60, done = 0.9;
-  search.Best = AlignPicture(recording, channels, ground, {rangeS},
-                             [&](double share) { return afterStep(done + (1 - done) * share); });
-  if (search.Best->Is == Finding::Stopped) return {};
-  return search;
+  constexpr double share = 0.9;
+  const auto all = TryPasses(candidates, ways, channels, ground, Part(afterStep, 0, share));
+  return all ? Ranked(*all, candidates, channels, ground, Part(afterStep, share, 1)) : PassSearch();
 }
 
 PassSearch FindPassAndWay(std::span<const PassCandidate> candidates, std::span<const QImage> channels,
                           const Ground& ground, const AfterStep& afterStep) {
-  const std::vector<swath::Stored> usual{{false, false}, {true, false}};
-  const std::vector<swath::Stored> all{{false, false}, {true, false}, {false, true}, {true, true}};
-  constexpr double part = 0.4;
-  PassSearch search =
-      FindPass(candidates, usual, channels, ground, [&](double share) { return afterStep(part * share); });
+  const std::vector<swath::Stored> usual{{false, false}, {true, false}}, others{{false, true}, {true, true}};
+  auto all = TryPasses(candidates, usual, channels, ground, Part(afterStep, 0, 0.45));
+  if (!all) return {};
+  const PassSearch search = Ranked(*all, candidates, channels, ground, Part(afterStep, 0.45, 0.5));
   if (search.Places.empty() || search.IsClear()) return search;
-  return FindPass(candidates, all, channels, ground,
-                  [&](double share) { return afterStep(part + (1 - part) * share); });
+  auto more = TryPasses(candidates, others, channels, ground, Part(afterStep, 0.5, 0.95));
+  if (!more) return {};
+  std::move(more->begin(), more->end(), std::back_inserter(*all));
+  return Ranked(*all, candidates, channels, ground, Part(afterStep, 0.95, 1));
 }
 
 }  // namespace pelorin::align

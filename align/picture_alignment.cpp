@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "align/coarse_search.h"
 #include "align/fine_land.h"
@@ -9,6 +10,7 @@
 #include "align/voted_places.h"
 #include "files/file_error.h"
 #include "orbit/scalar_math.h"
+#include "swath/clock_corrections.h"
 
 namespace pelorin::align {
 namespace {
@@ -51,7 +53,9 @@ Moves MovesTo(const CoarsePlace& place, const SampleMesh& mesh, const swath::Rec
     const double row = frame.Rows / 2;
     const auto ends = MovesOf(frame, {{0, row}, {frame.Columns - 1.0, row}});
     const double rowsByDegree = (ends[1].Rows[yaw] - ends[0].Rows[yaw]) / 2;
-    if (rowsByDegree != 0) moves.YawDeg = -place.YawCells * SampleMesh::kPerCell / rowsByDegree;
+    // An end that is not seen does not move.
+    const bool bothSeen = ends[0].Rows[yaw] != 0 && ends[1].Rows[yaw] != 0;
+    if (bothSeen) moves.YawDeg = -place.YawCells * SampleMesh::kPerCell / rowsByDegree;
   }
   moves.RollDeg = place.Across.RollDeg;
   if (place.Across.UniformCells != 0) {
@@ -114,6 +118,7 @@ class Aligning {
       return NotFound(result, NotFoundFor::TooSmall);
     }
     const SampleMesh mesh(recording_);
+    if (mesh.Columns() == 0) return NotFound(result, NotFoundFor::NoOrbit);
     std::vector<PictureCells> cells;
     double noise = 0, most = 0;
     for (const GreyPlane& picture : pictures_) {
@@ -133,17 +138,18 @@ class Aligning {
     result.HalvesAgree = coarse->HalvesAgree;
     if (!coarse->IsSure()) return NotFound(result, WhyNot(*coarse, noise));
     result.Is = Finding::Roughly;
-    result.Aligned = Rounded(Moved(recording_, {coarse->TimeS, 0, 0, 0}));
+    result.Aligned.OffsetS = Rounded(recording_.OffsetS + coarse->TimeS);
+    if (!IsPossible(result.Aligned)) return NotFound(result, NotFoundFor::AtTheEnd);
     if (!ground_.Shores) {
       result.NoShores = ground_.NoShores;
       return result;
     }
     try {
-      if (!Refine(MovesTo(*coarse, mesh, recording_), result)) {
-        result = {};
-        result.Aligned = recording_;
-        result.Is = Finding::Stopped;
-      }
+      Refine(MovesTo(*coarse, mesh, recording_), result);
+    } catch (const Ended&) {
+      result = {};
+      result.Aligned = recording_;
+      result.Is = Finding::Stopped;
     } catch (const files::FileError& error) {
       result.NoShores = error.Text();
     }
@@ -151,8 +157,9 @@ class Aligning {
   }
 
  private:
-  static PictureAlignment NotFound(PictureAlignment& result, NotFoundFor reason) {
+  PictureAlignment NotFound(PictureAlignment& result, NotFoundFor reason) const {
     result.Is = Finding::NotFound;
+    result.Aligned = recording_;
     result.Reason = reason;
     return result;
   }
@@ -166,31 +173,48 @@ class Aligning {
     return place.HalvesAgree ? NotFoundFor::Clouds : NotFoundFor::HalvesApart;
   }
 
-  /// By samples, which are alike for all scanners, and then by the picture's own pixels. False when it was
-  /// ended.
-  bool Refine(const Moves& coarse, PictureAlignment& result) {
+  /// Somebody has told the work to end.
+  struct Ended {};
+  void GoOn(double share) const {
+    if (!afterStep_(share)) throw Ended();
+  }
+
+  /// The offset is one that a recording may have, and the spacecraft does not fly more askew than is searched
+  /// for.
+  bool IsPossible(const swath::Recording& aligned) const {
+    constexpr double mostRollDeg = 1.5, mostYawDeg = 3.5;
+    return std::fabs(aligned.OffsetS) <= swath::kOffsetLimitS &&
+           std::fabs(aligned.Offsets.RollDeg - recording_.Offsets.RollDeg) <= mostRollDeg &&
+           std::fabs(aligned.Offsets.YawDeg - recording_.Offsets.YawDeg) <= mostYawDeg;
+  }
+
+  /// By samples, which are alike for all scanners, and then by the picture's own pixels. Raises Ended.
+  void Refine(const Moves& coarse, PictureAlignment& result) {
     const FineStep first = BySamples(coarse);
-    if (!afterStep_(0.75)) return false;
+    GoOn(0.75);
     result.Gate = first.Fit.Gate;
-    if (result.Gate < kClearGate) return true;
+    if (result.Gate < kClearGate) return;
     const Moves bySamples = Together(coarse, first.Fit.Found);
+    const swath::Recording sampled = Rounded(Moved(recording_, bySamples));
+    if (!IsPossible(sampled)) return;
     result.Is = Finding::Found;
-    result.Aligned = Rounded(Moved(recording_, bySamples));
-    if (1.0 * recording_.Rows * recording_.Columns > kMostPixels) return afterStep_(1);
+    result.Aligned = sampled;
+    if (1.0 * recording_.Rows * recording_.Columns > kMostPixels) return;
     const VotedPlaces voted(SampleMesh(Moved(recording_, coarse)), first.Fit.Windows, first.Layout.Rows,
                             first.Layout.Columns);
     const FineStep last = ByPixels(bySamples, voted);
-    if (!afterStep_(1)) return false;
-    if (!Confirms(last, Moved(recording_, bySamples))) return true;
+    GoOn(1);
+    if (!Confirms(last, Moved(recording_, bySamples))) return;
     result.Aligned = Rounded(Moved(recording_, Together(bySamples, last.Fit.Found)));
     for (const WindowResidual& window : last.Fit.Windows) {
       result.Windows.push_back(InFile(window, last.Layout));
     }
-    return true;
   }
 
   FineStep BySamples(const Moves& already) const {
     const SampleMesh mesh(Moved(recording_, already));
+    // The set may end within what is searched.
+    if (mesh.Columns() == 0) return {};
     std::vector<Plane> contrasts;
     GreyPlane seen;
     for (const GreyPlane& picture : pictures_) {
@@ -249,6 +273,7 @@ class Aligning {
       Plane grey(picture.Columns, picture.Rows);
       std::copy(picture.Values.begin(), picture.Values.end(), grey.Values.begin());
       contrasts.push_back(Contrast(grey, seen, scale));
+      GoOn(0.75);
     }
     return Fit(frame, contrasts, seen, layout, already, [&](swath::PixelPoint middle) {
       return voted.At(recording_.SecondsOfLine(static_cast<int>(middle.Row)),
@@ -259,14 +284,18 @@ class Aligning {
   static Plane Contrast(const Plane& grey, const GreyPlane& seen, double scale) {
     constexpr int half = 32;
     constexpr double leastSd = 3;
-    return LocalContrast(Blurred(grey, kPictureBlur), seen, static_cast<int>(half * scale), leastSd);
+    return LocalContrast(BlurredWhereSeen(grey, seen, kPictureBlur), seen, static_cast<int>(half * scale),
+                         leastSd);
   }
 
   FineStep Fit(const Frame& frame, const std::vector<Plane>& contrasts, const GreyPlane& seen,
                const WindowLayout& layout, const Moves& already, const Promise& promise = {}) const {
     const int margin = std::max(layout.RowReach, layout.ColumnReach);
+    const double share = promise ? 0.75 : 0.5;
+    GoOn(share);
     const Plane land = Blurred(LandIn(frame, margin, *ground_.Shores, ground_.SurfacesOf), kLandBlur);
-    const auto windows = WindowsWithCoasts(contrasts, seen, land, margin, layout, promise);
+    const auto windows =
+        WindowsWithCoasts(contrasts, seen, land, margin, layout, promise, [this, share] { GoOn(share); });
     return {FitWindows(frame, windows, DoubtsFor(recording_), already), layout};
   }
 
@@ -298,6 +327,8 @@ QString TextOf(NotFoundFor reason) {
       break;
     case NotFoundFor::TooSmall:
       return QStringLiteral("The picture is too small to be recognised by its coasts.");
+    case NotFoundFor::NoOrbit:
+      return QStringLiteral("The satellite's elements give no position at the picture's time.");
     case NotFoundFor::OneColour:
       return QStringLiteral("The picture shows nothing: it is of one colour.");
     case NotFoundFor::FewCoasts:
@@ -306,11 +337,12 @@ QString TextOf(NotFoundFor reason) {
       return QStringLiteral("The picture is too noisy for its coasts to be recognised.");
     case NotFoundFor::Clouds:
       return QStringLiteral(
-          "No coasts are recognised: clouds hide them, or satellite or time are not those of the picture.");
+          "No coasts are recognised: clouds hide them, or satellite, time or the way it is stored are not "
+          "those of the picture.");
     case NotFoundFor::HalvesApart:
       return QStringLiteral(
-          "Parts of the picture would lie at different places: clouds hide its coasts, or satellite or time "
-          "are not those of the picture.");
+          "Parts of the picture would lie at different places: clouds hide its coasts, or satellite, time or "
+          "the way it is stored are not those of the picture.");
     case NotFoundFor::AtTheEnd:
       return QStringLiteral("The picture seems to lie beyond what was searched: its time is too far off.");
   }

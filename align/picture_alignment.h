@@ -35,6 +35,7 @@ enum class Finding {
 enum class NotFoundFor {
   Nothing,
   TooSmall,     ///< fewer lines or columns than a coast needs
+  NoOrbit,      ///< the elements give no position then
   OneColour,    ///< the picture shows nothing
   FewCoasts,    ///< the satellite passed over sea, or over land
   Noise,        ///< what the picture shows is mostly noise
@@ -74,7 +75,7 @@ inline constexpr double kClearGate = 40;
 
 /// How far from what is known a recording may be.
 struct SearchRange {
-  double TimeS = 600;  ///< either way
+  double TimeS = 600;  ///< either way; no more than kOffsetLimitS in all is ever found
 };
 
 /// Compares pictures of one recording, its channels, with the ground. The recording must have its scanner,

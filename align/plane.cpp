@@ -130,6 +130,22 @@ Plane Blurred(const Plane& plane, double sigma) {
   return result;
 }
 
+Plane BlurredWhereSeen(const Plane& plane, const GreyPlane& seen, double sigma) {
+  Plane result = Blurred(plane, sigma);
+  if (std::ranges::find(seen.Values, 0) == seen.Values.end()) return result;
+  Plane values = plane, weights(plane.Columns, plane.Rows);
+  for (std::size_t i = 0; i < seen.Values.size(); ++i) {
+    weights.Values[i] = seen.Values[i];
+    values.Values[i] *= weights.Values[i];
+  }
+  result = Blurred(values, sigma);
+  weights = Blurred(weights, sigma);
+  for (std::size_t i = 0; i < seen.Values.size(); ++i) {
+    if (seen.Values[i]) result.Values[i] /= weights.Values[i];
+  }
+  return result;
+}
+
 Plane LocalContrast(const Plane& plane, const GreyPlane& seen, int half, double leastSd) {
   constexpr float soft = 1.5F;
   Plane result(plane.Columns, plane.Rows);

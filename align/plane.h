@@ -44,6 +44,9 @@ GreyPlane MedianOfNine(const GreyPlane& grey);
 /// Gaussian, `sigma` in samples; what lies beyond the edges is like them.
 Plane Blurred(const Plane& plane, double sigma);
 
+/// The same of what was seen alone; what was not (0 in `seen`) has no part in what is beside it.
+Plane BlurredWhereSeen(const Plane& plane, const GreyPlane& seen, double sigma);
+
 /// How far each value stands out from the mean of the box round it, in standard deviations that are taken to
 /// be `leastSd` at least; beyond some one and a half deviations it saturates, so that clouds and noise count
 /// no more than coasts do. The box reaches `half` to each side. Where nothing was seen (0 in `seen`) the

@@ -14,7 +14,7 @@ namespace {
 constexpr int kMostRows = 3600;
 
 /// Along the ground of a sphere, km, at an angle (radians) from straight down; signed like the angle. Past
-/// the Earth it is the horizon's.
+/// the Earth it means nothing.
 double GroundKm(double angle, double heightKm) {
   const double sine = std::sin(std::fabs(angle)) * (orbit::XKMPER + heightKm) / orbit::XKMPER;
   const double arc = std::asin(std::min(sine, 1.0)) - std::fabs(angle);

@@ -30,9 +30,6 @@ class SampleMesh {
   /// The scanner's column at a place across the mesh, and the other way round; beyond the ends it goes on.
   double ScannerColumn(double x) const;
   double X(double scannerColumn) const;
-  /// How far off the middle of the line it looks along the ground, as a share of how far the ends are:
-  /// −1 … 1.
-  double Share(double x) const { return 2 * (x + 0.5) / Columns() - 1; }
 
   /// The same pass as a recording without gaps or a frame, in the order of reception: a line for each row,
   /// from `firstRow` on (which may be before the first line).

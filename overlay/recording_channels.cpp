@@ -19,6 +19,7 @@ std::vector<QImage> ChannelsOfRecording(const OpenedPicture& opened,
                                         const std::function<void(const QString&)>& tell) {
   std::vector<QImage> images{opened.Image};
   for (const PictureChannel& channel : opened.Channels) {
+    if (images.size() == kMostChannels) break;
     const bool isOpened = channel.Path == opened.Channel.Path && channel.Half == opened.Channel.Half;
     if (isOpened || !channel.LiesAlike || !opened.Channel.LiesAlike) continue;
     try {

@@ -17,6 +17,7 @@ enum class StartFrom {
   NameMinute,  ///< the minute in the picture's name
   NameSecond,  ///< the second in the picture's name
   Stamps,      ///< its lines are stamped
+  Coasts,      ///< its coasts, which told its pass; no clock
 };
 
 /// What else of a recording is known from.

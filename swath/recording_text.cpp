@@ -25,6 +25,8 @@ QString SourceOf(StartFrom known) {
   switch (known) {
     case StartFrom::Stamps:
       return QStringLiteral("the stamps of its lines");
+    case StartFrom::Coasts:
+      return QStringLiteral("the picture's coasts");
     case StartFrom::NameSecond:
       return QStringLiteral("a clock that tells the second");
     case StartFrom::NameMinute:

@@ -13,14 +13,12 @@
 #include "overlay/master_surface.h"
 #include "overlay/opened_picture.h"
 #include "overlay/overlay_master.h"
+#include "overlay/recording_channels.h"
 
 namespace pelorin::tools {
 namespace {
 
 using nlohmann::json;
-
-/// Channels that are compared with the ground together.
-constexpr std::size_t kMostChannels = 2;
 
 QByteArray ContentOf(const QString& path) {
   QFile file(path);
@@ -72,7 +70,7 @@ void AddChannels(const overlay::OpenedPicture& opened, const swath::ScannerTable
                  MeasuredPicture& picture) {
   picture.Channels.push_back(opened.Image);
   for (const overlay::PictureChannel& channel : opened.Channels) {
-    if (picture.Channels.size() == kMostChannels) return;
+    if (picture.Channels.size() == overlay::kMostChannels) return;
     if (channel.Path == opened.Channel.Path && channel.Half == opened.Channel.Half) continue;
     const overlay::OpenedPicture other = overlay::OpenPicture(channel.Path, Utc, scanners, channel.Half);
     if (other.Image.size() == opened.Image.size()) picture.Channels.push_back(other.Image);

@@ -104,7 +104,8 @@ std::vector<CoastResidual> ResidualsOf(const swath::Recording& recording, const 
   layout.Most = 2000;
   layout.MostVote = 4;
   std::vector<CoastResidual> residuals;
-  for (const align::FineWindow& window : align::WindowsWithCoasts(contrasts, seen, land, kReach, layout)) {
+  for (const align::FineWindow& window :
+       align::WindowsWithCoasts(contrasts, seen, land, kReach, layout, {}, [] {})) {
     const Best best = BestOf(window);
     if (!StandsAlone(window, best)) continue;
     const bool runsLeft = recording.RunsLeft(), isTurned = recording.Lies.Turned;

@@ -99,6 +99,8 @@ void TFormPictureDetails::FormShow() {
   ComboBoxScanner->addItems(details_.Scanners);
   ComboBoxScanner->setCurrentIndex(details_.Scanner + 1);
   ChooseWay(details_.Lies);
+  startByCoasts_.reset();
+  if (details_.IsStartByCoasts) startByCoasts_ = session::PickedMoment(StartDate, StartTime);
   GroupBoxWhichPass->SetQuestion(question_);
   StartDateChange();
 }
@@ -116,6 +118,7 @@ void TFormPictureDetails::PassChosen(const PassAnswer& answer) {
   session::TurnPicker(StartDate, answer.Start);
   session::TurnPicker(StartTime, answer.Start);
   ChooseWay(answer.Lies);
+  startByCoasts_ = session::PickedMoment(StartDate, StartTime);
 }
 
 void TFormPictureDetails::ChooseWay(const std::optional<swath::Stored>& lies) {
@@ -140,6 +143,7 @@ void TFormPictureDetails::ButtonOKClick() {
   }
   details_.Satellite = ComboBoxSatellite->currentIndex();
   details_.Start = session::PickedMoment(StartDate, StartTime);
+  details_.IsStartByCoasts = startByCoasts_ == details_.Start;
   details_.Scanner = ComboBoxScanner->currentIndex() - 1;
   details_.Lies = kWays[static_cast<std::size_t>(ComboBoxStored->currentIndex())].Lies;
   accept();

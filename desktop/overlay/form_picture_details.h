@@ -18,8 +18,9 @@ namespace pelorin::desktop {
 struct PictureDetails {
   QString Reason;  ///< why it is asked
   QStringList Satellites;
-  int Satellite = -1;      ///< its place in the list
-  orbit::TDateTime Start;  ///< UTC of the first line
+  int Satellite = -1;            ///< its place in the list
+  orbit::TDateTime Start;        ///< UTC of the first line
+  bool IsStartByCoasts = false;  ///< it was found by the picture's coasts
   QStringList Scanners;
   int Scanner = -1;                   ///< −1: as satellite and width tell
   std::optional<swath::Stored> Lies;  ///< nothing: as pictures of its kind mostly are
@@ -49,6 +50,7 @@ class TFormPictureDetails : public session::TForm {
 
   PictureDetails details_;
   PassQuestion question_;
+  std::optional<orbit::TDateTime> startByCoasts_;  ///< as the pickers show it
   QLabel* LabelReason = nullptr;
   QComboBox *ComboBoxSatellite = nullptr, *ComboBoxScanner = nullptr, *ComboBoxStored = nullptr;
   QDateEdit* StartDate = nullptr;

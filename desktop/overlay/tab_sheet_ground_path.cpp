@@ -38,7 +38,8 @@ QString Stamp(orbit::TDateTime moment) { return QString::fromStdString(orbit::St
 /// As exactly as it is known.
 QString StartText(const swath::Recording& recording) {
   const bool isToSecond = recording.StartIsFrom == swath::StartFrom::NameSecond ||
-                          recording.StartIsFrom == swath::StartFrom::Stamps;
+                          recording.StartIsFrom == swath::StartFrom::Stamps ||
+                          recording.StartIsFrom == swath::StartFrom::Coasts;
   return QString::fromStdString(orbit::FormatDateTime(isToSecond ? "hh:nn:ss" : "hh:nn", recording.Start));
 }
 

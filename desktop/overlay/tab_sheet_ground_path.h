@@ -256,6 +256,7 @@ class TTabSheetGroundPath : public session::TTabSheet {
     std::optional<orbit::TDateTime> Start;
     QString Scanner;
     std::optional<swath::Stored> Lies;
+    bool IsStartByCoasts = false;
   };
   std::optional<Told> told_;
   QImage file_;       ///< the picture that is seen, as its file has it

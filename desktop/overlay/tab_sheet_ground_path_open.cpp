@@ -14,6 +14,7 @@
 #include "desktop/overlay/tab_sheet_ground_path.h"
 #include "orbit/model_constants.h"
 #include "overlay/master_surface.h"
+#include "overlay/recording_channels.h"
 #include "session/controls.h"
 #include "session/hourglass.h"
 #include "swath/recording_text.h"
@@ -131,7 +132,7 @@ QString TTabSheetGroundPath::ReasonToAsk(const overlay::OpenedPicture& opened,
 PassQuestion TTabSheetGroundPath::QuestionOf(const overlay::OpenedPicture& opened,
                                              const std::vector<orbit::TSatellite>& satellites) const {
   PassQuestion question;
-  question.Channels = {opened.Image};
+  question.Channels = overlay::ChannelsOfRecording(opened, [](const QString&) {});
   question.Satellites = satellites;
   if (!opened.Satellite.isEmpty() || !opened.CatalogueNumber.isEmpty()) {
     if (const int sender = SatelliteOf(opened, satellites); sender >= 0) question.Sender = sender;
@@ -183,7 +184,10 @@ bool TTabSheetGroundPath::OpenPath(const QString& path, int half, bool isAsked) 
     // Its elements may be gone since.
     const auto toldSatellite = static_cast<int>(own.Satellites.indexOf(told_->Satellite));
     if (toldSatellite >= 0) details.Satellite = toldSatellite;
-    if (told_->Start) details.Start = *told_->Start;
+    if (told_->Start) {
+      details.Start = *told_->Start;
+      details.IsStartByCoasts = told_->IsStartByCoasts;
+    }
     details.Scanner = static_cast<int>(own.Scanners.indexOf(told_->Scanner));
     details.Lies = told_->Lies;
   }
@@ -201,7 +205,10 @@ bool TTabSheetGroundPath::OpenPath(const QString& path, int half, bool isAsked) 
     satellite = details.Satellite;
     const QString scanner = own.Scanners.value(details.Scanner);
     told_ = {{}, own.Satellites.value(satellite), {}, scanner, details.Lies};
-    if (details.Start != own.Start) told_->Start = details.Start;
+    if (details.Start != own.Start) {
+      told_->Start = details.Start;
+      told_->IsStartByCoasts = details.IsStartByCoasts;
+    }
     for (const overlay::PictureChannel& channel : opened.Channels) told_->Paths.append(channel.Path);
   }
   opened.HasStart = true;
@@ -220,7 +227,9 @@ void TTabSheetGroundPath::TakeDetails(const PictureDetails& details, const Pictu
   if (details.Start != before.Start) {
     known.Start = details.Start;
     // The dialog asks for the second.
-    if (known.StartIsFrom != swath::StartFrom::Stamps) known.StartIsFrom = swath::StartFrom::NameSecond;
+    if (known.StartIsFrom != swath::StartFrom::Stamps) {
+      known.StartIsFrom = details.IsStartByCoasts ? swath::StartFrom::Coasts : swath::StartFrom::NameSecond;
+    }
   }
   opened.OtherStarts.clear();
   if (details.Lies) {

@@ -70,6 +70,11 @@ TWhichPassBox::TWhichPassBox(session::Prompts& boxes, QWidget* parent)
   connect(&search_, &SearchThread::Progressed, ProgressBarPasses, &QProgressBar::setValue);
 }
 
+void TWhichPassBox::End() {
+  search_.End();
+  found_.reset();
+}
+
 void TWhichPassBox::ShowRunning(bool isRunning) {
   ButtonWhichPass->setText(isRunning ? QStringLiteral("St&op") : QStringLiteral("&Find the pass"));
   ProgressBarPasses->setValue(0);
@@ -78,10 +83,10 @@ void TWhichPassBox::ShowRunning(bool isRunning) {
 }
 
 void TWhichPassBox::SetQuestion(PassQuestion question) {
-  search_.End();
+  End();
   question_ = std::move(question);
   const bool isPossible = question_.WhyNot.isEmpty();
-  ButtonWhichPass->setEnabled(isPossible);
+  ButtonWhichPass->setEnabled(isPossible && !search_.IsRunning());
   LabelPasses->setText(isPossible
                            ? QStringLiteral("The coasts in the picture can tell its pass and its time.")
                            : question_.WhyNot);
@@ -134,6 +139,8 @@ void TWhichPassBox::SearchFinished() {
   ShowRunning(false);
   const bool isWanted = search_.TakeOutcome();
   const auto found = std::exchange(found_, nullptr);
+  ButtonWhichPass->setEnabled(question_.WhyNot.isEmpty());
+  if (!found) return;  // that of another picture
   if (!isWanted || found->Result.Places.empty()) {
     LabelPasses->setText(QStringLiteral("Stopped; nothing was changed."));
     return;

@@ -53,8 +53,8 @@ class TWhichPassBox : public QGroupBox {
   void SetQuestion(PassQuestion question);
   /// The last of the days that are looked through.
   void SetDay(orbit::TDateTime day) { day_ = day; }
-  /// A search that is under way ends.
-  void End() { search_.End(); }
+  /// A search that is under way ends, and its outcome is not wanted.
+  void End();
 
  Q_SIGNALS:
   /// The user has chosen a pass, or there is one that is clear.

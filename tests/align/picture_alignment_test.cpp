@@ -142,7 +142,7 @@ TEST_F(PictureAlignmentTest, RefusesWhatItDoesNotKnow) {
       {"3,000 by 20,000, mirrored", large, picture.mirrored(true, false).scaled(3000, 20000),
        NotFoundFor::Nothing},
       {"no line has a moment", lost, picture, NotFoundFor::TooSmall},
-      {"nowhere above the Earth", nowhere, picture, NotFoundFor::TooSmall},
+      {"nowhere above the Earth", nowhere, picture, NotFoundFor::NoOrbit},
       {"mirrored", europe, picture.mirrored(true, false), NotFoundFor::Nothing},
       {"upside down", europe, picture.mirrored(true, true), NotFoundFor::Nothing},
       {"another satellite", other, picture, NotFoundFor::Nothing},
