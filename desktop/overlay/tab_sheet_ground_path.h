@@ -280,6 +280,7 @@ class TTabSheetGroundPath : public session::TTabSheet {
   /// What was there before an alignment was taken, in the page and in the log.
   struct Undo {
     std::optional<align::LoggedAlignment> Alignment, Logged;
+    std::optional<bool> WasOverlaid;  ///< the map, over the picture
   };
   Undo undo_;
 };

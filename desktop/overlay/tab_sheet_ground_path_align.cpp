@@ -179,7 +179,9 @@ void TTabSheetGroundPath::TakeOffered() {
   const align::PictureAlignment& found = coasts_->Answer();
   const auto seen = Seen();
   const align::LoggedAlignment* logged = seen ? log_.Find(*seen) : nullptr;
-  undo_ = {alignment_, logged ? std::optional(*logged) : std::nullopt};
+  undo_ = {alignment_, logged ? std::optional(*logged) : std::nullopt, wasOverlaid_};
+  // What is taken stays to be seen when the bar closes.
+  wasOverlaid_.reset();
   preview_.reset();
   coasts_->ShowTaken();
   const auto show = qScopeGuard([this] {
@@ -196,6 +198,7 @@ void TTabSheetGroundPath::UndoTaken() {
   if (coasts_->Now() != Stage::Taken) return;
   const swath::Recording before = coasts_->Before();
   const auto seen = Seen();
+  wasOverlaid_ = undo_.WasOverlaid;
   DropAlignment();
   alignment_ = undo_.Alignment;
   picture_.TakeAlignment(before.OffsetS, before.ShiftColumns, before.DriftPpm);

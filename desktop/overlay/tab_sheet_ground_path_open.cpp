@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "desktop/overlay/coast_alignment.h"
 #include "desktop/overlay/form_picture_details.h"
 #include "desktop/overlay/picture_panes.h"
 #include "desktop/overlay/tab_sheet_ground_path.h"
@@ -196,6 +197,8 @@ bool TTabSheetGroundPath::OpenPath(const QString& path, int half, bool isAsked) 
     details.Reason = isAsked && placed && placed->Match.Problem.isEmpty()
                          ? swath::DescribeRecording(placed->Recording).join(u'\n')
                          : reason;
+    // Its pass may be looked for, and one search at a time is enough.
+    if (coasts_->IsOn()) DropAlignment();
     if (!FormPictureDetails->Ask(details, QuestionOf(opened, satellites))) return false;
     details.Reason.clear();
   }

@@ -164,6 +164,10 @@ void TWhichPassBox::SearchFinished() {
             .arg(std::max(place.Score, 0.0), 0, 'f', 0));
   }
   ListBoxPasses->setCurrentRow(-1);
+  // All of them are seen whole.
+  const int frame = 2 * ListBoxPasses->frameWidth() + 4;
+  ListBoxPasses->setFixedHeight(ListBoxPasses->sizeHintForRow(0) * ListBoxPasses->count() + frame);
+  ListBoxPasses->setMinimumWidth(ListBoxPasses->sizeHintForColumn(0) + frame);
   ListBoxPasses->show();
   if (result.IsClear()) {
     ListBoxPasses->setCurrentRow(0);
