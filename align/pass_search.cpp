@@ -174,6 +174,7 @@ PassSearch Ranked(const std::vector<Tried>& all, std::span<const PassCandidate> 
   for (const Tried& tried : all) votes.insert(votes.end(), tried.Votes.begin(), tried.Votes.end());
   if (votes.empty()) return search;
   // By all passes together: over much sea even the best place of a pass is a poor one.
+  const auto places = static_cast<double>(votes.size());
   const float middle = MedianOf(votes);
   for (float& vote : votes) vote = std::fabs(vote - middle);
   const double deviation = std::max(static_cast<double>(MedianOf(std::move(votes))), 1e-6);
@@ -194,13 +195,17 @@ PassSearch Ranked(const std::vector<Tried>& all, std::span<const PassCandidate> 
   constexpr double rangeS = 60;
   search.Best = AlignPicture(recording, channels, ground, {rangeS}, afterStep);
   if (search.Best->Is == Finding::Stopped) return {};
+  search.Best->ChancePeaks *= std::max(1.0, places * kCellS / (2 * rangeS));
   return search;
 }
 
 }  // namespace
 
 bool PassSearch::IsClear() const {
-  return Best && (Best->Is == Finding::Found || Best->Is == Finding::Roughly);
+  // Chance has so many places to choose from that a rough one must be the clearer.
+  constexpr double mostChancePeaks = 3e-3;
+  return Best && (Best->Is == Finding::Found ||
+                  (Best->Is == Finding::Roughly && Best->ChancePeaks <= mostChancePeaks));
 }
 
 std::vector<PassCandidate> CandidatesOf(QSize picture, std::span<const orbit::TSatellite> satellites,

@@ -37,7 +37,8 @@ struct PassSearch {
   std::vector<PassPlace> Places;  ///< one for each pass and way, best first; empty when it was ended
   /// The best score, as a multiple of the best one of another pass or way.
   double Margin = 0;
-  /// The best place aligned, when it stands out by kClearMargin at least.
+  /// The best place aligned, when it stands out by kClearMargin at least; its chance peaks are those of all
+  /// passes together.
   std::optional<PictureAlignment> Best;
 
   /// The picture is of the best place's pass: no other comes near, and it is aligned there.
