@@ -42,12 +42,6 @@ Days DaysOf(const Arguments& arguments, const overlay::OpenedPicture& opened) {
   return days;
 }
 
-/// All that a picture can be stored in, or the one that was told.
-std::vector<swath::Stored> WaysOf(const Arguments& arguments) {
-  if (const auto told = StoredAsTold(arguments)) return {*told};
-  return {{false, false}, {true, false}, {false, true}, {true, true}};
-}
-
 /// What was looked for, where, and what was found.
 struct Identified {
   const overlay::OpenedPicture& Opened;
@@ -207,7 +201,9 @@ void RunIdentify(const QStringList& list) {
             "Only this satellite; may be given several times. Default: the one that the picture tells, or "
             "else those that \"pelorin-cli scanners\" lists.")},
        {StoredOption().Name, StoredOption().Value,
-        QStringLiteral("How the picture lies in its file. Default: auto, every way is tried.")},
+        QStringLiteral(
+            "How the picture lies in its file. Default: auto, as received and turned, and where none "
+            "is clear also mirrored.")},
        ElementsOption(),
        StationOption(),
        MasterOption(),
@@ -218,7 +214,7 @@ void RunIdentify(const QStringList& list) {
   const bool isJson =
       arguments.Choice(QStringLiteral("format"), {QStringLiteral("json"), QStringLiteral("text")}) ==
       QStringLiteral("json");
-  const std::vector<swath::Stored> ways = WaysOf(arguments);
+  const std::optional<swath::Stored> told = StoredAsTold(arguments);
   const auto opened = OpenReceived(arguments);
   if (!opened->Problem.isEmpty()) throw Failure(opened->Problem);
   Identified identified{*opened, DaysOf(arguments, *opened), {}, 0, {}, 0};
@@ -229,11 +225,14 @@ void RunIdentify(const QStringList& list) {
   identified.Channels = channels.size();
   {
     ProgressLine progress(QStringLiteral("Comparing passes"));
+    const align::AfterStep afterStep = [&progress](double share) {
+      progress.Show(share);
+      return true;
+    };
     identified.Search =
-        align::FindPass(identified.Candidates, ways, channels, ground.Borrowed(), [&progress](double share) {
-          progress.Show(share);
-          return true;
-        });
+        told ? align::FindPass(identified.Candidates, std::span(&*told, 1), channels, ground.Borrowed(),
+                               afterStep)
+             : align::FindPassAndWay(identified.Candidates, channels, ground.Borrowed(), afterStep);
     identified.Milliseconds = progress.Milliseconds();
   }
   PrintOut(isJson ? JsonText(ToJson(identified)) : ToText(identified));
