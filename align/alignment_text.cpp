@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "swath/recording_text.h"
+
 namespace pelorin::align {
 namespace {
 
@@ -56,6 +58,14 @@ QString TextOf(const PictureAlignment& alignment, const swath::Recording& before
       return QStringLiteral("Found roughly: %1. To about 2 s, please check.")
           .arg(MovedText(before, alignment.Aligned, true));
     case Finding::NotFound:
+      if (alignment.StoredAs) {
+        return QStringLiteral(
+                   "Not found: the picture is not stored as it is thought to be, but %1. Say so in its "
+                   "details, and "
+                   "align it "
+                   "once more. Nothing was changed.")
+            .arg(swath::WordsOf(*alignment.StoredAs));
+      }
       return QStringLiteral("Not found: %1 Nothing was changed.").arg(TextOf(alignment.Reason));
     case Finding::Stopped:
       break;

@@ -1,6 +1,7 @@
 #include "align/pass_search.h"
 
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <cmath>
 #include <exception>
@@ -15,6 +16,8 @@
 
 namespace pelorin::align {
 namespace {
+
+constexpr std::array<swath::Stored, 4> kAllWays{{{false, false}, {true, false}, {false, true}, {true, true}}};
 
 /// What is tried in every pass: less than where the pass is known, since there are many.
 VoteGrid PlainGrid(const swath::Recording& recording, const SampleMesh& mesh) {
@@ -251,6 +254,24 @@ PassSearch FindPassAndWay(std::span<const PassCandidate> candidates, std::span<c
   if (!more) return {};
   std::move(more->begin(), more->end(), std::back_inserter(*all));
   return Ranked(*all, candidates, channels, ground, Part(afterStep, 0.95, 1));
+}
+
+PictureAlignment AlignInAnyWay(const swath::Recording& recording, std::span<const QImage> channels,
+                               const Ground& ground, const SearchRange& range, const AfterStep& afterStep) {
+  constexpr double share = 0.8;
+  PictureAlignment alignment = AlignPicture(recording, channels, ground, range, Part(afterStep, 0, share));
+  const bool showsSomething =
+      alignment.Reason == NotFoundFor::Clouds || alignment.Reason == NotFoundFor::HalvesApart;
+  if (alignment.Is != Finding::NotFound || !showsSomething) return alignment;
+  const PassCandidate here{recording, recording.LengthS(), range.TimeS};
+  const PassSearch search =
+      FindPass(std::span(&here, 1), kAllWays, channels, ground, Part(afterStep, share, 1));
+  if (search.Places.empty()) {
+    alignment.Is = Finding::Stopped;
+  } else if (search.IsClear() && search.Places.front().Lies != recording.Lies) {
+    alignment.StoredAs = search.Places.front().Lies;
+  }
+  return alignment;
 }
 
 }  // namespace pelorin::align

@@ -61,4 +61,9 @@ PassSearch FindPass(std::span<const PassCandidate> candidates, std::span<const s
 PassSearch FindPassAndWay(std::span<const PassCandidate> candidates, std::span<const QImage> channels,
                           const Ground& ground, const AfterStep& afterStep);
 
+/// AlignPicture; and of a picture that is not found though coasts are below it, whether it would be if it
+/// were stored turned, or with left and right exchanged.
+PictureAlignment AlignInAnyWay(const swath::Recording& recording, std::span<const QImage> channels,
+                               const Ground& ground, const SearchRange& range, const AfterStep& afterStep);
+
 }  // namespace pelorin::align

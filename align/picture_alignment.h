@@ -70,6 +70,8 @@ struct PictureAlignment {
   /// What is wrong with the ground's shores, where the place is rough for that.
   QString NoShores;
   std::vector<VotingWindow> Windows;
+  /// Of a picture that was not found: how it would have to be stored to be; see AlignInAnyWay.
+  std::optional<swath::Stored> StoredAs;
 };
 inline constexpr double kClearGate = 40;
 

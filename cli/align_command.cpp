@@ -7,6 +7,7 @@
 #include "cli/recording_options.h"
 #include "cli/table.h"
 #include "orbit/julian_date.h"
+#include "swath/recording_text.h"
 
 namespace pelorin::cli {
 namespace {
@@ -26,6 +27,9 @@ const char* NameOf(align::Finding finding) {
 
 /// Why there is nothing, or nothing better.
 QString ReasonOf(const align::PictureAlignment& alignment) {
+  if (alignment.StoredAs) {
+    return QStringLiteral("The picture is stored %1.").arg(swath::WordsOf(*alignment.StoredAs));
+  }
   if (alignment.Is == align::Finding::NotFound) return align::TextOf(alignment.Reason);
   if (alignment.Is == align::Finding::Found) return {};
   return (QStringLiteral("To about 2 s, please check. ") + alignment.NoShores).trimmed();

@@ -2,6 +2,7 @@
 
 #include "align/alignment_log.h"
 #include "align/alignment_text.h"
+#include "align/pass_search.h"
 #include "app/program_paths.h"
 #include "cli/coast_ground.h"
 #include "cli/progress_line.h"
@@ -35,7 +36,7 @@ AlignedPicture AlignReceived(const Arguments& arguments, const overlay::OpenedPi
   AlignedPicture aligned{known, {}, static_cast<int>(channels.size()), 0};
   ProgressLine progress(QStringLiteral("Aligning"));
   aligned.Alignment =
-      align::AlignPicture(known, channels, ground.Borrowed(), range, [&progress](double share) {
+      align::AlignInAnyWay(known, channels, ground.Borrowed(), range, [&progress](double share) {
         progress.Show(share);
         return true;
       });

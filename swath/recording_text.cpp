@@ -37,13 +37,13 @@ QString SourceOf(StartFrom known) {
   return QStringLiteral("its pass, to the minute");
 }
 
+}  // namespace
+
 QString WordsOf(const Stored& lies) {
   const QString turned =
       lies.Turned ? QStringLiteral("turned by 180 degrees") : QStringLiteral("as received");
   return lies.Mirrored ? turned + QStringLiteral(", left and right exchanged") : turned;
 }
-
-}  // namespace
 
 QStringList DescribeRecording(const Recording& recording, const QString& byUser) {
   const Instrument& scanner = recording.SeenBy;

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "align/alignment_text.h"
+#include "align/pass_search.h"
 #include "desktop/overlay/align_bar.h"
 #include "desktop/overlay/search_thread.h"
 #include "session/controls.h"
@@ -36,7 +37,7 @@ void TCoastAlignment::Begin(PictureToAlign picture, bool isAsked) {
   thread_->Begin([this, picture = std::move(picture)](const align::AfterStep& afterStep) {
     const std::vector<QImage> channels = picture.Channels();
     if (!afterStep(0)) return;
-    answer_ = align::AlignPicture(picture.Recording, channels, picture.Ground, {}, afterStep);
+    answer_ = align::AlignInAnyWay(picture.Recording, channels, picture.Ground, {}, afterStep);
   });
   bar_->ShowRunning();
 }

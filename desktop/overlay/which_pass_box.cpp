@@ -12,6 +12,7 @@
 #include <cmath>
 
 #include "session/controls.h"
+#include "swath/recording_text.h"
 
 namespace pelorin::desktop {
 namespace {
@@ -22,14 +23,6 @@ using session::Named;
 /// Passes that are listed.
 constexpr std::size_t kListed = 5;
 constexpr int kMostDays = 7;
-
-QString WayText(const swath::Stored& lies) {
-  if (lies.Mirrored) {
-    return lies.Turned ? QStringLiteral("turned, left and right exchanged")
-                       : QStringLiteral("left and right exchanged");
-  }
-  return lies.Turned ? QStringLiteral("turned by 180 degrees") : QStringLiteral("as received");
-}
 
 }  // namespace
 
@@ -160,7 +153,7 @@ void TWhichPassBox::SearchFinished() {
         QStringLiteral("%1, %2 UTC, %3 (%4)")
             .arg(QString::fromStdString(question_.Satellites[static_cast<std::size_t>(satellite)].Name),
                  QString::fromStdString(orbit::FormatDateTime("yyyy mmm dd, hh:nn:ss", start)),
-                 WayText(place.Lies))
+                 swath::WordsOf(place.Lies))
             .arg(std::max(place.Score, 0.0), 0, 'f', 0));
   }
   ListBoxPasses->setCurrentRow(-1);

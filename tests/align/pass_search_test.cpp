@@ -75,6 +75,22 @@ TEST_F(PassSearchTest, FindsTheOneAndHowItIsStored) {
   }
 }
 
+TEST_F(PassSearchTest, AnAlignmentTellsHowThePictureIsStored) {
+  Recording recording = Candidates({909, 1000}, 48, 12).front().Recording;
+  const auto storedAs = [&](const swath::Stored& truth, const swath::Stored& known) {
+    recording.Lies = truth;
+    const QImage picture = tests::PaintedPass(recording, earth_, {0.3, 5});
+    recording.Lies = known;
+    const auto found =
+        AlignInAnyWay(recording, std::span(&picture, 1), Earth(), {}, [](double) { return true; });
+    EXPECT_EQ(found.Is == Finding::Found, truth == known);
+    return found.StoredAs;
+  };
+  EXPECT_EQ(storedAs({true, false}, {true, false}), std::nullopt);
+  EXPECT_EQ(storedAs({true, false}, {false, false}), swath::Stored({true, false}));
+  EXPECT_EQ(storedAs({false, true}, {true, false}), swath::Stored({false, true}));
+}
+
 TEST_F(PassSearchTest, SaysWhenNoneIsClear) {
   const std::vector<swath::Stored> ways{{false, false}, {true, false}};
   const auto candidates = Candidates({909, 1000}, 48, 12);
